@@ -1,0 +1,55 @@
+#include "utils/FaultSeams.h"
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace
+{
+struct SeamState
+{
+    std::atomic<int> passesToFailure{0};
+    std::atomic<int> delay{0};
+};
+
+constexpr int SeamCount = static_cast<int>(FaultSeams::Seam::FloodFill) + 1;
+
+SeamState& State(FaultSeams::Seam seam)
+{
+    static std::array<SeamState, SeamCount> states;
+    return states[static_cast<std::size_t>(seam)];
+}
+} // namespace
+
+void FaultSeams::FailNth(Seam seam, int n)
+{
+    State(seam).passesToFailure = n;
+}
+
+void FaultSeams::SlowDown(Seam seam, int milliseconds)
+{
+    State(seam).delay = milliseconds;
+}
+
+void FaultSeams::Reset()
+{
+    for (int seam = 0; seam < SeamCount; ++seam) {
+        FailNth(static_cast<Seam>(seam), 0);
+        SlowDown(static_cast<Seam>(seam), 0);
+    }
+}
+
+bool FaultSeams::Pass(Seam seam)
+{
+    SeamState& state = State(seam);
+    const int delay = state.delay.load(std::memory_order_relaxed);
+    if (delay > 0) std::this_thread::sleep_for(std::chrono::milliseconds(delay));
+
+    // Unarmed is the common case and costs one load.
+    int left = state.passesToFailure.load(std::memory_order_relaxed);
+    while (left > 0) {
+        if (state.passesToFailure.compare_exchange_weak(left, left - 1)) return left == 1;
+    }
+    return false;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "EditorExport.h"
+
+/// Places where the tests make the editor fail on purpose, off unless a test arms them. Any thread.
+namespace FaultSeams
+{
+enum class Seam
+{
+    TileAllocation, ///< LXTileManager::MakeTile() throws std::bad_alloc
+    FileWrite,      ///< a write of a saved file reports a full disk
+    DocumentLock,   ///< LXDocumentInterface::Lock() is refused
+    DocumentUnlock, ///< LXDocumentInterface::Unlock() is refused
+    FloodFill,      ///< LXFloodFillHelper throws std::runtime_error
+};
+
+/// Lets the n-th pass from now through this place fail, 1 being the next one; later passes succeed again.
+ZK_EDITOR_EXPORT void FailNth(Seam seam, int n);
+
+/// Makes each pass through this place wait for so long, to stretch a job; 0 takes it back.
+ZK_EDITOR_EXPORT void SlowDown(Seam seam, int milliseconds);
+
+/// Disarms everything.
+ZK_EDITOR_EXPORT void Reset();
+
+/// Called by the place itself, once a pass: waits when slowed down, then tells whether to fail.
+ZK_EDITOR_EXPORT bool Pass(Seam seam);
+} // namespace FaultSeams
