@@ -1,0 +1,5 @@
+#include "plugincore/ZKPlugin.h"
+
+ZKPlugin::ZKPlugin(QObject* parent) : QObject(parent) {}
+
+ZKPlugin::~ZKPlugin() = default;
