@@ -26,8 +26,9 @@ endfunction()
 
 # zk_add_tests(folder LINK target... CASES file...): one test program for a folder. Each case is a
 # source file without its ending, which registers one test class; CTest runs it as folder.case.
+# THREADED names the cases that hammer our own locks; they are what the thread sanitizer runs.
 function(zk_add_tests folder)
-    cmake_parse_arguments(ARG "" "" "LINK;CASES;SOURCES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "LINK;CASES;SOURCES;THREADED" ${ARGN})
     string(REPLACE "/" "_" program "test_${folder}")
     list(TRANSFORM ARG_CASES APPEND ".cpp" OUTPUT_VARIABLE files)
     add_executable(${program} ${files} ${ARG_SOURCES})
@@ -38,5 +39,8 @@ function(zk_add_tests folder)
         set_tests_properties(${folder}.${case} PROPERTIES
             ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false"
             TIMEOUT 300)
+        if(case IN_LIST ARG_THREADED)
+            set_tests_properties(${folder}.${case} PROPERTIES LABELS threads)
+        endif()
     endforeach()
 endfunction()

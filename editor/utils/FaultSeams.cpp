@@ -5,8 +5,7 @@
 #include <chrono>
 #include <thread>
 
-namespace
-{
+namespace {
 struct SeamState
 {
     std::atomic<int> passesToFailure{0};

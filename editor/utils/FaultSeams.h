@@ -3,8 +3,7 @@
 #include "EditorExport.h"
 
 /// Places where the tests make the editor fail on purpose, off unless a test arms them. Any thread.
-namespace FaultSeams
-{
+namespace FaultSeams {
 enum class Seam
 {
     TileAllocation, ///< LXTileManager::MakeTile() throws std::bad_alloc

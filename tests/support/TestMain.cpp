@@ -8,8 +8,7 @@
 #include <map>
 #include <string>
 
-namespace
-{
+namespace {
 std::map<std::string, TestRegistry::Factory>& Factories()
 {
     static std::map<std::string, TestRegistry::Factory> factories;
