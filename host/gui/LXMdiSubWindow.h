@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ZKHostExport.h"
+
+#include <QMdiSubWindow>
+
+class LXDocumentInterface;
+
+/// The window of a document in the document area: a tab, or a frame. Its title is the document's name, with
+/// a mark while the document is modified. Closing it closes the document. Main thread only.
+class ZK_HOST_EXPORT LXMdiSubWindow : public QMdiSubWindow
+{
+    Q_OBJECT
+
+public:
+    /// @param widget  what the window shows and owns from now on; a ZKDocumentWidget for a document
+    explicit LXMdiSubWindow(QWidget* widget, QWidget* parent = nullptr);
+    ~LXMdiSubWindow() override;
+
+    /// The window's content; tools cast it to ZKDocumentWidget.
+    QWidget* GetWidget() const;
+
+protected:
+    /// Asks LXMdiArea, which may refuse.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void UpdateTitle(LXDocumentInterface* document);
+};

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "ZKHostExport.h"
+
+#include <QGraphicsView>
+
+#include <memory>
+
+class LXDocumentInterface;
+class LXDocumentModel;
+class LexoUndoStack;
+class QItemSelectionModel;
+class ZKDocumentViewPrivate;
+
+/// Shows one document. Main thread only.
+///
+/// Scene coordinates are document pixels: pixel (x, y) covers x to x + 1. The scene rectangle is the canvas
+/// with room round it; a canvas that is smaller than the viewport stands in its middle. Points called "view"
+/// are device independent pixels of the viewport.
+///
+/// The wheel zooms at the pointer. The view pans while Space is held and the left button drags, or while the
+/// middle button drags.
+class ZK_HOST_EXPORT ZKDocumentView : public QGraphicsView
+{
+    Q_OBJECT
+
+public:
+    static constexpr double MinScale = 0.05;
+    static constexpr double MaxScale = 40.0;
+
+    /// Neither the document nor the history becomes the view's own; both outlive it.
+    /// @param history  null for a view whose tools work without one
+    ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* history, QWidget* parent = nullptr);
+    ~ZKDocumentView() override;
+
+    /// The layers of the document shown.
+    LXDocumentModel* GetModel() const;
+    LexoUndoStack* GetHistory() const;
+    /// Which rows of GetModel() are selected; each view has its own selection. Never null.
+    QItemSelectionModel* GetLayerSelection() const;
+
+    /// Device independent screen pixels for each document pixel.
+    double GetScale() const;
+    /// Multiplies the scale, within MinScale and MaxScale; the document point under `center` stays there as
+    /// far as the scene rectangle allows.
+    /// @param center  view coordinates
+    void Scale(double factor, const QPointF& center);
+    /// Shows the whole canvas in the middle, as large as it fits, within the limits.
+    void FitSizeToViewPort();
+
+    /// Whether the view pans now: mouse presses move the picture, and scene items don't get them.
+    bool IsPanningEnabled() const;
+    /// Starts or ends panning. Starting does nothing while panning isn't allowed.
+    void EnablePanning(bool enable);
+    /// Whether panning may start; true at first.
+    bool IsPanningAllowed() const;
+    /// False ends panning that is under way.
+    void AllowPanning(bool allow);
+
+    /// While on, a drag that leaves the viewport scrolls, the faster the farther it is outside. Off at first.
+    void EnableAutoscroll(bool enable);
+
+    /// While true, panels refuse to reorder, add and delete layers. A switch, not a counter.
+    void BlockLayerOrderOperations(bool block);
+    bool IsLayerOrderBlocked() const;
+
+signals:
+    /// The view's own cursor is set before true and put back before false.
+    void PanningEnabled(bool enabled);
+    void ScaleChanged(qreal scale);
+    /// Another part of the scene is visible: scrolled, scaled or resized.
+    void SceneAreaChanged();
+    /// Once, while everything of the view still stands.
+    void AboutDestroy(ZKDocumentView* view);
+    void LayerOrderOperationsBlocked(bool blocked);
+
+protected:
+    void drawBackground(QPainter* painter, const QRectF& exposed) override;
+    void drawForeground(QPainter* painter, const QRectF& exposed) override;
+    bool viewportEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+
+private:
+    friend class ZKDocumentViewPrivate;
+    std::unique_ptr<ZKDocumentViewPrivate> m_pPrivate;
+};
