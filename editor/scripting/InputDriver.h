@@ -7,13 +7,14 @@
 #include <QPointF>
 #include <QString>
 #include <QVector>
+#include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
-class InputDriverPrivate;
+class WindowSystemInput;
 class QGraphicsView;
-class QWidget;
 
 /// Drives the program as a person would: real window-system events, delivered before each call returns, so
 /// that buttons, modifiers, cursor position, focus, Enter and Leave come out as with hand-made input.
@@ -53,7 +54,7 @@ public:
     /// @param steps  moves between two points, at least 1; the last of them ends at the point
     void Drag(QWidget* widget, const QVector<QPoint>& points, Qt::MouseButton button = Qt::LeftButton,
               Qt::KeyboardModifiers modifiers = Qt::NoModifier, int steps = 4);
-    /// @param angleDelta  in eighths of a degree, 120 for a notch away from the user
+    /// @param angleDelta  in eighths of a degree, 120 for a notch away from the user; sideways with Alt
     void Wheel(QWidget* widget, const QPoint& pos, int angleDelta,
                Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
@@ -92,9 +93,19 @@ public:
     Qt::KeyboardModifiers GetModifiers() const;
     Qt::MouseButtons GetButtons() const;
 
-    /// Runs the action once, from the event loop, with the next modal window that shows, or at once from the
-    /// loop with one that is shown already. Several actions wait in line, one window each.
-    void WhenModalShows(std::function<void(QWidget* window)> action);
+    /// Runs the action once, from the event loop, with the next modal window of the type that shows from now
+    /// on. Several actions wait in line, one window each; windows that no action is for are left alone.
+    ///     input.WhenModalShows<LXMessageBox>([&](LXMessageBox* box) { input.Click(ButtonOf(box)); });
+    template <typename Window = QWidget, typename Action>
+    void WhenModalShows(Action action)
+    {
+        AddModalAction([action](QWidget* shown) {
+            auto* window = qobject_cast<Window*>(shown);
+            if (!window) return ModalAction();
+            return ModalAction([action, window] { action(window); });
+        });
+    }
+
     /// How many of those actions have not run yet.
     int CountWaitingActions() const;
 
@@ -102,5 +113,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    std::unique_ptr<InputDriverPrivate> m_pPrivate;
+    using ModalAction = std::function<void()>;
+    /// Gives what is to be done with the window, or nothing when it is of another kind.
+    using ModalOffer = std::function<ModalAction(QWidget*)>;
+
+    void AddModalAction(ModalOffer offer);
+    void RunModalAction(QWidget* window);
+
+    std::unique_ptr<WindowSystemInput> m_pInput;
+    std::vector<ModalOffer> m_ModalOffers; ///< the longest waiting first
 };
