@@ -81,6 +81,7 @@ public:
     void UpdateLayerThumbnail(int row);
     void UpdateMaskThumbnail(int row);
 
+    using QObject::parent;
     QModelIndex index(int row, int column = 0, const QModelIndex& parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex& child) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

@@ -2,27 +2,16 @@
 
 #include "ZKHostExport.h"
 
-#include "history/LexoCommand.h"
+#include "history/PaintCommand.h"
 
-class LXDocumentInterface;
-
-/// Puts kept pixels into a mask and takes them out again; grows the mask for them and cuts it back
-/// (PaintPlacement tells where the images lie). Data: LayerMaskPaintCommandData. Main thread; takes the write
-/// locker itself.
-class ZK_HOST_EXPORT LayerMaskPaintCommand : public LexoCommand
+/// A change of the pixels of a layer's mask, with LayerMaskPaintCommandData.
+class ZK_HOST_EXPORT LayerMaskPaintCommand : public PaintCommand
 {
 public:
-    /// @param applyOnPush  true: the first redo writes the pixels; false: they are in the mask already, and
-    /// only later redos write them.
+    /// @param applyOnPush  true: the first redo writes the pixels; false: they are there already, and only
+    /// later redos write them.
     LayerMaskPaintCommand(LXDocumentInterface* document, bool applyOnPush);
-
-    void RedoExecute(LexoCommandData* data) override;
-    void UndoExecute(LexoCommandData* data) override;
 
 protected:
     bool AcceptsData(const LexoCommandData* data) const override;
-
-private:
-    LXDocumentInterface* m_pDocument;
-    bool m_bApplied;
 };

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QRect>
+#include <QSize>
+
+#include <cstdint>
+#include <mutex>
+#include <vector>
+
+/// Which tiles of the merged picture no longer show the layers. Any thread.
+///
+/// Every mark has a number from a rising count. Who recomposes first asks for the count, then reads the
+/// layers, then takes the marks up to that count: a tile that was marked again meanwhile stays dirty, because
+/// what was read of the layers may be older than the mark.
+class DirtyTiles
+{
+public:
+    using Count = std::uint64_t;
+
+    /// Starts over with all tiles of a canvas of that size dirty.
+    void Reset(const QSize& canvas);
+
+    /// @param rect  canvas pixels; what lies outside the canvas is ignored
+    void Mark(const QRect& rect);
+    /// Marks single tiles again, when they couldn't be composed.
+    void MarkTiles(const std::vector<int>& tiles);
+
+    /// The present count.
+    Count Now() const;
+    /// A rectangle in canvas pixels, of whole tiles, around everything dirty; empty when nothing is.
+    QRect Bounds() const;
+    /// Cleans the tiles whose mark isn't newer than the count, and gives their indices, row by row.
+    std::vector<int> Take(Count upTo);
+
+private:
+    mutable std::mutex m_Mutex;
+    Count m_Count = 0;
+    QRect m_Canvas;
+    int m_Columns = 0;
+    std::vector<Count> m_Marks; ///< 0: clean
+};

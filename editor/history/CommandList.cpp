@@ -1,0 +1,60 @@
+#include "history/CommandList.h"
+
+void CommandList::Append(std::unique_ptr<LexoCommand> command)
+{
+    if (m_CleanIndex > m_Index) m_CleanIndex = NoCleanIndex;
+    while (Count() > m_Index) {
+        m_Cost -= m_Entries.back().cost;
+        m_Entries.pop_back();
+    }
+    Entry entry;
+    entry.cost = command->GetMemoryCost();
+    entry.command = std::move(command);
+    m_Cost += entry.cost;
+    m_Entries.push_back(std::move(entry));
+    ++m_Index;
+    Trim();
+}
+
+void CommandList::StepBack()
+{
+    At(m_Index - 1)->undo();
+    --m_Index;
+}
+
+void CommandList::StepForward()
+{
+    At(m_Index)->redo();
+    ++m_Index;
+}
+
+void CommandList::Clear()
+{
+    m_CleanIndex = IsAtClean() ? 0 : NoCleanIndex;
+    m_Entries.clear();
+    m_Cost = 0;
+    m_Index = 0;
+}
+
+void CommandList::SetLimits(int steps, qint64 bytes)
+{
+    m_StepLimit = steps;
+    m_MemoryLimit = bytes;
+    Trim();
+}
+
+bool CommandList::IsOverLimit() const
+{
+    return (m_StepLimit > 0 && Count() > m_StepLimit) || (m_MemoryLimit > 0 && m_Cost > m_MemoryLimit);
+}
+
+void CommandList::Trim()
+{
+    while (IsOverLimit() && Count() > 1 && m_Index > 0) {
+        m_Cost -= m_Entries.front().cost;
+        m_Entries.erase(m_Entries.begin());
+        --m_Index;
+        // The clean state can't be reached any more once its first step is gone.
+        m_CleanIndex = m_CleanIndex > 0 ? m_CleanIndex - 1 : NoCleanIndex;
+    }
+}

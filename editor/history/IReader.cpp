@@ -1,0 +1,3 @@
+#include "history/IReader.h"
+
+IReader::~IReader() = default;

@@ -1,0 +1,3 @@
+#include "history/IWriter.h"
+
+IWriter::~IWriter() = default;

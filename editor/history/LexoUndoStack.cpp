@@ -1,0 +1,234 @@
+#include "history/LexoUndoStack.h"
+
+#include "history/CommandList.h"
+#include "history/MacroCommand.h"
+
+class LexoUndoStackPrivate
+{
+public:
+    CommandList list;
+    std::unique_ptr<LexoCommand> delayed;
+    std::vector<std::unique_ptr<MacroCommand>> macros; ///< open ones, the outermost first
+    bool wasClean = true;
+
+    bool IsMacroOpen() const { return !macros.empty(); }
+
+    void Append(std::unique_ptr<LexoCommand> command);
+    bool CloseDelayed();
+    void Announce(LexoUndoStack* stack);
+    void AnnounceIndex(LexoUndoStack* stack);
+    void ApplyLimits(LexoUndoStack* stack, int steps, qint64 bytes);
+};
+
+void LexoUndoStackPrivate::Append(std::unique_ptr<LexoCommand> command)
+{
+    if (IsMacroOpen()) {
+        macros.back()->Add(std::move(command));
+    } else {
+        list.Append(std::move(command));
+    }
+}
+
+/// True when there was one.
+bool LexoUndoStackPrivate::CloseDelayed()
+{
+    if (!delayed) return false;
+    std::unique_ptr<LexoCommand> command = std::move(delayed);
+    command->EndTransaction(command->GetCommandData());
+    Append(std::move(command));
+    return true;
+}
+
+void LexoUndoStackPrivate::Announce(LexoUndoStack* stack)
+{
+    const bool isClean = stack->isClean();
+    if (isClean != wasClean) {
+        wasClean = isClean;
+        emit stack->cleanChanged(isClean);
+    }
+    emit stack->historyChanged();
+}
+
+void LexoUndoStackPrivate::AnnounceIndex(LexoUndoStack* stack)
+{
+    if (!IsMacroOpen()) emit stack->indexChanged(list.Index());
+    Announce(stack);
+}
+
+void LexoUndoStackPrivate::ApplyLimits(LexoUndoStack* stack, int steps, qint64 bytes)
+{
+    const int before = list.Index();
+    list.SetLimits(steps, bytes);
+    if (list.Index() != before) AnnounceIndex(stack);
+}
+
+LexoUndoStack::LexoUndoStack(QObject* parent)
+    : QObject(parent), m_pPrivate(std::make_unique<LexoUndoStackPrivate>())
+{}
+
+LexoUndoStack::~LexoUndoStack() = default;
+
+void LexoUndoStack::push(LexoCommand* command)
+{
+    std::unique_ptr<LexoCommand> owned(command);
+    if (!owned) return;
+    if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
+    m_pPrivate->CloseDelayed();
+    owned->redo();
+    m_pPrivate->Append(std::move(owned));
+    m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::pushDelayed(LexoCommand* command)
+{
+    std::unique_ptr<LexoCommand> owned(command);
+    if (!owned) return;
+    if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
+    m_pPrivate->CloseDelayed();
+    owned->BeginTransaction();
+    m_pPrivate->delayed = std::move(owned);
+    m_pPrivate->Announce(this);
+}
+
+void LexoUndoStack::commit()
+{
+    emit aboutCommit();
+    if (m_pPrivate->CloseDelayed()) m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::beginMacro(const QString& text)
+{
+    if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
+    m_pPrivate->CloseDelayed();
+    m_pPrivate->macros.push_back(std::make_unique<MacroCommand>(text));
+    m_pPrivate->Announce(this);
+}
+
+void LexoUndoStack::endMacro()
+{
+    if (!m_pPrivate->IsMacroOpen()) return;
+    m_pPrivate->CloseDelayed();
+    std::unique_ptr<MacroCommand> macro = std::move(m_pPrivate->macros.back());
+    m_pPrivate->macros.pop_back();
+    if (!macro->IsEmpty()) m_pPrivate->Append(std::move(macro));
+    m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::undo()
+{
+    if (m_pPrivate->IsMacroOpen()) return;
+    emit aboutIndexChanged();
+    m_pPrivate->CloseDelayed();
+    if (m_pPrivate->list.Index() == 0) return;
+    m_pPrivate->list.StepBack();
+    m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::redo()
+{
+    if (m_pPrivate->IsMacroOpen()) return;
+    emit aboutIndexChanged();
+    if (m_pPrivate->CloseDelayed()) m_pPrivate->AnnounceIndex(this);
+    if (m_pPrivate->list.Index() == count()) return;
+    m_pPrivate->list.StepForward();
+    m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::setIndex(int index)
+{
+    if (m_pPrivate->IsMacroOpen()) return;
+    emit aboutIndexChanged();
+    const bool hasClosed = m_pPrivate->CloseDelayed();
+    CommandList& list = m_pPrivate->list;
+    const int target = qBound(0, index, list.Count());
+    if (target == list.Index() && !hasClosed) return;
+    while (list.Index() > target) {
+        list.StepBack();
+    }
+    while (list.Index() < target) {
+        list.StepForward();
+    }
+    m_pPrivate->AnnounceIndex(this);
+}
+
+void LexoUndoStack::clear()
+{
+    if (m_pPrivate->IsMacroOpen()) return;
+    emit aboutIndexChanged();
+    m_pPrivate->CloseDelayed();
+    m_pPrivate->list.Clear();
+    m_pPrivate->AnnounceIndex(this);
+}
+
+int LexoUndoStack::index() const
+{
+    return m_pPrivate->list.Index();
+}
+
+int LexoUndoStack::count() const
+{
+    return m_pPrivate->list.Count();
+}
+
+QString LexoUndoStack::text(int index) const
+{
+    return index >= 0 && index < count() ? m_pPrivate->list.At(index)->text() : QString();
+}
+
+bool LexoUndoStack::canUndo() const
+{
+    return !m_pPrivate->IsMacroOpen() && (m_pPrivate->delayed || index() > 0);
+}
+
+bool LexoUndoStack::canRedo() const
+{
+    return !m_pPrivate->IsMacroOpen() && !m_pPrivate->delayed && index() < count();
+}
+
+QString LexoUndoStack::undoText() const
+{
+    if (!canUndo()) return QString();
+    return m_pPrivate->delayed ? m_pPrivate->delayed->text() : text(index() - 1);
+}
+
+QString LexoUndoStack::redoText() const
+{
+    return canRedo() ? text(index()) : QString();
+}
+
+bool LexoUndoStack::isClean() const
+{
+    return !m_pPrivate->IsMacroOpen() && !m_pPrivate->delayed && m_pPrivate->list.IsAtClean();
+}
+
+void LexoUndoStack::setClean()
+{
+    m_pPrivate->list.SetClean(true);
+    m_pPrivate->Announce(this);
+}
+
+void LexoUndoStack::resetClean()
+{
+    m_pPrivate->list.SetClean(false);
+    m_pPrivate->Announce(this);
+}
+
+int LexoUndoStack::stepLimit() const
+{
+    return m_pPrivate->list.StepLimit();
+}
+
+void LexoUndoStack::setStepLimit(int steps)
+{
+    m_pPrivate->ApplyLimits(this, steps, memoryLimit());
+}
+
+qint64 LexoUndoStack::memoryLimit() const
+{
+    return m_pPrivate->list.MemoryLimit();
+}
+
+void LexoUndoStack::setMemoryLimit(qint64 bytes)
+{
+    m_pPrivate->ApplyLimits(this, stepLimit(), bytes);
+}
