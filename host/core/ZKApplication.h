@@ -65,6 +65,8 @@ signals:
     void TexturePatternIndexChanged(int index);
 
 private:
+    friend class ZKApplicationPrivate;
+
     ZKApplication();
 
     std::unique_ptr<ZKApplicationPrivate> m_pPrivate;

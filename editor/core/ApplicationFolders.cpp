@@ -1,0 +1,21 @@
+#include "core/ApplicationFolders.h"
+
+#include "resource/ResourceFolder.h"
+
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+ApplicationFolders ApplicationFolders::Default()
+{
+    ApplicationFolders folders;
+    if (QStandardPaths::isTestModeEnabled()) {
+        static const QTemporaryDir processFolder;
+        folders.config = processFolder.filePath("config");
+        folders.data = processFolder.filePath("data");
+    } else {
+        folders.config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
+        folders.data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    }
+    folders.resources = ResourceFolder::Path();
+    return folders;
+}
