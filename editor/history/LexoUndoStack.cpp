@@ -114,6 +114,11 @@ void LexoUndoStack::endMacro()
     m_pPrivate->AnnounceIndex(this);
 }
 
+bool LexoUndoStack::isMacroOpen() const
+{
+    return m_pPrivate->IsMacroOpen();
+}
+
 void LexoUndoStack::undo()
 {
     if (m_pPrivate->IsMacroOpen()) return;

@@ -41,6 +41,7 @@ public:
     /// `indexChanged()` at the end. Macros may nest; a macro that stayed empty leaves no step.
     void beginMacro(const QString& text);
     void endMacro();
+    bool isMacroOpen() const;
 
     /// `aboutIndexChanged()`, closes a delayed command, then acts on the index of that moment,
     /// `indexChanged()`.
