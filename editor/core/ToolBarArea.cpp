@@ -43,4 +43,5 @@ void ToolBarArea::Show(QWidget* bar)
         m_pPicture->setPixmap(bar->windowIcon().pixmap(windowHandle(), {PictureSize, PictureSize}));
     m_pPicture->setVisible(hasPicture);
     if (bar != nullptr) bar->show();
+    emit ShownBarChanged(bar);
 }

@@ -28,6 +28,10 @@ public:
 
     QWidget* ShownBar() const { return m_pShown; }
 
+signals:
+    /// Another bar is shown; null for none.
+    void ShownBarChanged(QWidget* bar);
+
 private:
     QHBoxLayout* m_pLayout;
     QLabel* m_pPicture;
