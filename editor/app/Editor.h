@@ -2,14 +2,14 @@
 
 #include "EditorExport.h"
 
-#include "app/EditorFolders.h"
+#include "core/ApplicationFolders.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 
 class DocumentFiles;
-class LXDocumentInterface;
 class MainWindow;
 class PluginLoader;
 struct EditorParts;
@@ -23,7 +23,11 @@ class ZK_EDITOR_EXPORT Editor : public QObject
     Q_OBJECT
 
 public:
-    explicit Editor(EditorFolders folders = EditorFolders::Standard(), QObject* parent = nullptr);
+    /// The plug-in with the basic tools, which lies beside `libzenkari`; an absolute path.
+    static QString DefaultPluginFile();
+
+    explicit Editor(ApplicationFolders folders = ApplicationFolders::Default(),
+                    QString pluginFile = DefaultPluginFile());
 
     /// Shuts down when that was not done.
     ~Editor() override;
@@ -35,10 +39,6 @@ public:
     /// Why Start() failed, in words for the user.
     QString GetErrorText() const { return m_ErrorText; }
 
-    /// Asks about every changed document as quitting does, then closes the window. False when the user
-    /// cancelled: the editor goes on as before.
-    bool Quit();
-
     /// Closes all documents without a question, then the plug-in, the window and the singletons, so that
     /// the plug-in's `Shutdown` still finds all of them alive. Harmless when not started.
     void Shutdown();
@@ -48,16 +48,15 @@ public:
     DocumentFiles* GetFiles() const;
     PluginLoader* GetPlugin() const;
 
-    const EditorFolders& GetFolders() const { return m_Folders; }
-
 signals:
     /// The main window was closed, with all questions answered.
     void Closed();
 
 private:
-    bool Fail(const QString& text);
+    void BuildWindow();
 
-    EditorFolders m_Folders;
+    ApplicationFolders m_Folders;
+    QString m_PluginFile;
     QString m_ErrorText;
     std::unique_ptr<EditorParts> m_pParts;
 };
