@@ -1,0 +1,43 @@
+#include "ToolWork.h"
+
+#include "LXViewToolBase.h"
+
+#include <QGuiApplication>
+
+ToolWork::ToolWork(LXViewToolBase& tool) : m_Tool(tool) {}
+
+ToolWork::~ToolWork()
+{
+    EndWork();
+}
+
+bool ToolWork::BeginWork()
+{
+    if (m_bWorking) return true;
+    if (!m_Tool.LockDocument()) return false;
+
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    m_Tool.DisableShortcuts();
+    m_bWaitCursor = true;
+    m_bWorking = true;
+    return true;
+}
+
+void ToolWork::RestoreCursor()
+{
+    if (!m_bWaitCursor) return;
+
+    m_bWaitCursor = false;
+    QGuiApplication::restoreOverrideCursor();
+}
+
+void ToolWork::EndWork()
+{
+    RestoreCursor();
+    if (!m_bWorking) return;
+
+    // The state first: listeners of the unlock may start the next work.
+    m_bWorking = false;
+    m_Tool.UnlockDocument();
+    m_Tool.EnableShortcuts();
+}
