@@ -37,5 +37,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void Rearrange();
+
     std::unique_ptr<LToolBoxWidgetPrivate> m_pPrivate;
 };

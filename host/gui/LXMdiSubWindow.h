@@ -4,8 +4,6 @@
 
 #include <QMdiSubWindow>
 
-class LXDocumentInterface;
-
 /// The window of a document in the document area: a tab, or a frame. Its title is the document's name, with
 /// a mark while the document is modified. Closing it closes the document. Main thread only.
 class ZK_HOST_EXPORT LXMdiSubWindow : public QMdiSubWindow
@@ -25,5 +23,5 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void UpdateTitle(LXDocumentInterface* document);
+    void UpdateTitle();
 };

@@ -33,4 +33,6 @@ signals:
 
 private:
     QShortcut* m_pShortcut = nullptr;
+    QKeySequence m_Key;
+    bool m_bEnabled = true;
 };

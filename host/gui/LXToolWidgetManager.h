@@ -2,8 +2,12 @@
 
 #include "ZKHostExport.h"
 
-#include <QPointer>
+#include <QList>
 #include <QWidget>
+
+class QLabel;
+class QScrollArea;
+class QStackedLayout;
 
 /// The place of the active tool's own panel, docked by the window. It shows the panel added last. Main
 /// thread only.
@@ -35,7 +39,10 @@ signals:
 
 private:
     void ShowLast();
+    void Forget(QWidget* widget);
 
     QList<QWidget*> m_Widgets;
-    QPointer<QWidget> m_pCurrent;
+    QStackedLayout* m_pPages;
+    QLabel* m_pNoPanelLbl;
+    QScrollArea* m_pPanelArea;
 };

@@ -8,6 +8,8 @@
 #include <memory>
 
 class LexoAppKeyHookPrivate;
+class QKeyEvent;
+class QShortcutEvent;
 
 /// Sees every key of the program before anybody else, and can switch its shortcuts off. Made at first use,
 /// after the application object. Main thread only.
@@ -46,6 +48,11 @@ signals:
 
 private:
     LexoAppKeyHook();
+
+    void NotePress(const QKeyEvent* event);
+    void NoteRelease(const QKeyEvent* event);
+    bool NoteShortcut(const QObject* receiver, const QShortcutEvent* event);
+    void ReleaseAll();
 
     std::unique_ptr<LexoAppKeyHookPrivate> m_pPrivate;
 };

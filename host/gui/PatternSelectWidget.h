@@ -31,10 +31,15 @@ public:
     /// A texture brush of the current pattern; an empty brush without one.
     QBrush GetPattern() const;
 
+    QSize sizeHint() const override;
+
 signals:
     void CurrentItemChanged(int index);
     /// By a double click, or Enter on the current item.
     void ItemDoubleClicked(int index);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QListWidget* m_pList;

@@ -45,6 +45,9 @@ public:
     /// far as the scene rectangle allows.
     /// @param center  view coordinates
     void Scale(double factor, const QPointF& center);
+    /// The same to an absolute scale.
+    /// @param resizeWindow  also fits a frame (not a tab) round the canvas, as far as the area has room
+    void Zoom(double scale, const QPointF& anchor, bool resizeWindow);
     /// Shows the whole canvas in the middle, as large as it fits, within the limits.
     void FitSizeToViewPort();
 
@@ -72,13 +75,18 @@ signals:
     void SceneAreaChanged();
     /// Once, while everything of the view still stands.
     void AboutDestroy(ZKDocumentView* view);
+    /// The pointer moved over the viewport to this point, or left it.
+    void CursorMoved(QPointF scenePos);
+    void CursorLeft();
     void LayerOrderOperationsBlocked(bool blocked);
 
 protected:
     void drawBackground(QPainter* painter, const QRectF& exposed) override;
-    void drawForeground(QPainter* painter, const QRectF& exposed) override;
+    void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
