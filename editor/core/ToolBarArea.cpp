@@ -10,6 +10,7 @@ ToolBarArea::ToolBarArea(QWidget* parent)
     : QWidget(parent), m_pLayout(new QHBoxLayout(this)), m_pPicture(new QLabel(this))
 {
     setObjectName("ToolBarArea");
+    setAttribute(Qt::WA_StyledBackground);
     setFixedHeight(Height);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 
