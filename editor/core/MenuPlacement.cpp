@@ -26,8 +26,9 @@ void MenuPlacement::SetMenuBar(QMenuBar* bar)
                                        tr("&Selection"), tr("&View"), tr("&Window"), tr("&Help")};
     std::transform(std::begin(titles), std::end(titles), m_Menus.begin(),
                    [bar](const QString& title) { return bar->addMenu(title); });
-    for (auto entry = m_Entries.cbegin(); entry != m_Entries.cend(); ++entry)
+    for (auto entry = m_Entries.cbegin(); entry != m_Entries.cend(); ++entry) {
         Insert(entry);
+    }
     ShowFilledMenus();
 }
 

@@ -5,24 +5,29 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QScrollBar>
+#include <QWheelEvent>
 
-ToolBarArea::ToolBarArea(QWidget* parent)
-    : QWidget(parent), m_pLayout(new QHBoxLayout(this)), m_pPicture(new QLabel(this))
+ToolBarArea::ToolBarArea(QWidget* parent) : QScrollArea(parent)
 {
     setObjectName("ToolBarArea");
-    setAttribute(Qt::WA_StyledBackground);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFixedHeight(Height);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 
-    // Without a constraint the widest bar does not become the least width of the window.
-    m_pLayout->setSizeConstraint(QLayout::SetNoConstraint);
-    m_pLayout->setContentsMargins(8, 0, 8, 0);
-    m_pLayout->setSpacing(8);
+    auto* strip = new QWidget;
+    m_pPicture = new QLabel(strip);
     m_pPicture->setFixedSize(PictureSize, PictureSize);
     m_pPicture->setAlignment(Qt::AlignCenter);
     m_pPicture->hide();
+    m_pLayout = new QHBoxLayout(strip);
+    m_pLayout->setContentsMargins(8, 0, 8, 0);
+    m_pLayout->setSpacing(8);
     m_pLayout->addWidget(m_pPicture);
     m_pLayout->addStretch(1);
+    setWidget(strip);
+    setWidgetResizable(true);
     ZKToolBarManagerPrivate::Get().SetArea(this);
 }
 
@@ -45,4 +50,11 @@ void ToolBarArea::Show(QWidget* bar)
     m_pPicture->setVisible(hasPicture);
     if (bar != nullptr) bar->show();
     emit ShownBarChanged(bar);
+}
+
+void ToolBarArea::wheelEvent(QWheelEvent* event)
+{
+    const QPoint turn = event->angleDelta();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - (turn.x() != 0 ? turn.x() : turn.y()));
+    event->accept();
 }

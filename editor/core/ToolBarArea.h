@@ -3,14 +3,15 @@
 #include "EditorExport.h"
 
 #include <QPointer>
-#include <QWidget>
+#include <QScrollArea>
 
 class QHBoxLayout;
 class QLabel;
 
 /// The strip under the menu bar in which the option bar of the active tool stands. Its height never changes
-/// and a wide bar does not widen the window. The latest area made takes over all bars of ZKToolBarManager.
-class ZK_EDITOR_EXPORT ToolBarArea : public QWidget
+/// and a wide bar does not widen the window: the wheel and the focus scroll it. The latest area made takes
+/// over all bars of ZKToolBarManager.
+class ZK_EDITOR_EXPORT ToolBarArea : public QScrollArea
 {
     Q_OBJECT
 
@@ -31,6 +32,9 @@ public:
 signals:
     /// Another bar is shown; null for none.
     void ShownBarChanged(QWidget* bar);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     QHBoxLayout* m_pLayout;

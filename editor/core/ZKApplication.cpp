@@ -12,8 +12,9 @@ QStringList FindPatterns(const QString& folder)
 {
     QStringList files;
     const QFileInfoList found = QDir(folder).entryInfoList({"*.png"}, QDir::Files, QDir::Name);
-    for (const QFileInfo& file : found)
+    for (const QFileInfo& file : found) {
         files.append(QDir::toNativeSeparators(file.absoluteFilePath()));
+    }
     return files;
 }
 

@@ -33,8 +33,9 @@ void ZKToolBarManagerPrivate::SetArea(ToolBarArea* area)
 {
     m_pArea = area;
     m_Bars.removeAll(nullptr);
-    for (const QPointer<QWidget>& bar : qAsConst(m_Bars))
+    for (const QPointer<QWidget>& bar : qAsConst(m_Bars)) {
         area->TakeIn(bar);
+    }
     area->Show(m_pActive);
 }
 

@@ -1,11 +1,12 @@
 #include "guicore/LXMessageBox.h"
 
+#include "utils/ZKIconHelper.h"
+
 #include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QThread>
 
 #include <map>
@@ -40,6 +41,15 @@ QString StockText(LXMessageBox::Button button)
     case LXMessageBox::Close: return LXMessageBox::tr("Close");
     }
     return QString();
+}
+
+QPixmap IconPicture(LXMessageBox::Icon icon, const QWidget& widget)
+{
+    constexpr int size = 40;
+    constexpr const char* names[] = {"", "information", "warning", "critical"};
+    if (icon == LXMessageBox::NoIcon) return QPixmap();
+    const QIcon picture = ZKIconHelper::DisabledIcon(QString("theme:message_%1.png").arg(names[icon]));
+    return picture.pixmap(widget.windowHandle(), {size, size});
 }
 
 LXMessageBox::Button Ask(LXMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
@@ -89,7 +99,6 @@ LXMessageBox::LXMessageBox(QWidget* parent)
     m_pPrivate->m_pTextLbl->setTextFormat(Qt::PlainText);
     m_pPrivate->m_pTextLbl->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_pPrivate->m_pTextLbl->setWordWrap(true);
-    m_pPrivate->m_pTextLbl->setMinimumWidth(280);
 
     m_pPrivate->m_pButtonLayout = new QHBoxLayout;
     m_pPrivate->m_pButtonLayout->setSpacing(8);
@@ -100,6 +109,7 @@ LXMessageBox::LXMessageBox(QWidget* parent)
     layout->setHorizontalSpacing(16);
     layout->setVerticalSpacing(16);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->setColumnStretch(1, 1);
     layout->addWidget(m_pPrivate->m_pIconLbl, 0, 0, Qt::AlignTop);
     layout->addWidget(m_pPrivate->m_pTextLbl, 0, 1, Qt::AlignVCenter);
     layout->addLayout(m_pPrivate->m_pButtonLayout, 1, 0, 1, 2);
@@ -114,6 +124,10 @@ void LXMessageBox::SetWindowTitle(const QString& title)
 
 void LXMessageBox::SetText(const QString& text)
 {
+    // A label that wraps its words would else choose a column narrower than the lines that it was given.
+    constexpr int widest = 480;
+    const int natural = m_pPrivate->m_pTextLbl->fontMetrics().size(0, text).width();
+    m_pPrivate->m_pTextLbl->setMinimumWidth(qMin(natural, widest));
     m_pPrivate->m_pTextLbl->setText(text);
     // Screen readers announce a dialog by its description.
     setAccessibleDescription(text);
@@ -127,13 +141,9 @@ QString LXMessageBox::GetText() const
 void LXMessageBox::SetIcon(Icon icon)
 {
     m_pPrivate->m_Icon = icon;
-    m_pPrivate->m_pIconLbl->setVisible(icon != NoIcon);
-    if (icon == NoIcon) return;
-    const QStyle::StandardPixmap pixmap = icon == InformationIcon ? QStyle::SP_MessageBoxInformation
-                                          : icon == WarningIcon   ? QStyle::SP_MessageBoxWarning
-                                                                  : QStyle::SP_MessageBoxCritical;
-    const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-    m_pPrivate->m_pIconLbl->setPixmap(style()->standardIcon(pixmap).pixmap(windowHandle(), {size, size}));
+    const QPixmap picture = IconPicture(icon, *this);
+    m_pPrivate->m_pIconLbl->setPixmap(picture);
+    m_pPrivate->m_pIconLbl->setVisible(!picture.isNull());
 }
 
 LXMessageBox::Icon LXMessageBox::GetIcon() const

@@ -91,15 +91,22 @@ QString Theme::StyleSheet(const ThemeTokens& tokens, QString style)
 {
     const QPalette palette = Palette(tokens);
     const std::pair<const char*, QString> words[] = {
-        {"@window", tokens.window},   {"@panel", tokens.panel},
-        {"@raised", tokens.raised},   {"@hover", Mix(tokens.raised, tokens.text, 0.9).name()},
-        {"@line", tokens.line},       {"@text", tokens.text},
-        {"@dimText", tokens.dimText}, {"@off", palette.color(QPalette::Disabled, QPalette::Text).name()},
-        {"@accent", tokens.accent},   {"@selection", Selection(tokens).name()},
+        {"@window", tokens.window},
+        {"@panel", tokens.panel},
+        {"@raised", tokens.raised},
+        {"@hover", Mix(tokens.raised, tokens.text, 0.9).name()},
+        {"@filled", Mix(tokens.text, tokens.panel, 0.25).name()},
+        {"@line", tokens.line},
+        {"@text", tokens.text},
+        {"@dimText", tokens.dimText},
+        {"@off", palette.color(QPalette::Disabled, QPalette::Text).name()},
+        {"@accent", tokens.accent},
+        {"@selection", Selection(tokens).name()},
         {"@danger", tokens.danger},
     };
-    for (const auto& [word, color] : words)
+    for (const auto& [word, color] : words) {
         style.replace(word, color);
+    }
     return style;
 }
 
@@ -107,7 +114,8 @@ QIcon Theme::ApplicationIcon(const QString& resources)
 {
     QIcon icon;
     const QFileInfoList files = QDir(resources).entryInfoList({"zenkari-*.png"}, QDir::Files);
-    for (const QFileInfo& file : files)
+    for (const QFileInfo& file : files) {
         icon.addFile(file.absoluteFilePath());
+    }
     return icon;
 }

@@ -41,6 +41,8 @@ void AddPixmap(QIcon& icon, const QPixmap& pixmap)
 {
     if (pixmap.isNull()) return;
     icon.addPixmap(pixmap, QIcon::Normal);
+    // Else Qt tints it with the ground of the selected row.
+    icon.addPixmap(pixmap, QIcon::Selected);
     icon.addPixmap(MakeDisabled(pixmap), QIcon::Disabled);
 }
 } // namespace

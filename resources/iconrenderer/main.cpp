@@ -23,10 +23,12 @@ struct Size
 {
     int pixels;
     const char* ending;
+    const char* stroke; // in the box of 24: small pictures would grow pale with lines that shrink along
 };
 
-constexpr Size PlainSize = {24, ""};
-constexpr Size FurtherIconSizes[] = {{16, "-16"}, {40, "-40"}};
+constexpr char DrawnStroke[] = "stroke-width=\"1.5\"";
+constexpr Size PlainSize = {24, "", DrawnStroke};
+constexpr Size FurtherIconSizes[] = {{16, "-16", "stroke-width=\"1.9\""}, {40, "-40", DrawnStroke}};
 constexpr int ApplicationSizes[] = {16, 32, 48, 128, 256};
 
 bool Render(QSvgRenderer& renderer, const QSize& size, const QString& file)
@@ -44,19 +46,18 @@ bool RenderThemePicture(const ThemeTokens& tokens, QByteArray svg, const QString
 {
     svg.replace(LightTokens.text, tokens.text);
     svg.replace(LightTokens.accent, tokens.accent);
-    QSvgRenderer renderer(svg);
-    if (!renderer.isValid()) return false;
-
     const auto renderSize = [&](const Size& size) {
+        QSvgRenderer renderer(QByteArray(svg).replace(DrawnStroke, size.stroke));
         const QString file = base + size.ending;
-        return Render(renderer, {size.pixels, size.pixels}, file + ".png") &&
+        return renderer.isValid() && Render(renderer, {size.pixels, size.pixels}, file + ".png") &&
                Render(renderer, {2 * size.pixels, 2 * size.pixels}, file + "@2x.png");
     };
     bool done = renderSize(PlainSize);
     const bool isCursor = base.contains("_cursor");
     if (isCursor) return done;
-    for (const Size& size : FurtherIconSizes)
+    for (const Size& size : FurtherIconSizes) {
         done = renderSize(size) && done;
+    }
     return done;
 }
 

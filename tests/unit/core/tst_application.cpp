@@ -196,8 +196,9 @@ int Difference(QRgb one, QRgb other)
 double ColumnStep(const QImage& image, int left, int right)
 {
     double sum = 0;
-    for (int y = 0; y < image.height(); ++y)
+    for (int y = 0; y < image.height(); ++y) {
         sum += Difference(image.pixel(left, y), image.pixel(right, y));
+    }
     return sum / image.height();
 }
 
@@ -205,8 +206,9 @@ double ColumnStep(const QImage& image, int left, int right)
 bool IsSeamless(const QImage& image)
 {
     double largest = 0;
-    for (int x = 1; x < image.width(); ++x)
+    for (int x = 1; x < image.width(); ++x) {
         largest = qMax(largest, ColumnStep(image, x - 1, x));
+    }
     return ColumnStep(image, image.width() - 1, 0) <= largest;
 }
 } // namespace

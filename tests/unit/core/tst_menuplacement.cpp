@@ -10,8 +10,9 @@ namespace {
 QStringList Texts(const QList<QAction*>& actions)
 {
     QStringList texts;
-    for (const QAction* action : actions)
+    for (const QAction* action : actions) {
         texts.append(action->isSeparator() ? "-" : action->text());
+    }
     return texts;
 }
 

@@ -2,11 +2,14 @@
 #include "core/ZKToolBarManager.h"
 #include "support/TestRegistry.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QPixmap>
+#include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 
 class TestToolBarArea : public QObject
 {
@@ -22,6 +25,7 @@ private slots:
     void repeatedAddKeepsTheBarShown();
     void destroyedBarLeaves();
     void heightAndWidthStayCalm();
+    void wideBarScrollsByTheWheelAndTheFocus();
     void windowIconIsThePictureOfTheBar();
     void withoutAnAreaNothingIsShown();
 };
@@ -53,7 +57,7 @@ void TestToolBarArea::barsFromBeforeTheAreaStandInIt()
     ZKToolBarManager::Activate(bar);
     QVERIFY(bar->isHidden());
     ToolBarArea area;
-    QCOMPARE(bar->parentWidget(), &area);
+    QVERIFY(area.isAncestorOf(bar));
     QVERIFY(!bar->isHidden());
 }
 
@@ -63,7 +67,7 @@ void TestToolBarArea::unknownBarIsTakenInByItsWindowTitle()
     auto* bar = new QWidget;
     bar->setWindowTitle("Bucket toolbar");
     ZKToolBarManager::Activate(bar);
-    QCOMPARE(bar->parentWidget(), &area);
+    QVERIFY(area.isAncestorOf(bar));
     QCOMPARE(bar->accessibleName(), QString("Bucket toolbar"));
     QVERIFY(!bar->isHidden());
 }
@@ -106,10 +110,41 @@ void TestToolBarArea::heightAndWidthStayCalm()
     QTest::qWait(0);
     QCOMPARE(area->height(), ToolBarArea::Height);
     QCOMPARE(window.width(), 300);
-    QCOMPARE(bar->geometry().center().y(), area->rect().center().y());
+    const QPoint center = bar->mapTo(area, bar->rect().center());
+    QCOMPARE(center.y(), area->rect().center().y());
     ZKToolBarManager::Activate(nullptr);
     QTest::qWait(0);
     QCOMPARE(area->height(), ToolBarArea::Height);
+}
+
+void TestToolBarArea::wideBarScrollsByTheWheelAndTheFocus()
+{
+    ToolBarArea area;
+    area.resize(300, ToolBarArea::Height);
+    auto* bar = new QWidget;
+    auto* layout = new QHBoxLayout(bar);
+    auto* first = new QPushButton("first");
+    auto* last = new QPushButton("last");
+    for (QPushButton* button : {first, last}) {
+        button->setFixedWidth(250);
+        button->setFocusPolicy(Qt::StrongFocus);
+        layout->addWidget(button);
+    }
+    ZKToolBarManager::Activate(bar);
+    area.show();
+    QApplication::setActiveWindow(&area);
+    first->setFocus();
+    const QPoint hidden = last->mapTo(&area, QPoint(last->width(), 0));
+    QVERIFY(hidden.x() > area.width());
+
+    QTest::keyClick(&area, Qt::Key_Tab);
+    QVERIFY(last->hasFocus());
+    QVERIFY(last->mapTo(&area, QPoint(last->width(), 0)).x() <= area.width());
+
+    QWheelEvent back({150, 20}, area.mapToGlobal({150, 20}), {}, {0, 1200}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QApplication::sendEvent(area.viewport(), &back);
+    QCOMPARE(last->mapTo(&area, QPoint(last->width(), 0)), hidden);
 }
 
 void TestToolBarArea::windowIconIsThePictureOfTheBar()

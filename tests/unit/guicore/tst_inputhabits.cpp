@@ -121,8 +121,9 @@ void TestInputHabits::wheelOverTheTextOfASpinBoxCountsAsTheSpinBox()
 
 void TestInputHabits::wheelGivesNoFocus()
 {
-    for (int turn = 0; turn < 2; ++turn)
+    for (int turn = 0; turn < 2; ++turn) {
         TurnWheel(m_pSpin);
+    }
     QVERIFY(m_pOther->hasFocus());
     QCOMPARE(m_pSpin->value(), 50);
 }

@@ -23,8 +23,9 @@ void WhenOpen(const std::function<void(LXMessageBox&)>& action)
 QStringList ButtonTexts(const LXMessageBox& box)
 {
     QStringList texts;
-    for (const QPushButton* button : box.findChildren<QPushButton*>())
+    for (const QPushButton* button : box.findChildren<QPushButton*>()) {
         texts.append(button->text());
+    }
     return texts;
 }
 

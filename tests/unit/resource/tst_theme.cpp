@@ -107,8 +107,9 @@ void TestTheme::textStandsOutFromItsGround()
 void TestTheme::everyDrawingIsRenderedForBothLooks_data()
 {
     QTest::addColumn<QString>("name");
-    for (const QString& file : Drawings("*.svg"))
+    for (const QString& file : Drawings("*.svg")) {
         QTest::newRow(qPrintable(file)) << file.chopped(4);
+    }
 }
 
 void TestTheme::everyDrawingIsRenderedForBothLooks()
@@ -158,8 +159,9 @@ void TestTheme::iconsTakeTheInkOfTheLook()
 void TestTheme::cursorsShowOnAnyGround_data()
 {
     QTest::addColumn<QString>("name");
-    for (const QString& file : Drawings("*_cursor.svg"))
+    for (const QString& file : Drawings("*_cursor.svg")) {
         QTest::newRow(qPrintable(file)) << file.chopped(4);
+    }
 }
 
 void TestTheme::cursorsShowOnAnyGround()
