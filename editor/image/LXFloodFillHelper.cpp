@@ -1,0 +1,63 @@
+#include "image/LXFloodFillHelper.h"
+
+#include "image/LXImage.h"
+#include "image/RegionPainter.h"
+#include "image/SimilarPixels.h"
+#include "image/TileFlood.h"
+#include "image/TileWalk.h"
+#include "utils/FaultSeams.h"
+
+#include <QPoint>
+#include <QRect>
+
+#include <stdexcept>
+
+namespace {
+void PassFaultSeam()
+{
+    if (FaultSeams::Pass(FaultSeams::Seam::FloodFill)) throw std::runtime_error("The fill failed");
+}
+
+void Report(const RegionPainter& painter, QRect* bounds)
+{
+    if (bounds != nullptr) *bounds = painter.Bounds();
+}
+} // namespace
+
+bool LXFloodFillHelper::FloodFill(const LXImage32& src, LXImage32& mask, const QPoint& seed,
+                                  LXRGBA32i tolerance, LXRGBA32i fill, QRect* bounds)
+{
+    PassFaultSeam();
+    const QRect area = src.Rect() & mask.Rect();
+    if (!area.contains(seed)) return false;
+
+    SimilarPixels similar(src, seed, tolerance);
+    TileFlood flood(similar, area);
+    flood.Run(seed);
+
+    RegionPainter painter(mask, fill);
+    flood.ForEachPart(
+        [&](int column, int row, const TileBits& region) { painter.Paint(column, row, region); });
+    Report(painter, bounds);
+    return true;
+}
+
+bool LXFloodFillHelper::ColorRangeFill(const LXImage32& src, LXImage32& mask, const QPoint& seed,
+                                       LXRGBA32i tolerance, LXRGBA32i fill, QRect* bounds)
+{
+    PassFaultSeam();
+    const QRect area = src.Rect() & mask.Rect();
+    if (!area.contains(seed)) return false;
+
+    // The copy keeps the pixels to compare with, should the mask be the same image.
+    const LXImage32 source = src;
+    SimilarPixels similar(source, seed, tolerance);
+    RegionPainter painter(mask, fill);
+    TileWalk::ForEachTile(area, [&](int column, int row, const QRect& part) {
+        TileBits region = similar.Of(column, row);
+        TileBitsMath::Clip(region, part.translated(-TileWalk::TileRect(column, row).topLeft()));
+        painter.Paint(column, row, region);
+    });
+    Report(painter, bounds);
+    return true;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <set>
+
+/// Memory for tiles, cut from chunks of 64, so that the heap neither fragments nor grows a header a tile.
+/// Not locked: the tile store does that.
+class TileArena
+{
+public:
+    static constexpr std::size_t BlockBytes = 65536;
+
+    TileArena() = default;
+    ~TileArena();
+
+    /// A block with undefined content. Throws std::bad_alloc.
+    uchar* Allocate();
+    void Free(uchar* block);
+
+private:
+    Q_DISABLE_COPY(TileArena)
+
+    static constexpr std::size_t ChunkBlocks = 64;
+    static constexpr std::size_t ChunkBytes = ChunkBlocks * BlockBytes;
+
+    struct ChunkDeleter
+    {
+        void operator()(uchar* memory) const;
+    };
+
+    struct Chunk
+    {
+        std::unique_ptr<uchar, ChunkDeleter> memory;
+        quint64 freeBlocks = ~quint64(0); ///< bit n: block n is free
+    };
+
+    Chunk& AddChunk();
+    void DropChunk(uchar* base);
+
+    std::map<uchar*, Chunk> m_Chunks;  ///< by address
+    std::set<uchar*> m_WithFreeBlocks; ///< lowest address first, so that the others run empty
+};

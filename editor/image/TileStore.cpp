@@ -1,0 +1,190 @@
+#include "image/TileStore.h"
+
+#include "image/LXTileExceptions.h"
+#include "utils/FaultSeams.h"
+
+#include <cstring>
+#include <new>
+
+static_assert(sizeof(void*) == 8, "a handle holds an index and a generation");
+static_assert(TileArena::BlockBytes == SwapFile::BlockBytes, "a tile is one block everywhere");
+
+namespace {
+constexpr qint64 BlockBytes = static_cast<qint64>(TileArena::BlockBytes);
+using Guard = std::lock_guard<std::mutex>;
+} // namespace
+
+TileStore::TileStore(qint64 memoryBudget, const std::string& swapFolder)
+    : m_SwapFile(swapFolder), m_MemoryBudget(memoryBudget)
+{}
+
+TileStore::~TileStore() = default;
+
+void* TileStore::MakeTile()
+{
+    if (FaultSeams::Pass(FaultSeams::Seam::TileAllocation)) throw std::bad_alloc();
+
+    const Guard guard(m_Mutex);
+    MakeRoom();
+    const std::size_t index = TakeIndex();
+    Block& block = m_Blocks[index];
+    try {
+        block.memory = m_Arena.Allocate();
+    } catch (...) {
+        m_FreeIndexes.push_back(index);
+        throw;
+    }
+    std::memset(block.memory, 0, TileArena::BlockBytes);
+    ++block.generation;
+    m_ResidentBytes += BlockBytes;
+    ++m_LiveTiles;
+    AppendUnpinned(block);
+    return HandleOf(index, block.generation);
+}
+
+void* TileStore::GetMemory(void* handle, bool write)
+{
+    const Guard guard(m_Mutex);
+    Block& block = Find(handle);
+    if (block.memory == nullptr) SwapIn(block);
+    if (block.pins == 0) RemoveUnpinned(block);
+    ++block.pins;
+    if (write) DropSwapCopy(block);
+    return block.memory;
+}
+
+void TileStore::FreeMemory(void* handle)
+{
+    const Guard guard(m_Mutex);
+    Block& block = Find(handle);
+    if (block.pins == 0) throw LXTMAlreadyFree();
+    if (--block.pins == 0) AppendUnpinned(block);
+}
+
+void TileStore::CleanUpTile(void* handle)
+{
+    const Guard guard(m_Mutex);
+    Block& block = Find(handle);
+    if (block.memory != nullptr) {
+        if (block.pins == 0) RemoveUnpinned(block);
+        m_Arena.Free(block.memory);
+        block.memory = nullptr;
+        m_ResidentBytes -= BlockBytes;
+    }
+    DropSwapCopy(block);
+    block.pins = 0;
+    ++block.generation;
+    --m_LiveTiles;
+    const auto index = static_cast<std::size_t>(reinterpret_cast<quintptr>(handle) & 0xFFFFFFFFu) - 1;
+    m_FreeIndexes.push_back(index); // never allocates: TakeIndex() reserved a place for every block
+}
+
+int TileStore::LiveTileCount() const
+{
+    const Guard guard(m_Mutex);
+    return m_LiveTiles;
+}
+
+int TileStore::ResidentTileCount() const
+{
+    const Guard guard(m_Mutex);
+    return static_cast<int>(m_ResidentBytes / BlockBytes);
+}
+
+void TileStore::SetMemoryBudget(qint64 bytes)
+{
+    const Guard guard(m_Mutex);
+    m_MemoryBudget = bytes;
+}
+
+qint64 TileStore::MemoryBudget() const
+{
+    const Guard guard(m_Mutex);
+    return m_MemoryBudget;
+}
+
+void* TileStore::HandleOf(std::size_t index, quint32 generation)
+{
+    return reinterpret_cast<void*>((quintptr(generation) << 32) | (index + 1));
+}
+
+TileStore::Block& TileStore::Find(void* handle)
+{
+    const auto bits = reinterpret_cast<quintptr>(handle);
+    const std::size_t place = bits & 0xFFFFFFFFu;
+    const auto generation = static_cast<quint32>(bits >> 32);
+    if (place == 0 || place > m_Blocks.size() || generation % 2 == 0) throw LXTMInvalidBlock();
+
+    Block& block = m_Blocks[place - 1];
+    if (generation > block.generation) throw LXTMInvalidBlock();
+    if (generation < block.generation) throw LXTMAlreadyFree();
+    return block;
+}
+
+std::size_t TileStore::TakeIndex()
+{
+    if (!m_FreeIndexes.empty()) {
+        const std::size_t index = m_FreeIndexes.back();
+        m_FreeIndexes.pop_back();
+        return index;
+    }
+    const std::size_t needed = m_Blocks.size() + 1;
+    if (m_FreeIndexes.capacity() < needed) m_FreeIndexes.reserve(needed * 2);
+    m_Blocks.emplace_back();
+    return m_Blocks.size() - 1;
+}
+
+/// Swaps out until one more block fits. Pinned blocks stay, whatever the budget says.
+void TileStore::MakeRoom()
+{
+    while (m_pOldest != nullptr && m_ResidentBytes + BlockBytes > m_MemoryBudget) {
+        SwapOut(*m_pOldest);
+    }
+}
+
+void TileStore::SwapOut(Block& block)
+{
+    if (block.swapSlot == NoSlot) block.swapSlot = m_SwapFile.Write(block.memory);
+    RemoveUnpinned(block);
+    m_Arena.Free(block.memory);
+    block.memory = nullptr;
+    m_ResidentBytes -= BlockBytes;
+}
+
+void TileStore::SwapIn(Block& block)
+{
+    MakeRoom();
+    uchar* const memory = m_Arena.Allocate();
+    try {
+        m_SwapFile.Read(block.swapSlot, memory);
+    } catch (...) {
+        m_Arena.Free(memory);
+        throw;
+    }
+    block.memory = memory;
+    m_ResidentBytes += BlockBytes;
+    AppendUnpinned(block);
+}
+
+void TileStore::DropSwapCopy(Block& block)
+{
+    if (block.swapSlot == NoSlot) return;
+    m_SwapFile.Release(block.swapSlot);
+    block.swapSlot = NoSlot;
+}
+
+void TileStore::AppendUnpinned(Block& block)
+{
+    block.older = m_pNewest;
+    block.newer = nullptr;
+    (m_pNewest != nullptr ? m_pNewest->newer : m_pOldest) = &block;
+    m_pNewest = &block;
+}
+
+void TileStore::RemoveUnpinned(Block& block)
+{
+    (block.older != nullptr ? block.older->newer : m_pOldest) = block.newer;
+    (block.newer != nullptr ? block.newer->older : m_pNewest) = block.older;
+    block.older = nullptr;
+    block.newer = nullptr;
+}

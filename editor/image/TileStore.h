@@ -1,0 +1,71 @@
+#pragma once
+
+#include "image/SwapFile.h"
+#include "image/TileArena.h"
+
+#include <QtGlobal>
+
+#include <deque>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// What stands behind LXTileManager: see there for the operations. A class of its own, so that tests can make
+/// one with a small budget or an unusable folder.
+///
+/// One mutex guards everything: a tile is pinned once for 16384 pixels of work, so it is hardly ever
+/// contended. Swapping happens under it too, which makes others wait only when memory has run out.
+class TileStore
+{
+public:
+    TileStore(qint64 memoryBudget, const std::string& swapFolder);
+    ~TileStore();
+
+    void* MakeTile();
+    void* GetMemory(void* handle, bool write);
+    void FreeMemory(void* handle);
+    void CleanUpTile(void* handle);
+
+    int LiveTileCount() const;
+    /// Tiles whose bytes are in memory now.
+    int ResidentTileCount() const;
+    void SetMemoryBudget(qint64 bytes);
+    qint64 MemoryBudget() const;
+
+private:
+    Q_DISABLE_COPY(TileStore)
+
+    static constexpr qint64 NoSlot = -1;
+
+    struct Block
+    {
+        uchar* memory = nullptr;  ///< null while swapped out or not alive
+        qint64 swapSlot = NoSlot; ///< a copy on disk that is still right
+        int pins = 0;
+        quint32 generation = 0; ///< odd while alive, so that an old handle is told from its successor
+        // Neighbours in the list of resident blocks that nobody pins, least recently used first.
+        Block* older = nullptr;
+        Block* newer = nullptr;
+    };
+
+    Block& Find(void* handle);
+    static void* HandleOf(std::size_t index, quint32 generation);
+    std::size_t TakeIndex();
+    void MakeRoom();
+    void SwapOut(Block& block);
+    void SwapIn(Block& block);
+    void DropSwapCopy(Block& block);
+    void AppendUnpinned(Block& block);
+    void RemoveUnpinned(Block& block);
+
+    mutable std::mutex m_Mutex;
+    TileArena m_Arena;
+    SwapFile m_SwapFile;
+    std::deque<Block> m_Blocks; ///< a deque, because the list points into it
+    std::vector<std::size_t> m_FreeIndexes;
+    Block* m_pOldest = nullptr;
+    Block* m_pNewest = nullptr;
+    qint64 m_MemoryBudget;
+    qint64 m_ResidentBytes = 0;
+    int m_LiveTiles = 0;
+};
