@@ -1,0 +1,52 @@
+#include "document/LXDocumentFactory.h"
+
+#include "document/LXDocumentInterface_p.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+LXDocumentFactory* LXDocumentFactory::Instance()
+{
+    static LXDocumentFactory factory;
+    return &factory;
+}
+
+LXDocumentInterface* LXDocumentFactory::Create(LXDocumentInterface::NativeFormat)
+{
+    auto* document = new LXDocumentInterface;
+    // A worker's document is shown and released by the main thread.
+    document->moveToThread(QCoreApplication::instance()->thread());
+    return document;
+}
+
+LXDocumentInterface* LXDocumentFactory::Copy(const LXDocumentInterface* document)
+{
+    if (!document) return nullptr;
+    const LXDocumentInterfacePrivate* from = LXDocumentInterfacePrivate::Get(document);
+    std::unique_ptr<LXDocumentInterface> copy(new LXDocumentInterface);
+    LXDocumentInterfacePrivate* to = LXDocumentInterfacePrivate::Get(copy.get());
+
+    to->name = from->name;
+    to->profile = from->profile;
+    to->dpi = from->dpi;
+    copy->SetDocumentSize(document->GetDocumentSize());
+    for (int row = 0; row < from->layers.Count(); ++row) {
+        to->InsertLayer(row, from->GetLayerState(static_cast<unsigned int>(row) + 1));
+    }
+    QPoint offset;
+    const LXImage32 mask = from->selection.Snapshot(&offset);
+    copy->SetSelectionMask(mask, offset);
+
+    copy->moveToThread(QCoreApplication::instance()->thread());
+    return copy.release();
+}
+
+void LXDocumentFactory::Release(LXDocumentInterface* document)
+{
+    if (!document) return;
+    if (document->thread() == QThread::currentThread()) {
+        delete document;
+    } else {
+        document->deleteLater();
+    }
+}

@@ -1,0 +1,112 @@
+#include "document/LXDocumentInterface.h"
+
+#include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentModel_p.h"
+#include "utils/FaultSeams.h"
+
+const int LXDocumentInterface::MAX_DOC_DIMENSION = 300000;
+
+LXDocumentInterface::LXDocumentInterface() : m_pPrivate(std::make_unique<LXDocumentInterfacePrivate>(this))
+{
+    m_pPrivate->model = LXDocumentModelPrivate::Create(this);
+    connect(m_pPrivate->model, &LXDocumentModel::LocksChanged, this, &LXDocumentInterface::LocksChanged);
+    connect(m_pPrivate->model, &LXDocumentModel::LayerDataChanged, this,
+            &LXDocumentInterface::LayerDataChanged);
+}
+
+LXDocumentInterface::~LXDocumentInterface()
+{
+    m_pPrivate->locks->WaitForOthers();
+    // The model looks into the document's insides until it is gone.
+    delete m_pPrivate->model;
+}
+
+LXDocumentModel* LXDocumentInterface::GetModel() const
+{
+    return m_pPrivate->model;
+}
+
+bool LXDocumentInterface::GetLockState() const
+{
+    return m_pPrivate->isLocked;
+}
+
+bool LXDocumentInterface::Lock()
+{
+    if (m_pPrivate->isLocked || FaultSeams::Pass(FaultSeams::Seam::DocumentLock)) return false;
+    m_pPrivate->isLocked = true;
+    emit Locked();
+    return true;
+}
+
+bool LXDocumentInterface::Unlock()
+{
+    if (!m_pPrivate->isLocked || FaultSeams::Pass(FaultSeams::Seam::DocumentUnlock)) return false;
+    m_pPrivate->isLocked = false;
+    emit Unlocked();
+    return true;
+}
+
+int LXDocumentInterface::GetDocumentState() const
+{
+    return m_pPrivate->state;
+}
+
+void LXDocumentInterface::SetDocumentState(int state)
+{
+    if (m_pPrivate->state == state) return;
+    m_pPrivate->state = state;
+    emit DocumentStateChanged(state);
+}
+
+ZKCMSProfile LXDocumentInterface::GetICCProfile() const
+{
+    return m_pPrivate->profile;
+}
+
+void LXDocumentInterface::SetICCProfile(const ZKCMSProfile& profile)
+{
+    m_pPrivate->profile = profile;
+}
+
+double LXDocumentInterface::GetDPI() const
+{
+    return m_pPrivate->dpi;
+}
+
+void LXDocumentInterface::SetDPI(double dpi)
+{
+    if (dpi > 0.0) m_pPrivate->dpi = dpi;
+}
+
+QString LXDocumentInterface::GetDocumentName() const
+{
+    return m_pPrivate->name;
+}
+
+void LXDocumentInterface::SetDocumentName(const QString& name)
+{
+    if (m_pPrivate->name == name) return;
+    m_pPrivate->name = name;
+    emit DocumentNameChanged(name);
+}
+
+void LXDocumentInterface::UpdateDocumentRect(const QRect& rect)
+{
+    m_pPrivate->Invalidate(rect.isEmpty() ? m_pPrivate->Canvas() : rect);
+}
+
+QSize LXDocumentInterface::GetDocumentSize() const
+{
+    return m_pPrivate->merged.Size();
+}
+
+void LXDocumentInterface::SetDocumentSize(const QSize& size)
+{
+    const bool isAllowed =
+        !size.isEmpty() && size.width() <= MAX_DOC_DIMENSION && size.height() <= MAX_DOC_DIMENSION;
+    if (!isAllowed || size == GetDocumentSize()) return;
+    m_pPrivate->merged.Resize(size);
+    emit DocumentSizeChanged(size);
+    m_pPrivate->Invalidate(m_pPrivate->Canvas());
+}

@@ -1,0 +1,142 @@
+// The operations of LXDocumentInterface on layers and masks.
+
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentModel.h"
+
+void LXDocumentInterface::EndLayerChange(unsigned int id)
+{
+    if (!m_pPrivate->layers.Find(id)) return;
+    m_pPrivate->LayerPixelsChanged(id, QRect());
+    if (m_pPrivate->layers.Properties(id).hasMask) m_pPrivate->MaskPixelsChanged(id, QRect());
+}
+
+void LXDocumentInterface::LayerImageChanged(unsigned int id, const QRect& rect)
+{
+    const QRect layer = GetLayerGeometry(id);
+    m_pPrivate->Invalidate(rect.isEmpty() ? layer : rect & layer);
+}
+
+void LXDocumentInterface::SetLayerOffset(unsigned int id, const QPoint& offset)
+{
+    QRect before;
+    const bool exists = m_pPrivate->layers.ChangeProperties(id, [&](LayerProperties& layer) {
+        before = layer.rect;
+        layer.rect.moveTopLeft(offset);
+    });
+    if (!exists || before.topLeft() == offset) return;
+    m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->LayerPositionChanged(id, offset); });
+    m_pPrivate->Invalidate(before | GetLayerGeometry(id));
+}
+
+void LXDocumentInterface::SetMaskOffset(unsigned int id, const QPoint& offset)
+{
+    QRect before;
+    m_pPrivate->layers.ChangeProperties(id, [&](LayerProperties& layer) {
+        if (!layer.hasMask) return;
+        before = layer.maskRect;
+        layer.maskRect.moveTopLeft(offset);
+    });
+    if (before.isEmpty() || before.topLeft() == offset) return;
+    m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->MaskPositionChanged(id, offset); });
+    m_pPrivate->Invalidate((before | GetMaskGeometry(id)) & GetLayerGeometry(id));
+}
+
+void LXDocumentInterface::SetLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
+{
+    if (!m_pPrivate->layers.Find(id)) return;
+    const QRect before = GetLayerGeometry(id);
+    m_pPrivate->PutLayerImage(id, image, offset);
+    if (before.topLeft() != offset) {
+        m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->LayerPositionChanged(id, offset); });
+    }
+    m_pPrivate->LayerPixelsChanged(id, before | GetLayerGeometry(id));
+}
+
+void LXDocumentInterface::SetMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset)
+{
+    if (!m_pPrivate->layers.Properties(id).hasMask) return;
+    const QRect before = GetMaskGeometry(id);
+    m_pPrivate->PutMaskImage(id, image, offset);
+    if (before.topLeft() != offset) {
+        m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->MaskPositionChanged(id, offset); });
+    }
+    m_pPrivate->MaskPixelsChanged(id, before | GetMaskGeometry(id));
+}
+
+unsigned int LXDocumentInterface::AddLayer(const QString& name, const LXImage32& image, const QPoint& offset,
+                                           int row)
+{
+    LayerState layer;
+    layer.properties.name = name;
+    layer.properties.rect = QRect(offset, QSize(image.Width(), image.Height()));
+    layer.image = image;
+    const int place = qBound(0, row, m_pPrivate->layers.Count());
+    m_pPrivate->InsertLayer(place, layer);
+    return static_cast<unsigned int>(place) + 1;
+}
+
+void LXDocumentInterface::RemoveLayer(unsigned int id)
+{
+    if (!m_pPrivate->layers.Find(id)) return;
+    emit AboutRequesAdditionalLayer(id);
+    emit AboutRequesAdditionalMask(id);
+    m_pPrivate->RemoveLayer(static_cast<int>(id) - 1);
+}
+
+void LXDocumentInterface::AddMask(unsigned int id, bool reveals)
+{
+    const QSize size = GetDocumentSize();
+    LayerState layer;
+    layer.properties.hasMask = true;
+    layer.properties.maskReveals = reveals;
+    layer.properties.maskRect = QRect(QPoint(0, 0), size);
+    layer.mask = LXImage32(size.width(), size.height());
+    if (reveals) layer.mask.Fill(LXRGBA32i(0xFF000000));
+    m_pPrivate->ReplaceMask(id, layer);
+}
+
+void LXDocumentInterface::RemoveMask(unsigned int id)
+{
+    if (m_pPrivate->layers.Properties(id).hasMask) m_pPrivate->ReplaceMask(id, LayerState());
+}
+
+void LXDocumentInterface::GetMaskInverted(unsigned int id, bool* reveals) const
+{
+    *reveals = m_pPrivate->layers.Properties(id).maskReveals;
+}
+
+unsigned int LXDocumentInterface::GetLayerLockFlags(unsigned int id) const
+{
+    return m_pPrivate->layers.Properties(id).locks;
+}
+
+QRect LXDocumentInterface::GetLayerGeometry(unsigned int id) const
+{
+    return id == 0 ? m_pPrivate->Canvas() : m_pPrivate->layers.Properties(id).rect;
+}
+
+QRect LXDocumentInterface::GetMaskGeometry(unsigned int id) const
+{
+    return id == 0 ? m_pPrivate->Canvas() : m_pPrivate->layers.Properties(id).maskRect;
+}
+
+LXImage32* LXDocumentInterface::GetLayerImage(unsigned int id) const
+{
+    if (id == 0) return &m_pPrivate->merged.Image();
+    const std::shared_ptr<Layer> layer = m_pPrivate->layers.Find(id);
+    return layer ? &layer->image : nullptr;
+}
+
+LXImage32* LXDocumentInterface::GetMaskImage(unsigned int id) const
+{
+    if (id == 0) return &m_pPrivate->merged.Image();
+    const std::shared_ptr<Layer> layer = m_pPrivate->layers.Find(id);
+    return layer && m_pPrivate->layers.PropertiesOf(*layer).hasMask ? &layer->mask : nullptr;
+}
+
+int LXDocumentInterface::GetLayerKind(unsigned int id) const
+{
+    if (id == 0) return LayerKind::Raster;
+    return m_pPrivate->layers.Find(id) ? m_pPrivate->layers.Properties(id).kind : -1;
+}

@@ -1,0 +1,141 @@
+#include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentModel_p.h"
+
+#include <QThread>
+
+namespace {
+QRect RectOf(const LXImage32& image, const QPoint& offset)
+{
+    return QRect(offset, QSize(image.Width(), image.Height()));
+}
+} // namespace
+
+LXDocumentInterfacePrivate::LXDocumentInterfacePrivate(LXDocumentInterface* owner)
+    : document(owner), locks(std::make_shared<PixelLockTable>()), selection(*locks), merged(*locks, layers)
+{}
+
+LXDocumentInterfacePrivate* LXDocumentInterfacePrivate::Get(const LXDocumentInterface* document)
+{
+    return document->m_pPrivate.get();
+}
+
+LayerState LXDocumentInterfacePrivate::GetLayerState(unsigned int id) const
+{
+    const std::shared_ptr<Layer> layer = layers.Find(id);
+    if (!layer) return LayerState();
+    const PixelReadScope scope(*locks, layer->key);
+    return {layers.PropertiesOf(*layer), layer->image, layer->mask};
+}
+
+void LXDocumentInterfacePrivate::InsertLayer(int row, const LayerState& layer)
+{
+    const int place = qBound(0, row, layers.Count());
+    LXDocumentModelPrivate::Get(model)->InsertRow(place, std::make_shared<Layer>(NewLockKey(), layer));
+    Invalidate(layer.properties.rect);
+}
+
+void LXDocumentInterfacePrivate::RemoveLayer(int row)
+{
+    const std::shared_ptr<Layer> layer = layers.Find(static_cast<unsigned int>(row) + 1);
+    const QRect rect = layers.PropertiesOf(*layer).rect;
+    {
+        const PixelWriteScope scope(*locks, layer->key);
+        LXDocumentModelPrivate::Get(model)->RemoveRow(row);
+    }
+    Invalidate(rect);
+}
+
+void LXDocumentInterfacePrivate::ReplaceMask(unsigned int id, const LayerState& from)
+{
+    const std::shared_ptr<Layer> layer = layers.Find(id);
+    if (!layer) return;
+
+    const bool wasSelected = layers.PropertiesOf(*layer).isMaskSelected;
+    {
+        const PixelWriteScope scope(*locks, layer->key);
+        layer->mask = from.mask;
+        layers.ChangePropertiesOf(*layer, [&from](LayerProperties& properties) {
+            properties.hasMask = from.properties.hasMask;
+            properties.maskReveals = from.properties.maskReveals;
+            properties.isMaskLinked = from.properties.isMaskLinked;
+            properties.maskRect = from.properties.maskRect;
+            properties.isMaskSelected = properties.isMaskSelected && from.properties.hasMask;
+        });
+    }
+    const int row = static_cast<int>(id) - 1;
+    LXDocumentModelPrivate::Get(model)->Notify(row, {LXDocumentModel::HasMaskRole});
+    if (wasSelected && !from.properties.hasMask) {
+        emit model->MaskSelectedChanged(false);
+        emit model->LayerSelectedChanged(true);
+    }
+    MaskPixelsChanged(id, layers.PropertiesOf(*layer).rect);
+}
+
+void LXDocumentInterfacePrivate::LayerPixelsChanged(unsigned int id, const QRect& docRect)
+{
+    OnMainThread([this, id] {
+        model->UpdateLayerThumbnail(static_cast<int>(id) - 1);
+        emit model->LayerDataChanged(id);
+    });
+    Invalidate(docRect);
+}
+
+void LXDocumentInterfacePrivate::MaskPixelsChanged(unsigned int id, const QRect& docRect)
+{
+    OnMainThread([this, id] {
+        model->UpdateMaskThumbnail(static_cast<int>(id) - 1);
+        emit model->LayerMaskChanged(id);
+    });
+    Invalidate(docRect & layers.Properties(id).rect);
+}
+
+void LXDocumentInterfacePrivate::Invalidate(const QRect& docRect)
+{
+    const QRect visible = docRect & Canvas();
+    if (visible.isEmpty()) return;
+    merged.MarkDirty(visible);
+    OnMainThread([this, visible] { emit document->CompositionChanged(visible); });
+}
+
+void LXDocumentInterfacePrivate::PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
+{
+    const std::shared_ptr<Layer> layer = layers.Find(id);
+    if (!layer) return;
+    const PixelWriteScope scope(*locks, layer->key);
+    layer->image = image;
+    layers.ChangePropertiesOf(*layer,
+                              [&](LayerProperties& properties) { properties.rect = RectOf(image, offset); });
+}
+
+void LXDocumentInterfacePrivate::PutMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset)
+{
+    const std::shared_ptr<Layer> layer = layers.Find(id);
+    if (!layer) return;
+    const PixelWriteScope scope(*locks, layer->key);
+    if (!layers.PropertiesOf(*layer).hasMask) return;
+    layer->mask = image;
+    layers.ChangePropertiesOf(
+        *layer, [&](LayerProperties& properties) { properties.maskRect = RectOf(image, offset); });
+}
+
+void LXDocumentInterfacePrivate::SyncGeometry(Layer& layer)
+{
+    layers.ChangePropertiesOf(layer, [&layer](LayerProperties& properties) {
+        properties.rect = RectOf(layer.image, properties.rect.topLeft());
+        if (properties.hasMask) properties.maskRect = RectOf(layer.mask, properties.maskRect.topLeft());
+    });
+}
+
+QRect LXDocumentInterfacePrivate::Canvas() const
+{
+    return QRect(QPoint(0, 0), merged.Size());
+}
+
+void LXDocumentInterfacePrivate::OnMainThread(const std::function<void()>& function) const
+{
+    if (QThread::currentThread() == document->thread()) {
+        function();
+    } else {
+        QMetaObject::invokeMethod(document, function, Qt::QueuedConnection);
+    }
+}

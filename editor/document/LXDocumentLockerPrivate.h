@@ -1,0 +1,40 @@
+#pragma once
+
+#include "document/PixelLockTable.h"
+
+#include <memory>
+
+class LXDocumentInterface;
+struct Layer;
+
+/// What the three lockers have in common: one lock of one document, taken and given back any number of times.
+class LXDocumentLockerPrivate
+{
+public:
+    enum class Access
+    {
+        Read,
+        Write
+    };
+
+    /// Locks the layer of that id, or the merged picture for id 0.
+    static std::unique_ptr<LXDocumentLockerPrivate> ForLayer(const LXDocumentInterface* document,
+                                                             unsigned int id, Access access);
+    static std::unique_ptr<LXDocumentLockerPrivate> ForSelection(const LXDocumentInterface* document);
+
+    ~LXDocumentLockerPrivate();
+
+    void Lock();
+    void Unlock();
+
+private:
+    LXDocumentLockerPrivate() = default;
+
+    const LXDocumentInterface* m_pDocument = nullptr; ///< null: there is nothing to lock
+    std::shared_ptr<PixelLockTable> m_pLocks;
+    std::shared_ptr<Layer> m_pLayer; ///< null for the merged picture and the selection
+    PixelLockTable::Key m_Key = 0;
+    Access m_Access = Access::Read;
+    bool m_bLocked = false;
+    PixelLockTable::Thread m_Owner;
+};

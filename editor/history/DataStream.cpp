@@ -1,0 +1,117 @@
+#include "history/DataStream.h"
+
+#include "history/IReader.h"
+#include "history/IWriter.h"
+
+#include <QByteArray>
+
+#include <map>
+#include <set>
+
+namespace {
+constexpr int TileSide = 128;
+
+constexpr qint64 MaxLength = qint64(1) << 31; ///< what a QByteArray can hold
+constexpr qint64 BlockLength = 1 << 20;
+
+bool IsImageSize(qint32 width, qint32 height)
+{
+    const auto tiles = [](qint32 side) { return (quint64(side) + TileSide - 1) / TileSide; };
+    return width >= 0 && height >= 0 && tiles(width) * tiles(height) <= LXImage32::MaxTiles;
+}
+
+void ReadTile(QDataStream& stream, LXTilePointer& slot, std::vector<LXTilePointer>& tiles)
+{
+    quint32 number = 0;
+    stream >> number;
+    if (number == tiles.size()) {
+        tiles.emplace_back(new LXTile);
+        const LXTileWriter<LXRGBA32i> writer(tiles.back());
+        if (stream.readRawData(reinterpret_cast<char*>(writer.Pixels()), LXTileManager::TileBytes) !=
+            LXTileManager::TileBytes) {
+            stream.setStatus(QDataStream::ReadPastEnd);
+        }
+    }
+    if (number < tiles.size()) {
+        slot = tiles[number];
+    } else {
+        stream.setStatus(QDataStream::ReadCorruptData);
+    }
+}
+
+/// No bytes when the input ends before. Grows as bytes come, so that a damaged length doesn't become a
+/// huge allocation.
+QByteArray ReadBytes(IReader* reader, qint64 length)
+{
+    QByteArray bytes;
+    while (bytes.size() < length) {
+        const int done = bytes.size();
+        const auto block = static_cast<int>(qMin(BlockLength, length - done));
+        bytes.resize(done + block);
+        if (!reader->Read(bytes.data() + done, block)) return QByteArray();
+    }
+    return bytes;
+}
+} // namespace
+
+bool DataStream::Write(IWriter* writer, const std::function<void(QDataStream&)>& fill)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_15);
+    fill(stream);
+    const qint64 length = bytes.size();
+    return writer->Write(&length, sizeof(length)) && writer->Write(bytes.constData(), length);
+}
+
+bool DataStream::Read(IReader* reader, const std::function<void(QDataStream&)>& take)
+{
+    qint64 length = 0;
+    if (!reader->Read(&length, sizeof(length)) || length < 0 || length >= MaxLength) return false;
+    const QByteArray bytes = ReadBytes(reader, length);
+    if (bytes.size() != length) return false;
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_5_15);
+    take(stream);
+    return stream.status() == QDataStream::Ok && stream.atEnd();
+}
+
+void DataStream::WriteImage(QDataStream& stream, const LXImage32& image)
+{
+    stream << qint32(image.Width()) << qint32(image.Height());
+    std::map<const LXTile*, quint32> numbers;
+    for (const LXTilePointer& tile : image.m_Tiles) {
+        const auto [place, isNew] = numbers.emplace(tile.data(), static_cast<quint32>(numbers.size()));
+        stream << place->second;
+        if (!isNew) continue;
+        const LXTileReader<LXRGBA32i> reader(*tile);
+        stream.writeRawData(reinterpret_cast<const char*>(reader.Pixels()), LXTileManager::TileBytes);
+    }
+}
+
+LXImage32 DataStream::ReadImage(QDataStream& stream)
+{
+    qint32 width = 0;
+    qint32 height = 0;
+    stream >> width >> height;
+    if (!IsImageSize(width, height)) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+        return LXImage32();
+    }
+    LXImage32 image(width, height);
+    std::vector<LXTilePointer> tiles;
+    for (LXTilePointer& slot : image.m_Tiles) {
+        ReadTile(stream, slot, tiles);
+        if (stream.status() != QDataStream::Ok) return LXImage32();
+    }
+    return image;
+}
+
+qint64 DataStream::BytesOf(const LXImage32& image)
+{
+    std::set<const LXTile*> tiles;
+    for (const LXTilePointer& tile : image.m_Tiles) {
+        tiles.insert(tile.data());
+    }
+    return static_cast<qint64>(tiles.size()) * LXTileManager::TileBytes;
+}

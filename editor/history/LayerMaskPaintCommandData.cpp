@@ -1,0 +1,8 @@
+#include "history/LayerMaskPaintCommandData.h"
+
+#include "history/CommandDataType.h"
+
+int LayerMaskPaintCommandData::GetDataType() const
+{
+    return CommandDataType::LayerMaskPaint;
+}

@@ -1,0 +1,183 @@
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "document/LayerLocks.h"
+#include "support/DocumentFixture.h"
+#include "support/TestRegistry.h"
+
+#include <QAbstractItemModelTester>
+#include <QImage>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace DocumentFixture;
+
+class TestDocumentModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsTheRulesOfItemModels();
+    void settersTellViewsAndThePicture();
+    void valuesAreKeptInRange();
+    void badRowsAnswerDefaults();
+    void rolesTellWhatTheGettersTell();
+    void thumbnailsShowTheCanvas();
+    void thumbnailsFollowChanges();
+    void maskThumbnailsAreGray();
+    void selectionsFollowALayerThatMoves();
+};
+
+void TestDocumentModel::keepsTheRulesOfItemModels()
+{
+    const OwnedDocument document = Make(QSize(20, 20));
+    LXDocumentModel* model = document->GetModel();
+    const QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    for (const char* name : {"a", "b", "c", "d"}) {
+        document->AddLayer(name, LXImage32(5, 5), QPoint());
+    }
+    model->MoveLayer(0, 3);
+    model->MoveLayer(2, 1);
+    model->MoveLayer(1, 1);
+    model->MoveLayer(-1, 2);
+    model->MoveLayer(1, 4);
+    document->RemoveLayer(2);
+    QStringList names;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        names << model->data(model->index(row)).toString();
+    }
+    QCOMPARE(names, QStringList({"c", "b", "d"}));
+}
+
+void TestDocumentModel::settersTellViewsAndThePicture()
+{
+    const OwnedDocument document = Make(QSize(20, 20));
+    document->AddLayer("layer", LXImage32(5, 5), QPoint(1, 1));
+    LXDocumentModel* model = document->GetModel();
+    QSignalSpy changed(model, &QAbstractItemModel::dataChanged);
+    SignalLog log(document.get());
+
+    model->SetName(0, "other");
+    model->SetLockFlags(0, LayerLocks::Pixels);
+    QCOMPARE(log.Take(), QStringList({"LocksChanged 1 2"}));
+    QCOMPARE(document->GetLayerLockFlags(1), LayerLocks::Pixels);
+    model->SetOpacity(0, 0.5);
+    model->SetBlendMode(0, BlendMode::Multiply);
+    model->SetVisible(0, false);
+    QCOMPARE(log.Take(), QStringList({"CompositionChanged (1,1 5x5)", "CompositionChanged (1,1 5x5)",
+                                      "CompositionChanged (1,1 5x5)"}));
+    QCOMPARE(changed.count(), 5);
+
+    model->SetName(0, "other");
+    model->SetLockFlags(0, LayerLocks::Pixels);
+    model->SetOpacity(0, 0.5);
+    model->SetBlendMode(0, BlendMode::Multiply);
+    model->SetVisible(0, false);
+    QCOMPARE(log.Take(), QStringList());
+    QCOMPARE(changed.count(), 5);
+}
+
+void TestDocumentModel::valuesAreKeptInRange()
+{
+    const OwnedDocument document = Make(QSize(20, 20));
+    document->AddLayer("layer", LXImage32(5, 5), QPoint(1, 1));
+    LXDocumentModel* model = document->GetModel();
+    model->SetOpacity(0, -2.0);
+    QCOMPARE(model->GetOpacity(0), 0.0);
+    model->SetOpacity(0, 7.0);
+    QCOMPARE(model->GetOpacity(0), 1.0);
+    model->SetLockFlags(0, 0xFF);
+    QCOMPARE(model->GetLockFlags(0), LayerLocks::Every);
+}
+
+void TestDocumentModel::badRowsAnswerDefaults()
+{
+    const OwnedDocument document = Make(QSize(20, 20));
+    LXDocumentModel* model = document->GetModel();
+    SignalLog log(document.get());
+    for (const int row : {-1, 0, 5}) {
+        model->SetName(row, "x");
+        model->SetOpacity(row, 0.1);
+        model->SetBlendMode(row, 13);
+        model->SetVisible(row, false);
+        model->SetLockFlags(row, 1);
+        model->SetMaskSelected(row, true);
+        model->SetMaskLinked(row, false);
+        model->UpdateLayerThumbnail(row);
+        model->UpdateMaskThumbnail(row);
+        QCOMPARE(model->GetName(row), QString());
+        QVERIFY(!model->GetLayerSelected(row));
+        QVERIFY(!model->GetMaskSelected(row));
+        QCOMPARE(model->GetLayerOffset(row), QPoint());
+    }
+    QCOMPARE(log.Take(), QStringList());
+}
+
+void TestDocumentModel::rolesTellWhatTheGettersTell()
+{
+    const OwnedDocument document = Make(QSize(20, 20));
+    document->AddLayer("layer", LXImage32(5, 5), QPoint(1, 1));
+    document->AddMask(1, true);
+    LXDocumentModel* model = document->GetModel();
+    model->SetMaskSelected(0, true);
+    model->SetMaskLinked(0, false);
+    model->SetOpacity(0, 0.25);
+    const QModelIndex index = model->index(0);
+    QCOMPARE(index.data().toString(), QString("layer"));
+    QCOMPARE(index.data(LXDocumentModel::HasMaskRole).toBool(), true);
+    QCOMPARE(index.data(LXDocumentModel::MaskSelectedRole).toBool(), true);
+    QCOMPARE(index.data(LXDocumentModel::MaskLinkedRole).toBool(), false);
+    QCOMPARE(index.data(LXDocumentModel::OpacityRole).toDouble(), 0.25);
+    QCOMPARE(index.data(LXDocumentModel::BlendModeRole).toUInt(), 0u);
+    QCOMPARE(index.data(LXDocumentModel::VisibleRole).toBool(), true);
+    QCOMPARE(index.data(LXDocumentModel::LocksRole).toUInt(), 0u);
+    QCOMPARE(index.data(LXDocumentModel::KindRole).toInt(), 0);
+    QVERIFY(!index.data(Qt::ToolTipRole).isValid());
+}
+
+void TestDocumentModel::thumbnailsShowTheCanvas()
+{
+    const OwnedDocument document = Make(QSize(256, 128));
+    document->AddLayer("right half", Filled(QSize(128, 128), 0xFFFF0000), QPoint(128, 0));
+    const auto thumbnail = document->GetModel()->index(0).data(Qt::DecorationRole).value<QImage>();
+    QCOMPARE(thumbnail.size(), QSize(64, 32));
+    QCOMPARE(thumbnail.pixel(48, 16), qRgba(255, 0, 0, 255));
+    QCOMPARE(qAlpha(thumbnail.pixel(16, 16)), 0);
+}
+
+void TestDocumentModel::thumbnailsFollowChanges()
+{
+    const OwnedDocument document = Make(QSize(64, 64));
+    document->AddLayer("layer", Filled(QSize(64, 64), 0xFFFF0000), QPoint());
+    LXDocumentModel* model = document->GetModel();
+    QCOMPARE(model->index(0).data(Qt::DecorationRole).value<QImage>().pixel(5, 5), 0xFFFF0000);
+    document->SetLayerImage(1, Filled(QSize(64, 64), 0xFF0000FF), QPoint());
+    QCOMPARE(model->index(0).data(Qt::DecorationRole).value<QImage>().pixel(5, 5), 0xFF0000FF);
+}
+
+void TestDocumentModel::maskThumbnailsAreGray()
+{
+    const OwnedDocument document = Make(QSize(64, 64));
+    document->AddLayer("layer", LXImage32(64, 64), QPoint());
+    const QModelIndex index = document->GetModel()->index(0);
+    QVERIFY(!index.data(LXDocumentModel::MaskThumbnailRole).isValid());
+    document->AddMask(1, true);
+    document->SetMaskImage(1, Filled(QSize(32, 64), 0x40000000), QPoint());
+    const auto thumbnail = index.data(LXDocumentModel::MaskThumbnailRole).value<QImage>();
+    QCOMPARE(thumbnail.pixel(5, 5), qRgb(0x40, 0x40, 0x40));
+    QCOMPARE(thumbnail.pixel(60, 5), qRgb(255, 255, 255));
+}
+
+void TestDocumentModel::selectionsFollowALayerThatMoves()
+{
+    const OwnedDocument document = Make(QSize(64, 64));
+    for (const char* name : {"c", "b", "a"}) {
+        document->AddLayer(name, LXImage32(5, 5), QPoint());
+    }
+    const QPersistentModelIndex top = document->GetModel()->index(0);
+    document->GetModel()->MoveLayer(0, 2);
+    QCOMPARE(top.row(), 2);
+    QCOMPARE(top.data().toString(), QString("a"));
+}
+
+ZK_REGISTER_TEST(tst_documentmodel, TestDocumentModel)
+#include "tst_documentmodel.moc"
