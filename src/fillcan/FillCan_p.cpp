@@ -22,6 +22,7 @@
 #include "gui/LexoAppKeyHook.h"
 #include "gui/PatternSelectWidget.h"
 #include "history/LexoCommand.h"
+#include "history/LexoUndoStack.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QAction>
@@ -155,6 +156,8 @@ void FillCanPrivate::CreateToolBar()
     m_ToolBarUi = std::make_unique<Ui::FillCanToolBar>();
     m_ToolBarUi->setupUi(m_pToolBar);
     m_ToolBarUi->m_pBlendCombo->addItems(BlendModeTable::Texts());
+    m_pToolBar->setStatusTip(tr(
+        "Click fills the area; Shift++ and Shift+- change the blending, Shift+Alt and a letter choose it"));
     m_pToolBar->setWindowIcon(ZKIconHelper::DisabledIcon(QStringLiteral("theme:tool-bar-bucket.png")));
 
     JoinForms();
@@ -231,7 +234,8 @@ bool FillCanPrivate::eventFilter(QObject* object, QEvent* event)
         QToolButton* button = m_ToolBarUi->m_pSelectPatternBtn;
         if (event->type() == QEvent::Hide) button->setChecked(false);
         // A press on the checked button hides the list by itself; hidden here, it would open again.
-        const bool buttonWillHide = button->isChecked() && button->rect().contains(button->mapFromGlobal(QCursor::pos()));
+        const bool buttonWillHide =
+            button->isChecked() && button->rect().contains(button->mapFromGlobal(QCursor::pos()));
         if (event->type() == QEvent::WindowDeactivate && !buttonWillHide) m_pPatternSelect->hide();
     }
     return LXViewToolBase::eventFilter(object, event);
@@ -315,6 +319,8 @@ void FillCanPrivate::OnMousePressSlot(QPointF scenePos, Qt::MouseButtons buttons
     case Target::Paintable: break;
     }
     FinishJobNow();
+    // A floating piece lands before the pixels are read.
+    if (LexoUndoStack* history = GetHistory()) history->commit();
     // Somebody else works on the document: nothing may change it now.
     if (GetDocument()->GetLockState()) return;
     StartWork(StartJob(scenePos));
