@@ -69,7 +69,8 @@ QSize LXToolWidgetManager::sizeHint() const
 void LXToolWidgetManager::Forget(QWidget* widget)
 {
     m_Widgets.removeOne(widget);
-    ShowLast();
+    // It is still in its place at this moment.
+    QMetaObject::invokeMethod(this, &LXToolWidgetManager::ShowLast, Qt::QueuedConnection);
 }
 
 void LXToolWidgetManager::ShowLast()

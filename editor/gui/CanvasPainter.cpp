@@ -1,0 +1,117 @@
+#include "gui/CanvasPainter.h"
+
+#include <QPainter>
+#include <QtMath>
+
+namespace {
+constexpr int CheckerSize = 8;
+constexpr double GridFromScale = 8;
+
+QBrush MakeChecker(const QColor& light, const QColor& dark)
+{
+    QPixmap squares(2 * CheckerSize, 2 * CheckerSize);
+    squares.fill(light);
+    QPainter painter(&squares);
+    painter.fillRect(0, 0, CheckerSize, CheckerSize, dark);
+    painter.fillRect(CheckerSize, CheckerSize, CheckerSize, CheckerSize, dark);
+    return squares;
+}
+
+/// The pixels of the level that are needed to paint the part of the viewport, with a neighbour on each side
+/// for the interpolation.
+QRect NeededOfLevel(const QRect& exposed, const CanvasPlace& place, int level)
+{
+    const double scale = place.scale * (1 << level);
+    const QRect part = exposed.translated(-place.origin);
+    const QRect needed(QPoint(qFloor(part.left() / scale) - 1, qFloor(part.top() / scale) - 1),
+                       QPoint(qCeil((part.right() + 1) / scale), qCeil((part.bottom() + 1) / scale)));
+    return needed & QRect(QPoint(0, 0), ScaledTileCache::LevelSize(place.size, level));
+}
+
+void PaintPicture(QPainter& painter, const QRect& exposed, const CanvasPlace& place, const LXImage32& picture,
+                  ScaledTileCache& cache)
+{
+    const int level = place.Level();
+    const QRect needed = NeededOfLevel(exposed, place, level);
+    if (needed.isEmpty()) return;
+
+    const QImage part = cache.Compose(picture, level, needed);
+    const double scale = place.scale * (1 << level);
+    const QRectF target(QPointF(place.origin) + QPointF(needed.topLeft()) * scale,
+                        QSizeF(needed.size()) * scale);
+    // Single pixels stay sharp when enlarged.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, place.scale * place.ratio < 1);
+    painter.drawImage(target, part, QRectF(part.rect()));
+}
+
+void PaintGrid(QPainter& painter, const QRect& exposed, const CanvasPlace& place)
+{
+    const QRect lines = NeededOfLevel(exposed, place, 0);
+    for (int x = lines.left() + 1; x <= lines.right(); ++x) {
+        const int viewX = place.origin.x() + qRound(x * place.scale);
+        painter.drawLine(viewX, exposed.top(), viewX, exposed.bottom());
+    }
+    for (int y = lines.top() + 1; y <= lines.bottom(); ++y) {
+        const int viewY = place.origin.y() + qRound(y * place.scale);
+        painter.drawLine(exposed.left(), viewY, exposed.right(), viewY);
+    }
+}
+} // namespace
+
+QRect CanvasPlace::Rect() const
+{
+    const QPoint end(qRound(size.width() * scale), qRound(size.height() * scale));
+    return QRect(origin, origin + end - QPoint(1, 1));
+}
+
+QRect CanvasPlace::ToViewport(const QRect& docRect) const
+{
+    // A changed pixel reaches as far as the box that it is averaged in, and that box's neighbours.
+    const int reach = scale * ratio < 1 ? 2 << Level() : 0;
+    const QRect touched = docRect.adjusted(-reach, -reach, reach, reach);
+    const QRectF view(QPointF(touched.topLeft()) * scale, QSizeF(touched.size()) * scale);
+    return view.toAlignedRect().translated(origin);
+}
+
+int CanvasPlace::Level() const
+{
+    const double reduction = 1 / (scale * ratio);
+    return reduction < 2 ? 0 : qMin(int(std::log2(reduction)), ScaledTileCache::MaxLevel);
+}
+
+CanvasLook CanvasLook::ForSurround(const QColor& surround)
+{
+    const bool dark = surround.lightness() < 128;
+    CanvasLook look;
+    look.surround = surround;
+    look.edge = dark ? surround.darker(170) : surround.darker(125);
+    look.grid = QColor(128, 128, 128, 96);
+    look.checker = dark ? MakeChecker(QColor(0x6a, 0x6a, 0x6a), QColor(0x5a, 0x5a, 0x5a))
+                        : MakeChecker(QColor(0xff, 0xff, 0xff), QColor(0xe6, 0xe6, 0xe6));
+    return look;
+}
+
+void PaintCanvas(QPainter& painter, const QRect& exposed, const CanvasPlace& place, const CanvasLook& look,
+                 const LXImage32& picture, ScaledTileCache& cache)
+{
+    const QRect canvas = place.Rect();
+    painter.save();
+    painter.setClipRect(exposed, Qt::IntersectClip);
+    for (const QRect& rect : QRegion(exposed) - QRegion(canvas))
+        painter.fillRect(rect, look.surround);
+    painter.setPen(look.edge);
+    painter.drawRect(canvas.adjusted(-1, -1, 0, 0));
+
+    const QRect shown = canvas & exposed;
+    if (!shown.isEmpty()) {
+        painter.setClipRect(shown, Qt::IntersectClip);
+        painter.setBrushOrigin(place.origin);
+        painter.fillRect(shown, look.checker);
+        PaintPicture(painter, shown, place, picture, cache);
+        if (place.scale >= GridFromScale) {
+            painter.setPen(look.grid);
+            PaintGrid(painter, shown, place);
+        }
+    }
+    painter.restore();
+}

@@ -1,0 +1,60 @@
+#include "gui/LXMdiSubWindow.h"
+
+#include "document/LXDocumentInterface.h"
+#include "gui/DocumentOf.h"
+#include "gui/LXMdiArea.h"
+#include "gui/LXMdiArea_p.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LexoUndoStack.h"
+
+#include <QCloseEvent>
+
+LXMdiSubWindow::LXMdiSubWindow(QWidget* widget, QWidget* parent) : QMdiSubWindow(parent)
+{
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setWidget(widget);
+
+    LXDocumentInterface* const document = DocumentOf(this);
+    if (!document) return;
+    connect(document, &LXDocumentInterface::DocumentNameChanged, this, &LXMdiSubWindow::UpdateTitle);
+    connect(document, &LXDocumentInterface::DocumentStateChanged, this, &LXMdiSubWindow::UpdateTitle);
+    if (const LexoUndoStack* history = ViewOf(this)->GetHistory()) {
+        connect(history, &LexoUndoStack::cleanChanged, this, &LXMdiSubWindow::UpdateTitle);
+    }
+    UpdateTitle();
+}
+
+LXMdiSubWindow::~LXMdiSubWindow()
+{
+    // Before the base says that it is destroyed: then the document goes, which the view still shows.
+    delete widget();
+}
+
+QWidget* LXMdiSubWindow::GetWidget() const
+{
+    return widget();
+}
+
+void LXMdiSubWindow::closeEvent(QCloseEvent* event)
+{
+    auto* const area = qobject_cast<LXMdiArea*>(mdiArea());
+    if (!area) {
+        QMdiSubWindow::closeEvent(event);
+        return;
+    }
+    const QPointer<LXMdiSubWindow> self = this;
+    LXMdiAreaPrivate* const insides = LXMdiAreaPrivate::Get(area);
+    if (!insides->MayClose(this)) {
+        event->ignore();
+        return;
+    }
+    // While the question stood, the window may have been closed from elsewhere.
+    if (self && mdiArea() == area) insides->Close(this);
+    event->accept();
+}
+
+void LXMdiSubWindow::UpdateTitle()
+{
+    setWindowTitle(tr("%1[*]").arg(DocumentOf(this)->GetDocumentName()));
+    setWindowModified(IsModified(this));
+}

@@ -1,0 +1,218 @@
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentLayerLockerForRead.h"
+#include "document/LXDocumentModel.h"
+#include "gui/ZKDocumentView.h"
+#include "gui/ZKDocumentView_p.h"
+
+#include <QGraphicsSceneMouseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+namespace {
+constexpr qint64 TileBudget = qint64(192) * 1024 * 1024;
+constexpr int Padding = 24; ///< viewport pixels left free on each side of a whole picture
+
+/// How far the middle of the viewport may leave the middle of the canvas. A canvas that fits stays in the
+/// middle; beyond that the room to scroll over the edge grows with the canvas, up to half a viewport, so
+/// that nothing jumps on the way.
+double FreedomOfMiddle(double canvas, double viewport)
+{
+    const double hidden = qMax(0.0, canvas - viewport);
+    return hidden / 2 + qMin(hidden, viewport / 2);
+}
+} // namespace
+
+DocumentScene::DocumentScene(const ViewPanning* panning, QObject* parent)
+    : QGraphicsScene(parent), m_pPanning(panning)
+{
+    // Handles move all the time, and they are few.
+    setItemIndexMethod(QGraphicsScene::NoIndex);
+}
+
+bool DocumentScene::event(QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::GraphicsSceneMouseMove:
+    case QEvent::GraphicsSceneMousePress:
+    case QEvent::GraphicsSceneMouseRelease:
+    case QEvent::GraphicsSceneMouseDoubleClick:
+        if (m_pPanning->IsEnabled()) return true;
+        break;
+    default: break;
+    }
+    return QGraphicsScene::event(event);
+}
+
+ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInterface* document,
+                                             LexoUndoStack* history)
+    : m_pView(view),
+      m_pDocument(document),
+      m_pHistory(history),
+      m_LayerSelection(document->GetModel(), nullptr),
+      m_pPanning(new ViewPanning(view)),
+      m_pAutoscroll(new ViewAutoscroll(view)),
+      m_Tiles(TileBudget)
+{
+    connect(document, &LXDocumentInterface::CompositionChanged, this,
+            &ZKDocumentViewPrivate::OnCompositionChanged);
+    connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &ZKDocumentViewPrivate::OnSizeChanged);
+
+    const LXDocumentModel* model = document->GetModel();
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ZKDocumentViewPrivate::SelectSomeLayer);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &ZKDocumentViewPrivate::SelectSomeLayer);
+    connect(model, &QAbstractItemModel::modelReset, this, &ZKDocumentViewPrivate::SelectSomeLayer);
+    SelectSomeLayer();
+}
+
+ZKDocumentViewPrivate* ZKDocumentViewPrivate::Get(const ZKDocumentView* view)
+{
+    return view->m_pPrivate.get();
+}
+
+void ZKDocumentViewPrivate::AnnounceDestroy()
+{
+    if (std::exchange(m_bDestroyAnnounced, true)) return;
+    emit m_pView->AboutDestroy(m_pView);
+}
+
+CanvasPlace ZKDocumentViewPrivate::Place() const
+{
+    return {m_pDocument->GetDocumentSize(), m_Scale, m_pView->mapFromScene(QPointF(0, 0)),
+            m_pView->devicePixelRatioF()};
+}
+
+void ZKDocumentViewPrivate::Paint(QPainter* painter)
+{
+    const LXDocumentLayerLockerForRead locker(m_pDocument, 0);
+    const LXImage32* picture = m_pDocument->GetLayerImage(0);
+    if (!picture) return;
+
+    painter->save();
+    painter->resetTransform();
+    for (const QRect& rect : m_Exposed)
+        PaintCanvas(*painter, rect, Place(), m_Look, *picture, m_Tiles);
+    painter->restore();
+}
+
+void ZKDocumentViewPrivate::SetScale(double scale, const QPointF& anchor)
+{
+    m_bTouched = true;
+    const double bounded = qBound(ZKDocumentView::MinScale, scale, ZKDocumentView::MaxScale);
+    if (qFuzzyCompare(bounded, m_Scale)) return;
+
+    const QPointF fixed = PointUnder(anchor);
+    {
+        const QScopedValueRollback<bool> scaling(m_bScaling, true);
+        m_Scale = bounded;
+        m_pView->setTransform(QTransform::fromScale(bounded, bounded));
+        UpdateSceneRect();
+        ScrollTo(fixed, anchor);
+    }
+    m_AnchorView = anchor;
+    m_AnchorScene = fixed;
+    emit m_pView->ScaleChanged(bounded);
+    TellSceneArea();
+}
+
+QPointF ZKDocumentViewPrivate::PointUnder(const QPointF& viewPos) const
+{
+    const QTransform toView = m_pView->viewportTransform();
+    const QPointF drift = toView.map(m_AnchorScene) - viewPos;
+    if (viewPos == m_AnchorView && drift.manhattanLength() <= 2) return m_AnchorScene;
+    return toView.inverted().map(viewPos);
+}
+
+void ZKDocumentViewPrivate::ScrollTo(const QPointF& scenePos, const QPointF& viewPos)
+{
+    const QPointF corner = scenePos * m_Scale - viewPos;
+    m_pView->horizontalScrollBar()->setValue(qRound(corner.x()));
+    m_pView->verticalScrollBar()->setValue(qRound(corner.y()));
+}
+
+void ZKDocumentViewPrivate::UpdateSceneRect()
+{
+    // A little less than the viewport, or rounding would leave something to scroll.
+    const QSizeF viewport = (QSizeF(m_pView->viewport()->size()) - QSizeF(2, 2)) / m_Scale;
+    const QSizeF canvas = m_pDocument->GetDocumentSize();
+    const QSizeF padded = canvas + QSizeF(2 * Padding, 2 * Padding) / m_Scale;
+    const QSizeF reach(viewport.width() / 2 + FreedomOfMiddle(padded.width(), viewport.width()),
+                       viewport.height() / 2 + FreedomOfMiddle(padded.height(), viewport.height()));
+    const QPointF middle(canvas.width() / 2, canvas.height() / 2);
+    m_pView->scene()->setSceneRect(QRectF(middle.x() - reach.width(), middle.y() - reach.height(),
+                                          2 * reach.width(), 2 * reach.height()));
+}
+
+void ZKDocumentViewPrivate::TellSceneArea()
+{
+    const QRectF area = m_pView->mapToScene(m_pView->viewport()->rect()).boundingRect();
+    if (m_bScaling || area == m_ToldArea) return;
+    m_ToldArea = area;
+    emit m_pView->SceneAreaChanged();
+}
+
+double ZKDocumentViewPrivate::FittingScale() const
+{
+    const QSizeF room = QSizeF(m_pView->viewport()->size()) - QSizeF(2 * Padding, 2 * Padding);
+    const QSizeF canvas = m_pDocument->GetDocumentSize();
+    return qMin(room.width() / canvas.width(), room.height() / canvas.height());
+}
+
+void ZKDocumentViewPrivate::ShowWhole(double scale)
+{
+    const QPointF middle = QPointF(m_pView->viewport()->width(), m_pView->viewport()->height()) / 2;
+    SetScale(scale, middle);
+    const QSizeF canvas = m_pDocument->GetDocumentSize();
+    ScrollTo({canvas.width() / 2, canvas.height() / 2}, middle);
+}
+
+void ZKDocumentViewPrivate::FitFrame()
+{
+    QWidget* window = m_pView->parentWidget();
+    while (window && !qobject_cast<QMdiSubWindow*>(window))
+        window = window->parentWidget();
+    const auto* subWindow = qobject_cast<QMdiSubWindow*>(window);
+    if (!subWindow || !subWindow->mdiArea() || subWindow->isMaximized()) return;
+
+    const QSize canvas = (QSizeF(m_pDocument->GetDocumentSize()) * m_Scale).toSize();
+    const QSize grown =
+        window->size() + canvas + QSize(2 * Padding, 2 * Padding) - m_pView->viewport()->size();
+    const QSize room = subWindow->mdiArea()->viewport()->size();
+    window->resize(
+        grown.boundedTo(room - QSize(window->x(), window->y())).expandedTo(window->minimumSizeHint()));
+}
+
+void ZKDocumentViewPrivate::OnCompositionChanged(const QRect& rect)
+{
+    const QRect canvas(QPoint(0, 0), m_pDocument->GetDocumentSize());
+    const QRect changed = rect.isEmpty() ? canvas : rect & canvas;
+    if (changed.isEmpty()) return;
+    m_Tiles.Invalidate(changed);
+    m_pView->viewport()->update(Place().ToViewport(changed));
+}
+
+void ZKDocumentViewPrivate::OnSizeChanged()
+{
+    m_Tiles.Clear();
+    UpdateSceneRect();
+    m_pView->viewport()->update();
+    TellSceneArea();
+}
+
+void ZKDocumentViewPrivate::SelectSomeLayer()
+{
+    const int rows = m_pDocument->GetModel()->rowCount();
+    if (rows == 0 || m_LayerSelection.hasSelection()) return;
+
+    const int row = qBound(0, m_LayerSelection.currentIndex().row(), rows - 1);
+    m_LayerSelection.setCurrentIndex(m_pDocument->GetModel()->index(row),
+                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ZKDocumentViewPrivate::UpdateLook()
+{
+    m_Look = CanvasLook::ForSurround(m_pView->palette().color(QPalette::Dark));
+    m_pView->viewport()->update();
+}

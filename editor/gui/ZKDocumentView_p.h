@@ -1,0 +1,86 @@
+#pragma once
+
+#include "gui/CanvasPainter.h"
+#include "gui/ScaledTileCache.h"
+#include "gui/ViewAutoscroll.h"
+#include "gui/ViewPanning.h"
+
+#include <QGraphicsScene>
+#include <QItemSelectionModel>
+
+class LXDocumentInterface;
+class LexoUndoStack;
+class ZKDocumentView;
+
+/// Scene whose items get no mouse while the view pans; who filters the scene's events still hears of it.
+class DocumentScene : public QGraphicsScene
+{
+    Q_OBJECT
+
+public:
+    DocumentScene(const ViewPanning* panning, QObject* parent);
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    const ViewPanning* m_pPanning;
+};
+
+class ZKDocumentViewPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInterface* document, LexoUndoStack* history);
+
+    static ZKDocumentViewPrivate* Get(const ZKDocumentView* view);
+
+    /// Sends AboutDestroy, the first time.
+    void AnnounceDestroy();
+
+    /// How many pixels were made from the merged picture since the view exists; tells how local painting is.
+    qint64 MadePixels() const { return m_Tiles.MadePixels(); }
+
+private:
+    friend class ZKDocumentView;
+
+    CanvasPlace Place() const;
+    void Paint(QPainter* painter);
+
+    /// An absolute scale within the limits; the document point under the anchor stays there.
+    void SetScale(double scale, const QPointF& anchor);
+    QPointF PointUnder(const QPointF& viewPos) const;
+    void ScrollTo(const QPointF& scenePos, const QPointF& viewPos);
+    void UpdateSceneRect();
+    void TellSceneArea();
+    double FittingScale() const;
+    void ShowWhole(double scale);
+    void FitFrame();
+
+    void OnCompositionChanged(const QRect& rect);
+    void OnSizeChanged();
+    void SelectSomeLayer();
+    void UpdateLook();
+
+    ZKDocumentView* m_pView;
+    LXDocumentInterface* m_pDocument;
+    LexoUndoStack* m_pHistory;
+    QItemSelectionModel m_LayerSelection;
+    ViewPanning* m_pPanning;
+    ViewAutoscroll* m_pAutoscroll;
+
+    ScaledTileCache m_Tiles;
+    CanvasLook m_Look;
+    QRegion m_Exposed; ///< viewport pixels of the paint event that runs; empty outside
+
+    double m_Scale = 1;
+    /// The last zoom's anchor: while the pointer rests, rounding to whole pixels doesn't add up.
+    QPointF m_AnchorView;
+    QPointF m_AnchorScene;
+    QRectF m_ToldArea;
+    bool m_bTouched = false; ///< until the person zooms, the whole picture stays visible
+    bool m_bScaling = false; ///< intermediate scrolling isn't told
+    bool m_bLayerOrderBlocked = false;
+    bool m_bDestroyAnnounced = false;
+};
