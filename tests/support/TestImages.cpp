@@ -2,25 +2,50 @@
 
 #include <QString>
 
+namespace {
+constexpr int TileSide = 128;
+
+template <class TileVisit>
+void ForEachTile(const LXImage32& image, TileVisit visit)
+{
+    for (int row = 0; row < static_cast<int>(image.m_TilesY); ++row) {
+        for (int column = 0; column < static_cast<int>(image.m_TilesX); ++column) {
+            visit(column, row);
+        }
+    }
+}
+
+/// Calls `visit(x, y, index)` for each pixel of the image in a tile, `index` being its place in the tile.
+template <class PixelVisit>
+void ForEachPixel(const LXImage32& image, int column, int row, PixelVisit visit)
+{
+    for (int index = 0; index < TileSide * TileSide; ++index) {
+        const int x = column * TileSide + index % TileSide;
+        const int y = row * TileSide + index / TileSide;
+        if (x < image.Width() && y < image.Height()) visit(x, y, index);
+    }
+}
+} // namespace
+
 LXImage32 TestImages::ToTiles(const PlainImage& image)
 {
     LXImage32 result(image.width, image.height);
-    for (int y = 0; y < image.height; ++y) {
-        for (int x = 0; x < image.width; ++x) {
-            result.SetColor(x, y, image.At(x, y));
-        }
-    }
+    ForEachTile(result, [&](int column, int row) {
+        const auto tile = result.WriteTile(column, row);
+        ForEachPixel(result, column, row,
+                     [&](int x, int y, int index) { tile.Pixels()[index] = image.At(x, y); });
+    });
     return result;
 }
 
 PlainImage TestImages::ToPlain(const LXImage32& image)
 {
     PlainImage result(image.Width(), image.Height());
-    for (int y = 0; y < result.height; ++y) {
-        for (int x = 0; x < result.width; ++x) {
-            result.At(x, y) = image.GetColor(x, y);
-        }
-    }
+    ForEachTile(image, [&](int column, int row) {
+        const auto tile = image.ReadTile(column, row);
+        ForEachPixel(image, column, row,
+                     [&](int x, int y, int index) { result.At(x, y) = tile.Pixels()[index]; });
+    });
     return result;
 }
 

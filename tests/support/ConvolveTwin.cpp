@@ -1,0 +1,26 @@
+#include "support/ConvolveTwin.h"
+
+#include <algorithm>
+#include <cmath>
+
+PlainImage ConvolveTwin::ConvolveAlpha(const PlainImage& image, const std::vector<double>& kernel,
+                                       const QSize& size)
+{
+    PlainImage result = image;
+    for (int y = 0; y < image.height; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+            double sum = 0;
+            for (int j = 0; j < size.height(); ++j) {
+                for (int i = 0; i < size.width(); ++i) {
+                    const int fromX = std::clamp(x + i - size.width() / 2, 0, image.width - 1);
+                    const int fromY = std::clamp(y + j - size.height() / 2, 0, image.height - 1);
+                    const double weight = kernel[static_cast<std::size_t>(j * size.width() + i)];
+                    sum += weight * image.At(fromX, fromY).Alpha();
+                }
+            }
+            const double rounded = std::floor(sum + 0.5);
+            result.At(x, y).bytes[3] = static_cast<quint8>(std::clamp(rounded, 0.0, 255.0));
+        }
+    }
+    return result;
+}

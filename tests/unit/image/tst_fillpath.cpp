@@ -1,0 +1,277 @@
+#include "image/LXBlend.h"
+#include "image/LXImage.h"
+#include "support/TestImages.h"
+#include "support/TestRegistry.h"
+
+#include <QBrush>
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainterPath>
+#include <QTest>
+
+#include <random>
+
+namespace {
+QPainterPath RectPath(const QRectF& rect)
+{
+    QPainterPath path;
+    path.addRect(rect);
+    return path;
+}
+
+QPainterPath Triangle(const QPointF& a, const QPointF& b, const QPointF& c)
+{
+    QPainterPath path;
+    path.addPolygon(QPolygonF({a, b, c, a}));
+    return path;
+}
+
+LXImage32 Filled(int width, int height, quint32 color)
+{
+    LXImage32 image(width, height);
+    image.Fill(LXRGBA32i(color));
+    return image;
+}
+} // namespace
+
+class TestFillPath : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wholePixelsTakeTheBrush_data();
+    void wholePixelsTakeTheBrush();
+    void pixelsOutsideThePathStay();
+    void sourceMixesTheEdgeByCoverage();
+    void sourceInTakesTheColorOfEveryTouchedPixelWhole();
+    void sourceInMultipliesTheAlphas();
+    void transparentBrushEmptiesACoverage();
+    void normalFollowsThePixelsMiddle();
+    void wedgesMeetWithoutSeams();
+    void normalBlendsATranslucentBrush();
+    void grayBrushPaintsIntoAMask();
+    void texturesStartAtTheImagesOrigin();
+    void translucentTexturesKeepTheirBytes();
+    void gradientsAreSampledAtPixelMiddles();
+    void almostTransparentGradientsKeepTheirColor();
+    void holesOfAPathStay();
+    void farAndEmptyPathsDoNothing();
+    void hugePathsFillTheImage();
+    void coveredTilesAreDetachedAlone();
+};
+
+void TestFillPath::wholePixelsTakeTheBrush_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("normal") << 0;
+    QTest::newRow("source") << 3;
+    QTest::newRow("source in") << 5;
+}
+
+void TestFillPath::wholePixelsTakeTheBrush()
+{
+    QFETCH(int, mode);
+    LXImage32 image = Filled(300, 270, 0xFF112233);
+    PlainImage expected(300, 270, LXRGBA32i(0xFF112233));
+    const QRect rect(100, 120, 150, 140);
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x) {
+            expected.At(x, y) = LXRGBA32i(0xFFAABBCC);
+        }
+    }
+    FillPath(image, mode, RectPath(rect), QBrush(QColor(0xAA, 0xBB, 0xCC)));
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+}
+
+void TestFillPath::pixelsOutsideThePathStay()
+{
+    for (const int mode : {0, 3, 5, 6, 92}) {
+        LXImage32 image = Filled(10, 10, 0x80112233);
+        FillPath(image, mode, RectPath(QRectF(2, 2, 3, 3)), QBrush(QColor(0, 0, 0, 0)));
+        QCOMPARE(image.GetColor(1, 2).value, 0x80112233u);
+        QCOMPARE(image.GetColor(5, 4).value, 0x80112233u);
+    }
+}
+
+void TestFillPath::sourceMixesTheEdgeByCoverage()
+{
+    LXImage32 image(4, 1);
+    FillPath(image, 3, RectPath(QRectF(0, 0, 2.5, 1)), QBrush(QColor(10, 20, 30)));
+    QCOMPARE(image.GetColor(1, 0).value, 0xFF0A141Eu);
+    const LXRGBA32i edge = image.GetColor(2, 0);
+    QVERIFY2(std::abs(edge.Alpha() - 128) <= 1, QByteArray::number(edge.Alpha()));
+    QCOMPARE(edge.value & 0x00FFFFFFu, 0x000A141Eu);
+    QCOMPARE(image.GetColor(3, 0).value, 0u);
+}
+
+void TestFillPath::sourceInTakesTheColorOfEveryTouchedPixelWhole()
+{
+    LXImage32 image = Filled(4, 1, 0x64000000);
+    FillPath(image, 5, RectPath(QRectF(0, 0, 2.5, 1)), QBrush(QColor(10, 20, 30)));
+    QCOMPARE(image.GetColor(1, 0).value, 0x640A141Eu);
+    QCOMPARE(image.GetColor(2, 0).value, 0x640A141Eu);
+    QCOMPARE(image.GetColor(3, 0).value, 0x64000000u);
+}
+
+void TestFillPath::sourceInMultipliesTheAlphas()
+{
+    // 200 x 100 / 255 = 78.4
+    LXImage32 image = Filled(1, 1, 0xC8000000);
+    FillPath(image, 5, RectPath(QRectF(0, 0, 1, 1)), QBrush(QColor(10, 20, 30, 100)));
+    QCOMPARE(image.GetColor(0, 0).value, 0x4E0A141Eu);
+}
+
+void TestFillPath::transparentBrushEmptiesACoverage()
+{
+    LXImage32 image = Filled(1, 1, 0xFF000000);
+    FillPath(image, 5, RectPath(QRectF(0, 0, 1, 1)), QBrush(QColor(0, 0, 0, 0)));
+    QCOMPARE(image.GetColor(0, 0).Alpha(), 0);
+}
+
+void TestFillPath::normalFollowsThePixelsMiddle()
+{
+    LXImage32 image(6, 1);
+    FillPath(image, 0, RectPath(QRectF(0.6, 0, 2.8, 1)), QBrush(Qt::white));
+    const int expected[] = {0, 255, 255, 0, 0, 0};
+    for (int x = 0; x < 6; ++x) {
+        QCOMPARE(image.GetColor(x, 0).Alpha(), expected[x]);
+    }
+}
+
+/// The four triangles between a rectangle's corners and a point inside; translucent, so that a pixel filled
+/// twice would show.
+void TestFillPath::wedgesMeetWithoutSeams()
+{
+    const QPointF corners[] = {{0, 0}, {300, 0}, {300, 270}, {0, 270}};
+    const QPointF middles[] = {{150, 135}, {100.5, 99.5}, {37.3, 201.7}, {0, 0}, {299.5, 0.5}};
+    for (const QPointF& middle : middles) {
+        LXImage32 image(300, 270);
+        for (int i = 0; i < 4; ++i) {
+            FillPath(image, 0, Triangle(corners[i], corners[(i + 1) % 4], middle),
+                     QBrush(QColor(255, 0, 0, 128)));
+        }
+        const PlainImage expected(300, 270, LXRGBA32i(0x80FF0000));
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+    }
+}
+
+void TestFillPath::normalBlendsATranslucentBrush()
+{
+    LXImage32 image = Filled(1, 1, 0xFF000000);
+    FillPath(image, 0, RectPath(QRectF(0, 0, 1, 1)), QBrush(QColor(255, 255, 255, 128)));
+    QCOMPARE(image.GetColor(0, 0).value, 0xFF808080u);
+}
+
+void TestFillPath::grayBrushPaintsIntoAMask()
+{
+    LXImage32 image = Filled(1, 1, 0xFF000000);
+    FillPath(image, 64, RectPath(QRectF(0, 0, 1, 1)), QBrush(QColor(100, 100, 100)));
+    QCOMPARE(image.GetColor(0, 0).value, 0x64000000u);
+}
+
+void TestFillPath::texturesStartAtTheImagesOrigin()
+{
+    std::mt19937 random(3);
+    const PlainImage tile = TestImages::Random(7, 5, random);
+    QImage texture(7, 5, QImage::Format_ARGB32);
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 7; ++x) {
+            texture.setPixel(x, y, tile.At(x, y).value);
+        }
+    }
+    LXImage32 image(300, 270);
+    const QRect rect(10, 20, 280, 240);
+    FillPath(image, 3, RectPath(rect), QBrush(texture));
+    PlainImage expected(300, 270);
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x) {
+            expected.At(x, y) = tile.At(x % 7, y % 5);
+        }
+    }
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+}
+
+void TestFillPath::translucentTexturesKeepTheirBytes()
+{
+    QImage texture(1, 1, QImage::Format_ARGB32);
+    texture.setPixel(0, 0, 0x03C89664);
+    LXImage32 image(2, 2);
+    FillPath(image, 3, RectPath(QRectF(0, 0, 2, 2)), QBrush(texture));
+    QCOMPARE(image.GetColor(1, 1).value, 0x03C89664u);
+}
+
+void TestFillPath::gradientsAreSampledAtPixelMiddles()
+{
+    QLinearGradient gradient(0, 0, 256, 0);
+    gradient.setColorAt(0, Qt::black);
+    gradient.setColorAt(1, Qt::white);
+    LXImage32 image(256, 3);
+    FillPath(image, 0, RectPath(QRectF(0, 0, 256, 3)), QBrush(gradient));
+    for (int x = 0; x < 256; ++x) {
+        const LXRGBA32i pixel = image.GetColor(x, 2);
+        const double exact = (x + 0.5) / 256 * 255;
+        QVERIFY2(std::abs(pixel.Red() - exact) <= 1.0, QByteArray::number(x));
+        QCOMPARE(pixel.Alpha(), 255);
+    }
+}
+
+void TestFillPath::almostTransparentGradientsKeepTheirColor()
+{
+    const QColor faint(200, 150, 100, 3);
+    QLinearGradient gradient(0, 0, 256, 0);
+    gradient.setColorAt(0, faint);
+    gradient.setColorAt(1, faint);
+    LXImage32 image(256, 1);
+    FillPath(image, 0, RectPath(QRectF(0, 0, 256, 1)), QBrush(gradient));
+    QCOMPARE(image.GetColor(100, 0).value, 0x03C89664u);
+}
+
+void TestFillPath::holesOfAPathStay()
+{
+    QPainterPath path = RectPath(QRectF(0, 0, 9, 9));
+    path.addRect(QRectF(3, 3, 3, 3));
+    LXImage32 image(9, 9);
+    FillPath(image, 3, path, QBrush(Qt::white));
+    QCOMPARE(image.GetColor(0, 0).Alpha(), 255);
+    QCOMPARE(image.GetColor(4, 4).Alpha(), 0);
+}
+
+void TestFillPath::farAndEmptyPathsDoNothing()
+{
+    LXImage32 image(300, 270);
+    const LXImage32 before = image;
+    for (const int mode : {0, 3, 5}) {
+        FillPath(image, mode, QPainterPath(), QBrush(Qt::white));
+        FillPath(image, mode, RectPath(QRectF(300, 0, 50, 50)), QBrush(Qt::white));
+        FillPath(image, mode, RectPath(QRectF(-1e12, -1e12, 1e6, 1e6)), QBrush(Qt::white));
+        FillPath(image, mode, RectPath(QRectF(0, 0, 50, 50)), QBrush(Qt::NoBrush));
+    }
+    QVERIFY(image.m_Tiles == before.m_Tiles);
+    LXImage32 null;
+    FillPath(null, 3, RectPath(QRectF(0, 0, 50, 50)), QBrush(Qt::white));
+    QVERIFY(null.IsNull());
+}
+
+void TestFillPath::hugePathsFillTheImage()
+{
+    for (const int mode : {0, 3}) {
+        LXImage32 image(300, 270);
+        FillPath(image, mode, RectPath(QRectF(-1e6, -1e6, 2e6, 2e6)), QBrush(Qt::white));
+        const PlainImage expected(300, 270, LXRGBA32i(0xFFFFFFFF));
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+    }
+}
+
+void TestFillPath::coveredTilesAreDetachedAlone()
+{
+    LXImage32 image(1280, 1280);
+    const LXImage32 before = image;
+    // A thin diagonal: its box is the whole image.
+    FillPath(image, 3, Triangle({0, 0}, {1280, 1278}, {1280, 1280}), QBrush(Qt::white));
+    QVERIFY(image.TileAt(9, 0) == before.TileAt(9, 0));
+    QVERIFY(image.TileAt(0, 9) == before.TileAt(0, 9));
+    QVERIFY(image.TileAt(5, 5) != before.TileAt(5, 5));
+}
+
+ZK_REGISTER_TEST(tst_fillpath, TestFillPath)
+#include "tst_fillpath.moc"

@@ -1,0 +1,284 @@
+#include "image/LXTileExceptions.h"
+#include "image/TileStore.h"
+#include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace {
+constexpr qint64 TileBytes = 65536;
+constexpr qint64 Plenty = qint64(1) << 30;
+
+/// Fills a tile with bytes that tell it from the others.
+void Write(TileStore& store, void* handle, int number)
+{
+    std::memset(store.GetMemory(handle, true), number, TileBytes);
+    store.FreeMemory(handle);
+}
+
+bool Holds(TileStore& store, void* handle, int number)
+{
+    const auto* const bytes = static_cast<const uchar*>(store.GetMemory(handle, false));
+    const bool isRight = std::all_of(bytes, bytes + TileBytes, [&](uchar byte) { return byte == number; });
+    store.FreeMemory(handle);
+    return isRight;
+}
+} // namespace
+
+class TestTileStore : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void cleanup() { FaultSeams::Reset(); }
+
+    void newTilesAreZeroEvenWhenMemoryIsUsedAgain();
+    void liveTilesAreCounted();
+    void pinsNest();
+    void freeingTooOftenIsRefused();
+    void cleaningUpTwiceIsRefused();
+    void oldHandlesAreToldFromTheirSuccessors();
+    void inventedHandlesAreRefused();
+    void pinnedTilesMayBeCleanedUp();
+    void tilesBeyondTheBudgetAreSwappedAndComeBack();
+    void pinnedTilesStayInMemory();
+    void leastRecentlyUsedTilesGoFirst();
+    void swappedTilesCanBeReadOverAndOver();
+    void swapFileHasNoName();
+    void missingFolderIsReported();
+    void everyTilePinnedGoesBeyondTheBudget();
+    void failedAllocationLeavesTheStoreUsable();
+    void manyTilesComeAndGo();
+};
+
+void TestTileStore::newTilesAreZeroEvenWhenMemoryIsUsedAgain()
+{
+    TileStore store(Plenty, {});
+    void* const first = store.MakeTile();
+    QVERIFY(Holds(store, first, 0));
+    Write(store, first, 77);
+    store.CleanUpTile(first);
+    QVERIFY(Holds(store, store.MakeTile(), 0));
+}
+
+void TestTileStore::liveTilesAreCounted()
+{
+    TileStore store(Plenty, {});
+    QCOMPARE(store.LiveTileCount(), 0);
+    void* const a = store.MakeTile();
+    void* const b = store.MakeTile();
+    QCOMPARE(store.LiveTileCount(), 2);
+    store.CleanUpTile(a);
+    store.CleanUpTile(b);
+    QCOMPARE(store.LiveTileCount(), 0);
+}
+
+void TestTileStore::pinsNest()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    void* const memory = store.GetMemory(handle, true);
+    QVERIFY(store.GetMemory(handle, false) == memory);
+    store.FreeMemory(handle);
+    store.FreeMemory(handle);
+    QVERIFY_EXCEPTION_THROWN(store.FreeMemory(handle), LXTMAlreadyFree);
+}
+
+void TestTileStore::freeingTooOftenIsRefused()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    QVERIFY_EXCEPTION_THROWN(store.FreeMemory(handle), LXTMAlreadyFree);
+    QVERIFY(Holds(store, handle, 0));
+}
+
+void TestTileStore::cleaningUpTwiceIsRefused()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    store.CleanUpTile(handle);
+    QVERIFY_EXCEPTION_THROWN(store.CleanUpTile(handle), LXTMAlreadyFree);
+    QVERIFY_EXCEPTION_THROWN(store.GetMemory(handle, false), LXTMAlreadyFree);
+    QVERIFY_EXCEPTION_THROWN(store.FreeMemory(handle), LXTMAlreadyFree);
+    QCOMPARE(store.LiveTileCount(), 0);
+}
+
+void TestTileStore::oldHandlesAreToldFromTheirSuccessors()
+{
+    TileStore store(Plenty, {});
+    void* const old = store.MakeTile();
+    store.CleanUpTile(old);
+    void* const next = store.MakeTile();
+    QVERIFY(next != old);
+    QVERIFY_EXCEPTION_THROWN(store.CleanUpTile(old), LXTMAlreadyFree);
+    QCOMPARE(store.LiveTileCount(), 1);
+}
+
+void TestTileStore::inventedHandlesAreRefused()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    int local = 0;
+    void* const invented[] = {nullptr, &local, static_cast<char*>(handle) + 1,
+                              static_cast<char*>(handle) - 1};
+    for (void* const bad : invented) {
+        QVERIFY_EXCEPTION_THROWN(store.GetMemory(bad, false), LXTMInvalidBlock);
+        QVERIFY_EXCEPTION_THROWN(store.FreeMemory(bad), LXTMInvalidBlock);
+        QVERIFY_EXCEPTION_THROWN(store.CleanUpTile(bad), LXTMInvalidBlock);
+    }
+}
+
+void TestTileStore::pinnedTilesMayBeCleanedUp()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    store.GetMemory(handle, true);
+    store.CleanUpTile(handle);
+    QCOMPARE(store.LiveTileCount(), 0);
+    QCOMPARE(store.ResidentTileCount(), 0);
+    QVERIFY(Holds(store, store.MakeTile(), 0));
+}
+
+void TestTileStore::tilesBeyondTheBudgetAreSwappedAndComeBack()
+{
+    TileStore store(3 * TileBytes, QDir::tempPath().toStdString());
+    std::vector<void*> tiles;
+    for (int i = 0; i < 50; ++i) {
+        tiles.push_back(store.MakeTile());
+        Write(store, tiles.back(), i + 1);
+        QVERIFY(store.ResidentTileCount() <= 3);
+    }
+    QCOMPARE(store.LiveTileCount(), 50);
+    for (int i = 0; i < 50; ++i) {
+        QVERIFY(Holds(store, tiles[static_cast<std::size_t>(i)], i + 1));
+    }
+    // A changed tile goes out with its new content, from a slot that others may have used in between.
+    for (int i = 0; i < 50; i += 2) {
+        Write(store, tiles[static_cast<std::size_t>(i)], 200);
+    }
+    for (int i = 0; i < 50; ++i) {
+        QVERIFY(Holds(store, tiles[static_cast<std::size_t>(i)], i % 2 == 0 ? 200 : i + 1));
+    }
+    for (void* const tile : tiles) {
+        store.CleanUpTile(tile);
+    }
+    QCOMPARE(store.LiveTileCount(), 0);
+    QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+void TestTileStore::pinnedTilesStayInMemory()
+{
+    TileStore store(2 * TileBytes, QDir::tempPath().toStdString());
+    void* const pinned = store.MakeTile();
+    auto* const memory = static_cast<uchar*>(store.GetMemory(pinned, true));
+    memory[0] = 42;
+    for (int i = 0; i < 10; ++i) {
+        Write(store, store.MakeTile(), 9);
+    }
+    QCOMPARE(memory[0], uchar(42));
+    QVERIFY(store.GetMemory(pinned, false) == memory);
+}
+
+void TestTileStore::leastRecentlyUsedTilesGoFirst()
+{
+    TileStore store(2 * TileBytes, QDir::tempPath().toStdString());
+    void* const a = store.MakeTile();
+    void* const b = store.MakeTile();
+    Write(store, b, 2);
+    Write(store, a, 1);
+    store.MakeTile();
+    QCOMPARE(store.ResidentTileCount(), 2);
+
+    // With room again, only a tile that went out adds to those in memory when it is read.
+    store.SetMemoryBudget(Plenty);
+    QVERIFY(Holds(store, a, 1));
+    QCOMPARE(store.ResidentTileCount(), 2);
+    QVERIFY(Holds(store, b, 2));
+    QCOMPARE(store.ResidentTileCount(), 3);
+}
+
+void TestTileStore::swappedTilesCanBeReadOverAndOver()
+{
+    TileStore store(1 * TileBytes, QDir::tempPath().toStdString());
+    void* const a = store.MakeTile();
+    Write(store, a, 1);
+    void* const b = store.MakeTile();
+    Write(store, b, 2);
+    for (int round = 0; round < 5; ++round) {
+        QVERIFY(Holds(store, a, 1));
+        QVERIFY(Holds(store, b, 2));
+    }
+}
+
+void TestTileStore::swapFileHasNoName()
+{
+    QTemporaryDir folder;
+    TileStore store(1 * TileBytes, folder.path().toStdString());
+    store.MakeTile();
+    store.MakeTile();
+    QCOMPARE(store.ResidentTileCount(), 1);
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
+}
+
+void TestTileStore::missingFolderIsReported()
+{
+    TileStore store(1 * TileBytes, "/nowhere/at/all");
+    void* const first = store.MakeTile();
+    Write(store, first, 5);
+    QVERIFY_EXCEPTION_THROWN(store.MakeTile(), LXTMSwapFileError);
+    QVERIFY(Holds(store, first, 5));
+    QCOMPARE(store.LiveTileCount(), 1);
+    store.SetMemoryBudget(Plenty);
+    QVERIFY(Holds(store, store.MakeTile(), 0));
+}
+
+void TestTileStore::everyTilePinnedGoesBeyondTheBudget()
+{
+    TileStore store(1 * TileBytes, "/nowhere/at/all");
+    void* const first = store.MakeTile();
+    store.GetMemory(first, true);
+    void* const second = store.MakeTile();
+    store.GetMemory(second, true);
+    QCOMPARE(store.ResidentTileCount(), 2);
+}
+
+void TestTileStore::failedAllocationLeavesTheStoreUsable()
+{
+    TileStore store(Plenty, {});
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QVERIFY_EXCEPTION_THROWN(store.MakeTile(), std::bad_alloc);
+    QCOMPARE(store.LiveTileCount(), 0);
+    QVERIFY(Holds(store, store.MakeTile(), 0));
+}
+
+/// Several chunks of the arena fill up and run empty in an order of their own.
+void TestTileStore::manyTilesComeAndGo()
+{
+    TileStore store(Plenty, {});
+    std::vector<void*> tiles;
+    for (int i = 0; i < 300; ++i) {
+        tiles.push_back(store.MakeTile());
+        Write(store, tiles.back(), i % 251);
+    }
+    for (std::size_t i = 0; i < tiles.size(); i += 3) {
+        store.CleanUpTile(tiles[i]);
+        tiles[i] = nullptr;
+    }
+    for (std::size_t i = 0; i < tiles.size(); ++i) {
+        if (tiles[i] != nullptr) QVERIFY(Holds(store, tiles[i], static_cast<int>(i) % 251));
+    }
+    for (void* const tile : tiles) {
+        if (tile != nullptr) store.CleanUpTile(tile);
+    }
+    QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+ZK_REGISTER_TEST(tst_tilestore, TestTileStore)
+#include "tst_tilestore.moc"
