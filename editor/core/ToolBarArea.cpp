@@ -1,14 +1,20 @@
 #include "core/ToolBarArea.h"
 
 #include "core/ZKToolBarManager_p.h"
+#include "utils/ZKIconHelper.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QWheelEvent>
 
-ToolBarArea::ToolBarArea(QWidget* parent) : QScrollArea(parent)
+namespace {
+constexpr int MoreWidth = 20;
+} // namespace
+
+ToolBarArea::ToolBarArea(QWidget* parent) : QScrollArea(parent), m_pMore(new QToolButton(this))
 {
     setObjectName("ToolBarArea");
     setFrameShape(QFrame::NoFrame);
@@ -17,17 +23,27 @@ ToolBarArea::ToolBarArea(QWidget* parent) : QScrollArea(parent)
     setFixedHeight(Height);
 
     auto* strip = new QWidget;
+    strip->setObjectName("optionStrip");
     m_pPicture = new QLabel(strip);
     m_pPicture->setFixedSize(PictureSize, PictureSize);
     m_pPicture->setAlignment(Qt::AlignCenter);
     m_pPicture->hide();
     m_pLayout = new QHBoxLayout(strip);
-    m_pLayout->setContentsMargins(8, 0, 8, 0);
+    m_pLayout->setContentsMargins(8, 0, 8 + MoreWidth, 0); // the end stays clear of the button
     m_pLayout->setSpacing(8);
     m_pLayout->addWidget(m_pPicture);
     m_pLayout->addStretch(1);
     setWidget(strip);
     setWidgetResizable(true);
+
+    m_pMore->setObjectName("moreOptions");
+    m_pMore->setIcon(ZKIconHelper::DisabledIcon(QString("theme:chevron_right.png")));
+    m_pMore->setToolTip(tr("More options"));
+    m_pMore->setAccessibleName(tr("More options"));
+    m_pMore->setFocusPolicy(Qt::NoFocus); // Tab reaches the controls beyond by itself
+    m_pMore->hide();
+    connect(m_pMore, &QToolButton::clicked, this, &ToolBarArea::ShowMore);
+    connect(horizontalScrollBar(), &QScrollBar::rangeChanged, this, &ToolBarArea::PlaceMore);
     ZKToolBarManagerPrivate::Get().SetArea(this);
 }
 
@@ -49,7 +65,28 @@ void ToolBarArea::Show(QWidget* bar)
         m_pPicture->setPixmap(bar->windowIcon().pixmap(windowHandle(), {PictureSize, PictureSize}));
     m_pPicture->setVisible(hasPicture);
     if (bar != nullptr) bar->show();
+    horizontalScrollBar()->setValue(0);
     emit ShownBarChanged(bar);
+}
+
+void ToolBarArea::ShowMore()
+{
+    QScrollBar* position = horizontalScrollBar();
+    const bool isAtTheEnd = position->value() == position->maximum();
+    position->setValue(isAtTheEnd ? 0 : position->value() + position->pageStep() / 2);
+}
+
+void ToolBarArea::PlaceMore()
+{
+    m_pMore->setVisible(horizontalScrollBar()->maximum() > 0);
+    m_pMore->setGeometry(width() - MoreWidth, 0, MoreWidth, height());
+    m_pMore->raise();
+}
+
+void ToolBarArea::resizeEvent(QResizeEvent* event)
+{
+    QScrollArea::resizeEvent(event);
+    PlaceMore();
 }
 
 void ToolBarArea::wheelEvent(QWheelEvent* event)

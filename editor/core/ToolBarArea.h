@@ -7,9 +7,11 @@
 
 class QHBoxLayout;
 class QLabel;
+class QToolButton;
 
 /// The strip under the menu bar in which the option bar of the active tool stands. Its height never changes
-/// and a wide bar does not widen the window: the wheel and the focus scroll it. The latest area made takes
+/// and a wide bar does not widen the window: the wheel, the focus and a button at the edge
+/// scroll it. The latest area made takes
 /// over all bars of ZKToolBarManager.
 class ZK_EDITOR_EXPORT ToolBarArea : public QScrollArea
 {
@@ -34,10 +36,15 @@ signals:
     void ShownBarChanged(QWidget* bar);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void ShowMore();
+    void PlaceMore();
+
     QHBoxLayout* m_pLayout;
     QLabel* m_pPicture;
+    QToolButton* m_pMore; // over the right edge while the bar is wider than the area
     QPointer<QWidget> m_pShown;
 };

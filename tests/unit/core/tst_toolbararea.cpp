@@ -9,6 +9,7 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QTest>
+#include <QToolButton>
 #include <QWheelEvent>
 
 class TestToolBarArea : public QObject
@@ -26,6 +27,7 @@ private slots:
     void destroyedBarLeaves();
     void heightAndWidthStayCalm();
     void wideBarScrollsByTheWheelAndTheFocus();
+    void buttonAtTheEdgeScrollsAWideBar();
     void windowIconIsThePictureOfTheBar();
     void withoutAnAreaNothingIsShown();
 };
@@ -145,6 +147,27 @@ void TestToolBarArea::wideBarScrollsByTheWheelAndTheFocus()
                      Qt::NoScrollPhase, false);
     QApplication::sendEvent(area.viewport(), &back);
     QCOMPARE(last->mapTo(&area, QPoint(last->width(), 0)), hidden);
+}
+
+void TestToolBarArea::buttonAtTheEdgeScrollsAWideBar()
+{
+    ToolBarArea area;
+    area.resize(300, ToolBarArea::Height);
+    auto* more = area.findChild<QToolButton*>("moreOptions");
+    auto* bar = new QWidget;
+    bar->setFixedSize(400, 24);
+    ZKToolBarManager::Activate(bar);
+    area.show();
+    QVERIFY(more->isVisible());
+    const int start = bar->mapTo(&area, QPoint()).x();
+    QTest::mouseClick(more, Qt::LeftButton);
+    QVERIFY(bar->mapTo(&area, QPoint()).x() < start);
+    QVERIFY(bar->mapTo(&area, QPoint(bar->width(), 0)).x() <= more->x());
+    QTest::mouseClick(more, Qt::LeftButton);
+    QCOMPARE(bar->mapTo(&area, QPoint()).x(), start);
+
+    area.resize(600, ToolBarArea::Height);
+    QVERIFY(!more->isVisible());
 }
 
 void TestToolBarArea::windowIconIsThePictureOfTheBar()
