@@ -62,12 +62,13 @@ struct WriteOptions
 ZK_EDITOR_EXPORT ReadResult ReadPicture(const QString& path, const FormatLimits& limits = {},
                                         const FileProgress& progress = {});
 
-/// A new document with the picture as its one layer; the caller releases it. Main thread.
+/// A new document with the picture as its one layer; the caller releases it. Null when the
+/// memory doesn't suffice. Main thread.
 /// @param name  of the document; the layer is called "Background"
 ZK_EDITOR_EXPORT LXDocumentInterface* MakeDocument(const Picture& picture, const QString& name);
 
 /// What saving the document flat would write: the merged picture and what belongs to it, sharing tiles with
-/// the document. Main thread.
+/// the document. The image is null when the memory doesn't suffice, which WritePicture() tells. Main thread.
 ZK_EDITOR_EXPORT Picture TakePicture(const LXDocumentInterface* document);
 
 /// Writes the picture. The file appears, or changes, only when all of it is written; until then and on any

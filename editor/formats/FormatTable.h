@@ -1,0 +1,49 @@
+#pragma once
+
+#include "formats/PictureFile.h"
+
+#include <QSize>
+#include <QStringList>
+
+#include <vector>
+
+class QIODevice;
+
+/// What a decoder gets and gives.
+struct DecodeJob
+{
+    QIODevice& device; ///< open for reading, at its begin
+    const FormatLimits& limits;
+    const FileProgress& progress;
+
+    QSize size;      ///< as the file's header says, also when that is too large
+    Picture picture; ///< upright and whole when there is no error
+};
+
+/// What an encoder gets.
+struct EncodeJob
+{
+    QIODevice& device; ///< open for writing
+    const Picture& picture;
+    const PictureFile::WriteOptions& options;
+    const FileProgress& progress;
+};
+
+/// One kind of file. Decoders and encoders answer with the error; exceptions of image code pass through them.
+struct FormatEntry
+{
+    PictureFile::Format format;
+    QString name;
+    QStringList endings;  ///< small letters, without dot, the usual one first
+    QByteArray signature; ///< with which every file of this kind begins
+    bool keepsAlpha;
+    int maxSide; ///< pixels that the format can hold, of width and of height
+    PictureFile::Error (*decode)(DecodeJob& job);
+    PictureFile::Error (*encode)(const EncodeJob& job);
+};
+
+/// All kinds of files, in the order in which they are offered.
+const std::vector<FormatEntry>& FormatTable();
+
+/// Null for Unknown.
+const FormatEntry* FindFormat(PictureFile::Format format);

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "formats/FormatTable.h"
+
+/// JPEG files, row by row between the file and the tiles. Gray and CMYK pictures come in as RGB, without
+/// their profile; transparent pictures go out on white. Any thread.
+namespace JpegCodec {
+constexpr int MaxSide = 65500; ///< pixels; what the library writes
+
+PictureFile::Error Decode(DecodeJob& job);
+PictureFile::Error Encode(const EncodeJob& job);
+} // namespace JpegCodec

@@ -1,0 +1,44 @@
+#include "formats/PictureMetadata.h"
+
+#include "formats/ExifBlock.h"
+#include "formats/Orientation.h"
+#include "formats/Picture.h"
+
+#include <cmath>
+
+bool PictureMetadata::IsRgbProfile(const QByteArray& bytes)
+{
+    constexpr int HeaderLength = 128;
+    constexpr int ColorSpaceAt = 16;
+    return bytes.size() > HeaderLength && bytes.mid(ColorSpaceAt, 4) == "RGB ";
+}
+
+double PictureMetadata::TidyDpi(double dpi)
+{
+    constexpr double Largest = 100000;
+    constexpr double Dust = 0.02;
+    if (!(dpi > 0 && dpi <= Largest)) return 0;
+    const double whole = std::round(dpi);
+    return std::abs(dpi - whole) < Dust ? whole : std::round(dpi * 100) / 100;
+}
+
+void PictureMetadata::ApplyOrientation(Picture& picture)
+{
+    ExifBlock exif(picture.exif);
+    const int orientation = exif.GetOrientation();
+    if (orientation == 1) return;
+    picture.image = Orientation::MakeUpright(picture.image, orientation);
+    exif.SetOrientation(1);
+    picture.exif = exif.GetBytes();
+}
+
+void PictureMetadata::RefreshExif(Picture& picture)
+{
+    if (picture.exif.isEmpty()) return;
+    ExifBlock exif(picture.exif);
+    exif.SetOrientation(1);
+    exif.SetPixelSize(picture.image.Rect().size());
+    if (picture.dpi > 0) exif.SetDpi(picture.dpi);
+    exif.DropThumbnail();
+    picture.exif = exif.GetBytes();
+}
