@@ -7,16 +7,6 @@ namespace {
 constexpr int CheckerSize = 8;
 constexpr double GridFromScale = 8;
 
-QBrush MakeChecker(const QColor& light, const QColor& dark)
-{
-    QPixmap squares(2 * CheckerSize, 2 * CheckerSize);
-    squares.fill(light);
-    QPainter painter(&squares);
-    painter.fillRect(0, 0, CheckerSize, CheckerSize, dark);
-    painter.fillRect(CheckerSize, CheckerSize, CheckerSize, CheckerSize, dark);
-    return squares;
-}
-
 /// The pixels of the level that are needed to paint the part of the viewport, with a neighbour on each side
 /// for the interpolation.
 QRect NeededOfLevel(const QRect& exposed, const CanvasPlace& place, int level)
@@ -58,6 +48,16 @@ void PaintGrid(QPainter& painter, const QRect& exposed, const CanvasPlace& place
 }
 } // namespace
 
+QBrush MakeChecker(int square, const QColor& light, const QColor& dark)
+{
+    QPixmap squares(2 * square, 2 * square);
+    squares.fill(light);
+    QPainter painter(&squares);
+    painter.fillRect(0, 0, square, square, dark);
+    painter.fillRect(square, square, square, square, dark);
+    return squares;
+}
+
 QRect CanvasPlace::Rect() const
 {
     const QPoint end(qRound(size.width() * scale), qRound(size.height() * scale));
@@ -85,9 +85,9 @@ CanvasLook CanvasLook::ForSurround(const QColor& surround)
     CanvasLook look;
     look.surround = surround;
     look.edge = dark ? surround.darker(170) : surround.darker(125);
-    look.grid = QColor(128, 128, 128, 96);
-    look.checker = dark ? MakeChecker(QColor(0x6a, 0x6a, 0x6a), QColor(0x5a, 0x5a, 0x5a))
-                        : MakeChecker(QColor(0xff, 0xff, 0xff), QColor(0xe6, 0xe6, 0xe6));
+    look.grid = QColor(128, 128, 128, 80);
+    look.checker = dark ? MakeChecker(CheckerSize, QColor(0x6a, 0x6a, 0x6a), QColor(0x5a, 0x5a, 0x5a))
+                        : MakeChecker(CheckerSize, QColor(0xff, 0xff, 0xff), QColor(0xe6, 0xe6, 0xe6));
     return look;
 }
 

@@ -37,6 +37,9 @@ struct CanvasLook
     static CanvasLook ForSurround(const QColor& surround);
 };
 
+/// A pattern of squares that tells transparency.
+QBrush MakeChecker(int square, const QColor& light, const QColor& dark);
+
 /// Fills a part of a viewport: the surround, the checker, the picture, the grid between large pixels.
 /// @param painter  in viewport coordinates
 /// @param exposed  viewport pixels; nothing outside is touched

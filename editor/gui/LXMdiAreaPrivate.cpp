@@ -5,6 +5,8 @@
 #include "gui/LXMdiSubWindow.h"
 #include "gui/ZKDocumentView_p.h"
 
+#include <QTabBar>
+
 LXMdiAreaPrivate::LXMdiAreaPrivate(LXMdiArea* area) : m_pArea(area)
 {
     connect(area, &QMdiArea::subWindowActivated, this, &LXMdiAreaPrivate::OnActivated);
@@ -91,8 +93,22 @@ void LXMdiAreaPrivate::Close(LXMdiSubWindow* window)
     window->deleteLater();
 }
 
+void LXMdiAreaPrivate::ArrangeTabs()
+{
+    auto* const tabs = m_pArea->findChild<QTabBar*>();
+    if (!tabs) return;
+    tabs->setExpanding(false);
+    tabs->setDrawBase(false);
+    tabs->setElideMode(Qt::ElideMiddle);
+    tabs->setUsesScrollButtons(true);
+    // All tabs would show the program's own picture.
+    tabs->setIconSize(QSize(0, 0));
+}
+
 void LXMdiAreaPrivate::OnActivated(QMdiSubWindow* window)
 {
+    // The bar comes and goes with the view mode.
+    ArrangeTabs();
     // Null while windows are left: the main window has only lost the focus, or the next one follows.
     auto* const activated = qobject_cast<LXMdiSubWindow*>(window);
     if (activated || m_pArea->GetWindows().isEmpty()) Tell(activated);

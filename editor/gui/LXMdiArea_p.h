@@ -49,6 +49,7 @@ public:
     LXMdiSubWindow* GetTold() const { return m_pTold; }
 
 private:
+    void ArrangeTabs();
     void OnActivated(QMdiSubWindow* window);
     void Tell(LXMdiSubWindow* window);
 

@@ -12,6 +12,8 @@
 LXMdiSubWindow::LXMdiSubWindow(QWidget* widget, QWidget* parent) : QMdiSubWindow(parent)
 {
     setAttribute(Qt::WA_QuitOnClose, false);
+    // Its entries have keys that belong to the program's own menus.
+    setSystemMenu(nullptr);
     setWidget(widget);
 
     LXDocumentInterface* const document = DocumentOf(this);

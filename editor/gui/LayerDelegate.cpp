@@ -1,6 +1,7 @@
 #include "gui/LayerDelegate.h"
 
 #include "document/LXDocumentModel.h"
+#include "gui/CanvasPainter.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QApplication>
@@ -15,6 +16,7 @@ constexpr int PictureSize = 36;
 constexpr int EyeWidth = 32;
 constexpr int Gap = 8;
 constexpr int SmallIcon = 16;
+constexpr int CheckerSquare = 4;
 
 /// Where the parts of a row lie, in the coordinates of its list.
 struct RowPlaces
@@ -55,8 +57,8 @@ void PaintPicture(QPainter& painter, const QRect& frame, const QImage& picture, 
     const QSize size = picture.size().scaled(frame.size() - QSize(4, 4), Qt::KeepAspectRatio);
     QRect place(QPoint(0, 0), size);
     place.moveCenter(frame.center());
-    painter.fillRect(place, QBrush(QColor(0x9a, 0x9a, 0x9a)));
-    painter.fillRect(place, QBrush(QColor(0x80, 0x80, 0x80), Qt::Dense4Pattern));
+    painter.setBrushOrigin(place.topLeft());
+    painter.fillRect(place, MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(place, picture);
     painter.setBrush(Qt::NoBrush);

@@ -26,6 +26,9 @@ ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* his
     // Bars that come and go would resize the viewport.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    for (QScrollBar* const bar : {horizontalScrollBar(), verticalScrollBar()}) {
+        connect(bar, &QScrollBar::rangeChanged, bar, [bar](int from, int to) { bar->setEnabled(to > from); });
+    }
     setViewportUpdateMode(QGraphicsView::MinimalViewportUpdate);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);

@@ -14,6 +14,9 @@
 namespace {
 constexpr qint64 TileBudget = qint64(192) * 1024 * 1024;
 constexpr int Padding = 24; ///< viewport pixels left free on each side of a whole picture
+/// By so much the scene is smaller than the viewport when there is nothing to scroll: rounding must not
+/// leave a rest.
+constexpr int Slack = 2;
 
 /// How far the middle of the viewport may leave the middle of the canvas. A canvas that fits stays in the
 /// middle; beyond that the room to scroll over the edge grows with the canvas, up to half a viewport, so
@@ -134,8 +137,7 @@ void ZKDocumentViewPrivate::ScrollTo(const QPointF& scenePos, const QPointF& vie
 
 void ZKDocumentViewPrivate::UpdateSceneRect()
 {
-    // A little less than the viewport, or rounding would leave something to scroll.
-    const QSizeF viewport = (QSizeF(m_pView->viewport()->size()) - QSizeF(2, 2)) / m_Scale;
+    const QSizeF viewport = (QSizeF(m_pView->viewport()->size()) - QSizeF(Slack, Slack)) / m_Scale;
     const QSizeF canvas = m_pDocument->GetDocumentSize();
     const QSizeF padded = canvas + QSizeF(2 * Padding, 2 * Padding) / m_Scale;
     const QSizeF reach(viewport.width() / 2 + FreedomOfMiddle(padded.width(), viewport.width()),
@@ -155,7 +157,8 @@ void ZKDocumentViewPrivate::TellSceneArea()
 
 double ZKDocumentViewPrivate::FittingScale() const
 {
-    const QSizeF room = QSizeF(m_pView->viewport()->size()) - QSizeF(2 * Padding, 2 * Padding);
+    constexpr int taken = 2 * Padding + Slack;
+    const QSizeF room = QSizeF(m_pView->viewport()->size()) - QSizeF(taken, taken);
     const QSizeF canvas = m_pDocument->GetDocumentSize();
     return qMin(room.width() / canvas.width(), room.height() / canvas.height());
 }

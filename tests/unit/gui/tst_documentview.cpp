@@ -406,6 +406,8 @@ void TestDocumentView::fitEnlargesToo()
     const QRect canvas(view->mapFromScene(QPointF(0, 0)), view->mapFromScene(QPointF(64, 48)));
     QVERIFY(view->viewport()->rect().contains(canvas));
     COMPARE_POINTS(view->viewportTransform().map(QPointF(32, 24)), Middle(*view), 2.0);
+    QCOMPARE(view->horizontalScrollBar()->maximum(), view->horizontalScrollBar()->minimum());
+    QCOMPARE(view->verticalScrollBar()->maximum(), view->verticalScrollBar()->minimum());
 }
 
 void TestDocumentView::zoomIsAbsolute()

@@ -42,6 +42,7 @@ private slots:
     void lockGivenBackInTimeLetsTheCloseGo();
     void changedDocumentIsAskedAbout();
     void unchangedDocumentIsNotAskedAbout();
+    void windowTakesNoKeysFromTheMenus();
     void closingAnInactiveDocumentKeepsTheActive();
     void closeAllStopsAtTheFirstRefusal();
     void closingUnaskedAsksNobody();
@@ -269,6 +270,17 @@ void TestMdiArea::unchangedDocumentIsNotAskedAbout()
     });
     QVERIFY(Insides()->CloseDocument(document));
     QCOMPARE(asked, 0);
+}
+
+void TestMdiArea::windowTakesNoKeysFromTheMenus()
+{
+    Open("document");
+    QAction close;
+    close.setShortcut(QKeySequence("Ctrl+W"));
+    m_pWindow->addAction(&close);
+    QSignalSpy triggered(&close, &QAction::triggered);
+    QTest::keyClick(m_pWindow.get(), Qt::Key_W, Qt::ControlModifier);
+    QCOMPARE(triggered.count(), 1);
 }
 
 void TestMdiArea::closingAnInactiveDocumentKeepsTheActive()
