@@ -27,11 +27,6 @@ QColor LightnessOf(const QColor& color)
 }
 } // namespace
 
-ZKApplicationPrivate::ZKApplicationPrivate()
-{
-    SetFolders(ApplicationFolders::Default());
-}
-
 ZKApplicationPrivate& ZKApplicationPrivate::Get()
 {
     return *ZKApplication::GetInstance()->m_pPrivate;
@@ -46,6 +41,29 @@ void ZKApplicationPrivate::SetFolders(const ApplicationFolders& folders)
     m_pSettings = std::make_unique<QSettings>(folders.config + '/' + name + ".ini", QSettings::IniFormat);
     m_pSettings->setIniCodec("UTF-8");
     m_Patterns = FindPatterns(folders.resources + "/patterns");
+}
+
+void ZKApplicationPrivate::UseDefaultFolders()
+{
+    if (m_pSettings == nullptr) SetFolders(ApplicationFolders::Default());
+}
+
+const ApplicationFolders& ZKApplicationPrivate::Folders()
+{
+    UseDefaultFolders();
+    return m_Folders;
+}
+
+QSettings& ZKApplicationPrivate::Settings()
+{
+    UseDefaultFolders();
+    return *m_pSettings;
+}
+
+const QStringList& ZKApplicationPrivate::Patterns()
+{
+    UseDefaultFolders();
+    return m_Patterns;
 }
 
 ZKApplication::ZKApplication() : m_pPrivate(std::make_unique<ZKApplicationPrivate>()) {}

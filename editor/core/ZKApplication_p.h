@@ -16,24 +16,22 @@ class ZK_EDITOR_EXPORT ZKApplicationPrivate
 public:
     static ZKApplicationPrivate& Get();
 
-    ZKApplicationPrivate();
-
     /// Makes the writable folders and reads the settings and the patterns from there anew. Called at start,
     /// or never: then the folders are the system's.
     void SetFolders(const ApplicationFolders& folders);
 
-    const ApplicationFolders& Folders() const { return m_Folders; }
-
-    QSettings& Settings() { return *m_pSettings; }
-
-    const QStringList& Patterns() const { return m_Patterns; }
+    const ApplicationFolders& Folders();
+    QSettings& Settings();
+    const QStringList& Patterns();
 
     QColor m_Foreground = Qt::black;
     QColor m_Background = Qt::white;
     int m_TexturePatternIndex = 0;
 
 private:
+    void UseDefaultFolders();
+
     ApplicationFolders m_Folders;
-    std::unique_ptr<QSettings> m_pSettings;
-    QStringList m_Patterns; // absolute, native separators, by name
+    std::unique_ptr<QSettings> m_pSettings; // null until there are folders
+    QStringList m_Patterns;                 // absolute, native separators, by name
 };

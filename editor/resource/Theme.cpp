@@ -36,7 +36,7 @@ void Theme::Apply(Look look, const QString& resources)
     QDir::setSearchPaths("theme", {resources + "/theme/" + tokens.name});
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     QApplication::setPalette(Palette(tokens));
-    qApp->setStyleSheet(StyleSheet(tokens, ReadText(resources + "/theme/style.qss")));
+    qApp->setStyleSheet(StyleSheet(tokens, ReadText(resources + "/style.qss")));
     QApplication::setWindowIcon(ApplicationIcon(resources));
 }
 
@@ -113,7 +113,7 @@ QString Theme::StyleSheet(const ThemeTokens& tokens, QString style)
 QIcon Theme::ApplicationIcon(const QString& resources)
 {
     QIcon icon;
-    const QFileInfoList files = QDir(resources).entryInfoList({"zenkari-*.png"}, QDir::Files);
+    const QFileInfoList files = QDir(resources + "/app").entryInfoList({"*.png"}, QDir::Files);
     for (const QFileInfo& file : files) {
         icon.addFile(file.absoluteFilePath());
     }

@@ -31,7 +31,7 @@ void TestResource::resourcesAreFoundFromTheBuildTree()
 {
     const QString path = ResourceFolder::Path();
     QVERIFY2(path.endsWith("/share/zenkari"), qPrintable(path));
-    QVERIFY(QDir(path).exists("theme/style.qss"));
+    QVERIFY(QDir(path).exists("style.qss"));
     QVERIFY(QDir(path).exists("patterns"));
 }
 

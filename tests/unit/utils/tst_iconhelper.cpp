@@ -20,6 +20,7 @@ private slots:
     void pictureWithoutDenseFormIsTaken();
     void missingPictureIsNull();
     void iconHasAFaintDisabledForm();
+    void selectedFormIsNotTinted();
     void iconTakesEverySize();
     void pixmapKeepsItsRatio();
     void nullPixmapGivesANullIcon();
@@ -85,6 +86,12 @@ void TestIconHelper::iconHasAFaintDisabledForm()
     QVERIFY(disabled.pixelColor(12, 12).alpha() > 50);
     QVERIFY(disabled.pixelColor(12, 12).alpha() < 130);
     QCOMPARE(disabled.pixelColor(12, 12).red(), 255);
+}
+
+void TestIconHelper::selectedFormIsNotTinted()
+{
+    const QIcon icon = ZKIconHelper::DisabledIcon(QString("theme:fill.png"));
+    QCOMPARE(icon.pixmap(24, QIcon::Selected).toImage(), icon.pixmap(24, QIcon::Normal).toImage());
 }
 
 void TestIconHelper::iconTakesEverySize()
