@@ -103,6 +103,11 @@ void LXMdiAreaPrivate::ArrangeTabs()
     tabs->setUsesScrollButtons(true);
     // All tabs would show the program's own picture.
     tabs->setIconSize(QSize(0, 0));
+    tabs->setAccessibleName(tr("Open pictures"));
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        if (QWidget* button = tabs->tabButton(tab, QTabBar::RightSide))
+            button->setAccessibleName(tr("Close"));
+    }
 }
 
 void LXMdiAreaPrivate::OnActivated(QMdiSubWindow* window)

@@ -55,6 +55,22 @@ void LXMdiSubWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
+bool LXMdiSubWindow::focusNextPrevChild(bool next)
+{
+    // The base goes round inside of a sub window as if it were a window.
+    QWidget* const from = window()->focusWidget();
+    QWidget* widget = from ? from : this;
+    do {
+        widget = next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+        const bool takesTab = (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy();
+        if (takesTab && widget->isVisible() && widget->isEnabled() && widget->window() == window()) {
+            widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    } while (widget != from && widget != this);
+    return false;
+}
+
 void LXMdiSubWindow::UpdateTitle()
 {
     setWindowTitle(tr("%1[*]").arg(DocumentOf(this)->GetDocumentName()));

@@ -21,6 +21,8 @@ public:
 protected:
     /// Asks LXMdiArea, which may refuse.
     void closeEvent(QCloseEvent* event) override;
+    /// Tab leaves the window: the document is one stop on the way through the main window.
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void UpdateTitle();
