@@ -52,6 +52,9 @@ public:
     /// The document's file; empty when it has none.
     QString GetPath(const LXDocumentInterface* document) const;
 
+    /// Closes as the close button of its window does. False when somebody refused.
+    bool Close(LXDocumentInterface* document);
+
     /// Asks about every changed document, then closes all of them. False when the user cancelled, and then
     /// all are still open; or when a tool holds a document, and that one is.
     bool CloseAll();
@@ -76,6 +79,7 @@ private:
     QString AskForPath(const LXDocumentInterface* document);
     bool AcceptsLosses(LXDocumentInterface* document, const QString& path, const Picture& picture);
     void MarkSaved(LXDocumentInterface* document, const QString& path);
+    bool IsBusy(const LXDocumentInterface* document); // and tells so
     void Tell(const QString& message);
 
     MainWindow* m_pWindow;

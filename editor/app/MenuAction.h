@@ -17,6 +17,7 @@ struct MenuEntry
     QString text; ///< with its mnemonic
     QString hint; ///< for the status bar
     QList<QKeySequence> keys;
+    QString icon = QString(); ///< a picture of the theme; empty for none
 };
 
 /// Makes the action and places it in the main menu. Main thread only.

@@ -1,0 +1,111 @@
+#include "app/Editor.h"
+
+#include "app/DocumentFiles.h"
+#include "app/EditMenu.h"
+#include "app/FileMenu.h"
+#include "app/MainWindow.h"
+#include "app/RecentFiles.h"
+#include "app/ViewMenu.h"
+#include "core/ZKApplication_p.h"
+#include "gui/LXMdiArea_p.h"
+#include "gui/LexoAppKeyHook.h"
+#include "guicore/InputHabits.h"
+#include "plugincore/PluginLoader.h"
+#include "resource/Theme.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <dlfcn.h>
+
+/// In the order in which they are built; they go in the opposite one.
+struct EditorParts
+{
+    InputHabits habits{qApp};
+    RecentFiles recentFiles;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<DocumentFiles> files;
+    PluginLoader plugin;
+};
+
+QString Editor::DefaultPluginFile()
+{
+    Dl_info library{};
+    if (!dladdr(&Editor::staticMetaObject, &library)) return QString();
+    const QDir folder = QFileInfo(QFile::decodeName(library.dli_fname)).canonicalPath();
+    return folder.filePath(QStringLiteral("libbasictools.so"));
+}
+
+Editor::Editor(ApplicationFolders folders, QString pluginFile)
+    : m_Folders(std::move(folders)), m_PluginFile(std::move(pluginFile))
+{}
+
+Editor::~Editor()
+{
+    Shutdown();
+}
+
+bool Editor::Start()
+{
+    Q_ASSERT(!m_pParts);
+
+    ZKApplicationPrivate::Get().SetFolders(m_Folders);
+    Theme::Apply(Theme::Look::Dark, m_Folders.resources);
+    // Sees every key from the start on.
+    LexoAppKeyHook::instance();
+
+    m_pParts = std::make_unique<EditorParts>();
+    BuildWindow();
+    if (!m_pParts->plugin.Load(m_PluginFile)) {
+        m_ErrorText = m_pParts->plugin.GetErrorText();
+        Shutdown();
+        return false;
+    }
+    m_pParts->plugin.SetMainWidget(GetWindow());
+    GetWindow()->show();
+    return true;
+}
+
+void Editor::BuildWindow()
+{
+    m_pParts->window = std::make_unique<MainWindow>(&m_pParts->recentFiles);
+    MainWindow* window = GetWindow();
+    window->setWindowIcon(Theme::ApplicationIcon(m_Folders.resources));
+    m_pParts->files = std::make_unique<DocumentFiles>(window);
+
+    // Children of the window: their actions leave the menus with it.
+    new FileMenu(window, GetFiles(), &m_pParts->recentFiles);
+    new EditMenu(window);
+    new ViewMenu(window);
+
+    window->SetCloseQuestion([this] { return GetFiles()->CloseAll(); });
+    connect(window, &MainWindow::Closed, this, &Editor::Closed);
+    connect(GetFiles(), &DocumentFiles::FileUsed, &m_pParts->recentFiles, &RecentFiles::Add);
+}
+
+void Editor::Shutdown()
+{
+    if (!m_pParts) return;
+
+    LXMdiAreaPrivate::Get(GetWindow()->GetDocumentArea())->CloseAllUnasked();
+    // Windows and documents of the area go now, while the plug-in and the singletons still stand.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_pParts->plugin.Shutdown();
+    m_pParts.reset();
+}
+
+MainWindow* Editor::GetWindow() const
+{
+    return m_pParts ? m_pParts->window.get() : nullptr;
+}
+
+DocumentFiles* Editor::GetFiles() const
+{
+    return m_pParts ? m_pParts->files.get() : nullptr;
+}
+
+PluginLoader* Editor::GetPlugin() const
+{
+    return m_pParts ? &m_pParts->plugin : nullptr;
+}

@@ -1,0 +1,209 @@
+#include "app/MainWindow.h"
+
+#include "app/EmptyPage.h"
+#include "app/StatusReadout.h"
+#include "core/MenuPlacement.h"
+#include "core/ToolBarArea.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "gui/ColorWells.h"
+#include "gui/LToolBoxWidget.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
+#include "gui/LXMdiArea_p.h"
+#include "gui/LXMdiSubWindow.h"
+#include "gui/LXToolWidgetManager.h"
+#include "gui/LayersWidget.h"
+#include "gui/ZKDocumentView.h"
+#include "gui/ZKDocumentWidget.h"
+#include "history/LexoUndoStack.h"
+#include "resource/LXResource.h"
+
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QToolBar>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int PanelWidth = 260;
+constexpr int ToolBoxMargin = 4;
+constexpr QSize DefaultSize(1280, 800);
+
+/// The local files among what is dragged; empty when there are none.
+QStringList LocalFiles(const QMimeData* data)
+{
+    QStringList paths;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+QToolBar* MakeFixedBar(const QString& name, const QString& title)
+{
+    auto* bar = new QToolBar(title);
+    bar->setObjectName(name);
+    bar->setMovable(false);
+    bar->setFloatable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    return bar;
+}
+} // namespace
+
+MainWindow::MainWindow(RecentFiles* recentFiles)
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    setAcceptDrops(true);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setDockNestingEnabled(true);
+    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
+
+    m_pStatus = new StatusReadout(this);
+    setStatusBar(m_pStatus);
+    MenuPlacement::Instance().SetMenuBar(menuBar());
+    BuildCenter(recentFiles);
+    BuildToolBox();
+    BuildOptionBar();
+    BuildPanels();
+
+    resize(DefaultSize);
+    UpdateTitle();
+}
+
+MainWindow::~MainWindow() = default;
+
+ZKDocumentView* MainWindow::GetActiveView() const
+{
+    const LXMdiSubWindow* window = m_pArea->GetActiveWindow();
+    const auto* widget = window ? qobject_cast<ZKDocumentWidget*>(window->GetWidget()) : nullptr;
+    return widget ? widget->GetView() : nullptr;
+}
+
+LXDocumentInterface* MainWindow::GetActiveDocument() const
+{
+    const ZKDocumentView* view = GetActiveView();
+    return view ? view->GetModel()->GetDocument() : nullptr;
+}
+
+void MainWindow::SetFullScreen(bool fullScreen)
+{
+    setWindowState(fullScreen ? windowState() | Qt::WindowFullScreen : windowState() & ~Qt::WindowFullScreen);
+}
+
+void MainWindow::BuildCenter(RecentFiles* recentFiles)
+{
+    m_pArea = LXDocumentManager::GetDocumentArea();
+    setCentralWidget(m_pArea);
+    m_pEmptyPage = new EmptyPage(recentFiles);
+    LXMdiAreaPrivate::Get(m_pArea)->SetEmptyPage(m_pEmptyPage);
+    connect(m_pArea, &LXMdiArea::SubWindowActivated, this, &MainWindow::FollowActiveView);
+}
+
+void MainWindow::BuildToolBox()
+{
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(ToolBoxMargin, ToolBoxMargin, ToolBoxMargin, ToolBoxMargin);
+    layout->setSpacing(8);
+    layout->addWidget(LToolBoxWidget::GetInstance(), 1);
+    layout->addWidget(new ColorWells(column), 0, Qt::AlignHCenter);
+
+    QToolBar* bar = MakeFixedBar(QStringLiteral("toolBox"), tr("Tools"));
+    bar->addWidget(column);
+    addToolBar(Qt::LeftToolBarArea, bar);
+}
+
+void MainWindow::BuildOptionBar()
+{
+    QToolBar* bar = MakeFixedBar(QStringLiteral("optionBar"), tr("Tool options"));
+    auto* area = new ToolBarArea;
+    bar->addWidget(area);
+    addToolBar(Qt::TopToolBarArea, bar);
+    connect(area, &ToolBarArea::ShownBarChanged, m_pStatus, [this](const QWidget* optionBar) {
+        m_pStatus->SetHint(optionBar ? optionBar->statusTip() : QString());
+    });
+}
+
+void MainWindow::BuildPanels()
+{
+    QDockWidget* tool = AddPanel(QStringLiteral("toolPanel"), tr("Tool"), LXToolWidgetManager::instance());
+    QDockWidget* layers = AddPanel(QStringLiteral("layersPanel"), tr("Layers"), LayersWidget::GetInstance());
+    splitDockWidget(tool, layers, Qt::Vertical);
+    resizeDocks({tool, layers}, {PanelWidth, PanelWidth}, Qt::Horizontal);
+}
+
+QDockWidget* MainWindow::AddPanel(const QString& name, const QString& title, QWidget* content)
+{
+    auto* panel = new QDockWidget(title, this);
+    panel->setObjectName(name);
+    // Neither closed nor torn off, so that none is ever lost beyond the screen.
+    panel->setFeatures(QDockWidget::NoDockWidgetFeatures);
+    panel->setWidget(content);
+    addDockWidget(Qt::RightDockWidgetArea, panel);
+    return panel;
+}
+
+void MainWindow::FollowActiveView()
+{
+    if (m_pView) {
+        m_pView->GetHistory()->disconnect(this);
+        m_pView->GetModel()->GetDocument()->disconnect(this);
+    }
+
+    m_pView = GetActiveView();
+    if (m_pView) {
+        // The view would swallow dropped files, which are the window's to open.
+        m_pView->setAcceptDrops(false);
+        m_pView->viewport()->setAcceptDrops(false);
+        const LXDocumentInterface* document = m_pView->GetModel()->GetDocument();
+        connect(document, &LXDocumentInterface::DocumentNameChanged, this, &MainWindow::UpdateTitle);
+        connect(document, &LXDocumentInterface::DocumentStateChanged, this, &MainWindow::UpdateTitle);
+        connect(m_pView->GetHistory(), &LexoUndoStack::historyChanged, this, &MainWindow::UpdateTitle);
+    }
+    LayersWidget::GetInstance()->SetView(m_pView);
+    m_pStatus->SetView(m_pView);
+    UpdateTitle();
+    emit ActiveViewChanged(m_pView);
+}
+
+void MainWindow::UpdateTitle()
+{
+    const QString product = LXResource::GetData(LXResource::ProductName).toString();
+    const LXDocumentInterface* document = GetActiveDocument();
+    if (!document) {
+        setWindowTitle(product);
+        setWindowModified(false);
+        return;
+    }
+    setWindowTitle(tr("%1[*] – %2").arg(document->GetDocumentName().replace("[*]", "[*][*]"), product));
+    setWindowModified(document->GetDocumentState() > 0 || !m_pView->GetHistory()->isClean());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_CloseQuestion && !m_CloseQuestion()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    emit Closed();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!LocalFiles(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QStringList paths = LocalFiles(event->mimeData());
+    if (paths.isEmpty()) return;
+
+    event->acceptProposedAction();
+    emit FilesDropped(paths);
+}
