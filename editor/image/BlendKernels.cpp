@@ -5,6 +5,7 @@
 #include "image/PixelMath.h"
 
 #include <stdexcept>
+#include <type_traits>
 
 namespace {
 using namespace PixelMath;
@@ -33,6 +34,10 @@ int BlendedColor(const Formula& formula, int targetAlpha, int target, int source
 template <class Formula>
 LXRGBA32i BlendPixel(const Formula& formula, LXRGBA32i target, LXRGBA32i source, int strength)
 {
+    // The most frequent pixel of all, an opaque one that covers what is below.
+    if constexpr (std::is_same_v<Formula, BlendFormulas::Normal>) {
+        if (strength == 255) return source;
+    }
     const int targetAlpha = target.Alpha();
     if (targetAlpha == 0) return WithAlpha(source, strength);
 

@@ -92,7 +92,10 @@ public:
     void Run(const BlendArea& area)
     {
         TileWalk::ForEachTile(area.target, [&](int column, int row, const QRect& part) {
-            if (m_IsCopy && ShareTile(column, row, part, area.toSource)) return;
+            if (m_IsCopy) {
+                if (!ShareTile(column, row, part, area.toSource)) CopyTile(column, row, part, area.toSource);
+                return;
+            }
             ReadSource(part.translated(area.toSource));
             if (m_Mask.image != nullptr) ReadMask(part.translated(area.toMask));
             const int count = part.width() * part.height();
@@ -103,6 +106,8 @@ public:
 
 private:
     bool ShareTile(int column, int row, const QRect& part, const QPoint& toSource);
+    void CopyTile(int column, int row, const QRect& part, const QPoint& toSource);
+    bool IsCopyEqual(const QRect& part, const QPoint& toSource);
     void ReadSource(const QRect& srcPart);
     void ReadMask(const QRect& maskPart);
     void ComputeStrength(int count);
@@ -133,6 +138,29 @@ bool TileBlender::ShareTile(int column, int row, const QRect& part, const QPoint
 
     m_Dst.TileAt(column, row) = m_Src.TileAt(sourceWhole.left() / TileSide, sourceWhole.top() / TileSide);
     return true;
+}
+
+void TileBlender::CopyTile(int column, int row, const QRect& part, const QPoint& toSource)
+{
+    if (m_Dst.TileAt(column, row)->IsShared() && IsCopyEqual(part, toSource)) return;
+
+    const auto tile = m_Dst.WriteTile(column, row);
+    LXRGBA32i* const target = tile.Pixels() + TileWalk::IndexInTile(part.topLeft());
+    TileWalk::ReadSpans(m_Src, part.translated(toSource),
+                        [&](const LXRGBA32i* pixels, int x, int y, int count) {
+                            std::copy_n(pixels, count, target + y * TileSide + x);
+                        });
+}
+
+/// Whether the target holds the source's pixels already, as blank images do.
+bool TileBlender::IsCopyEqual(const QRect& part, const QPoint& toSource)
+{
+    ReadSource(part.translated(toSource));
+    bool isEqual = true;
+    TileWalk::ReadSpans(m_Dst, part, [&](const LXRGBA32i* pixels, int, int y, int count) {
+        isEqual = isEqual && std::equal(pixels, pixels + count, m_Source.data() + y * count);
+    });
+    return isEqual;
 }
 
 void TileBlender::ReadSource(const QRect& srcPart)
@@ -179,17 +207,14 @@ bool TileBlender::LeavesAsIs(int column, int row, const QRect& part) const
         std::all_of(m_Strength.begin(), m_Strength.begin() + count, [](quint8 s) { return s == 0; })) {
         return true;
     }
-    if (!m_Dst.TileAt(column, row)->IsShared()) return false;
-    if (!m_IsCopy && !m_Kernel.keepsTransparentTarget) return false;
+    if (!m_Kernel.keepsTransparentTarget || !m_Dst.TileAt(column, row)->IsShared()) return false;
 
-    bool isUnchanged = true;
-    TileWalk::ReadSpans(m_Dst, part, [&](const LXRGBA32i* pixels, int, int y, int spanCount) {
-        if (!isUnchanged) return;
-        isUnchanged =
-            m_IsCopy ? std::equal(pixels, pixels + spanCount, m_Source.data() + y * spanCount)
-                     : std::all_of(pixels, pixels + spanCount, [](LXRGBA32i p) { return p.Alpha() == 0; });
+    bool isTransparent = true;
+    TileWalk::ReadSpans(m_Dst, part, [&](const LXRGBA32i* pixels, int, int, int spanCount) {
+        isTransparent = isTransparent && std::all_of(pixels, pixels + spanCount,
+                                                     [](LXRGBA32i pixel) { return pixel.Alpha() == 0; });
     });
-    return isUnchanged;
+    return isTransparent;
 }
 
 void TileBlender::BlendTile(int column, int row, const QRect& part)

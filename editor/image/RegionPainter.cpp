@@ -22,10 +22,9 @@ void RegionPainter::Paint(int column, int row, const TileBits& region)
         RowBits left = region.rows[static_cast<std::size_t>(y)];
         while (left != 0) {
             const int first = TileBitsMath::CountTrailingZeros(left);
-            const RowBits run = TileBitsMath::SpreadAlongRow(TileBitsMath::Bit(first), left);
-            const int last = TileSide - 1 - TileBitsMath::CountLeadingZeros(run);
-            std::fill(pixels + first, pixels + last + 1, m_Fill);
-            left &= ~run;
+            const int length = TileBitsMath::RunLength(left, first);
+            std::fill_n(pixels + first, length, m_Fill);
+            left &= ~TileBitsMath::Columns(first, first + length - 1);
         }
     }
 }

@@ -35,6 +35,9 @@ int TileBitsMath::CountLeadingZeros(RowBits bits)
 /// Doubles the reach in each step: after steps of 1, 2, 4 ... 64 a seed has come as far as its run goes.
 RowBits TileBitsMath::SpreadAlongRow(RowBits seeds, RowBits inside)
 {
+    // Often, as in a corridor across the rows, there is nowhere to go.
+    if ((inside & ~seeds & ((seeds << 1) | (seeds >> 1))) == 0) return seeds;
+
     RowBits right = seeds;
     RowBits left = seeds;
     RowBits openRight = inside;
@@ -46,6 +49,12 @@ RowBits TileBitsMath::SpreadAlongRow(RowBits seeds, RowBits inside)
         openLeft &= openLeft >> step;
     }
     return right | left;
+}
+
+int TileBitsMath::RunLength(RowBits bits, int first)
+{
+    const RowBits closed = ~(bits >> first);
+    return closed == 0 ? TileSide : CountTrailingZeros(closed);
 }
 
 void TileBitsMath::Clip(TileBits& bits, const QRect& part)

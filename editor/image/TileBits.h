@@ -34,6 +34,9 @@ int CountLeadingZeros(RowBits bits);
 /// All columns of `inside` that hang together with a column of `seeds`, which lie inside.
 RowBits SpreadAlongRow(RowBits seeds, RowBits inside);
 
+/// How many columns from `first` on are set without a gap.
+int RunLength(RowBits bits, int first);
+
 /// Keeps only the pixels of `part`, tile coordinates.
 void Clip(TileBits& bits, const QRect& part);
 

@@ -24,7 +24,8 @@ TileFlood::TileFlood(SimilarPixels& similar, const QRect& area)
 
 void TileFlood::Run(const QPoint& seed)
 {
-    Want(QPoint(seed.x() / TileSide, seed.y() / TileSide), seed.y() % TileSide, Bit(seed.x() % TileSide));
+    WantInNeighbour(QPoint(seed.x() / TileSide, seed.y() / TileSide), seed.y() % TileSide,
+                    Bit(seed.x() % TileSide));
     while (!m_Queue.empty()) {
         const QPoint place = m_Queue.back();
         m_Queue.pop_back();
@@ -44,34 +45,47 @@ TileFlood::Tile& TileFlood::TileAt(int column, int row)
     return *tile;
 }
 
-/// Lets the region come to row `y` of the tile at `place`, as far as the pixels are open.
-void TileFlood::Want(const QPoint& place, int y, RowBits columns)
+/// Lets the region come to row `y` of the tile, as far as the pixels are open.
+void TileFlood::Want(Tile& tile, int y, RowBits columns)
 {
-    if (place.x() < 0 || place.y() < 0 || place.x() >= m_Columns || place.y() >= m_Rows) return;
-
-    Tile& tile = TileAt(place.x(), place.y());
     const RowBits wanted = columns & tile.open.rows[At(y)];
     if (wanted == 0) return;
     tile.wanted.rows[At(y)] |= wanted;
     tile.rowsToDo |= Bit(y);
-    if (!tile.isQueued) m_Queue.push_back(place);
+}
+
+/// The same for the tile at `place`, if there is one, which is visited later.
+void TileFlood::WantInNeighbour(const QPoint& place, int y, RowBits columns)
+{
+    if (place.x() < 0 || place.y() < 0 || place.x() >= m_Columns || place.y() >= m_Rows) return;
+
+    Tile& tile = TileAt(place.x(), place.y());
+    Want(tile, y, columns);
+    if (tile.rowsToDo == 0 || tile.isQueued) return;
     tile.isQueued = true;
+    m_Queue.push_back(place);
 }
 
 void TileFlood::Visit(const QPoint& place)
 {
     Tile& tile = TileAt(place.x(), place.y());
+    tile.isQueued = false;
     while (tile.rowsToDo != 0) {
         const int y = TileBitsMath::CountTrailingZeros(tile.rowsToDo);
         const RowBits taken = TakeRow(tile, y);
-        const bool isFirstRow = y == 0;
-        const bool isLastRow = y == LastInTile;
-        Want(isFirstRow ? place - QPoint(0, 1) : place, isFirstRow ? LastInTile : y - 1, taken);
-        Want(isLastRow ? place + QPoint(0, 1) : place, isLastRow ? 0 : y + 1, taken);
-        if ((taken & Bit(0)) != 0) Want(place - QPoint(1, 0), y, Bit(LastInTile));
-        if ((taken & Bit(LastInTile)) != 0) Want(place + QPoint(1, 0), y, Bit(0));
+        if (y > 0) {
+            Want(tile, y - 1, taken);
+        } else {
+            WantInNeighbour(place - QPoint(0, 1), LastInTile, taken);
+        }
+        if (y < LastInTile) {
+            Want(tile, y + 1, taken);
+        } else {
+            WantInNeighbour(place + QPoint(0, 1), 0, taken);
+        }
+        if ((taken & Bit(0)) != 0) WantInNeighbour(place - QPoint(1, 0), y, Bit(LastInTile));
+        if ((taken & Bit(LastInTile)) != 0) WantInNeighbour(place + QPoint(1, 0), y, Bit(0));
     }
-    tile.isQueued = false;
 }
 
 RowBits TileFlood::TakeRow(Tile& tile, int y)

@@ -44,7 +44,8 @@ private:
     };
 
     Tile& TileAt(int column, int row);
-    void Want(const QPoint& place, int y, RowBits columns);
+    static void Want(Tile& tile, int y, RowBits columns);
+    void WantInNeighbour(const QPoint& place, int y, RowBits columns);
     void Visit(const QPoint& place);
     RowBits TakeRow(Tile& tile, int y);
 
