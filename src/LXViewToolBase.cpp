@@ -31,6 +31,8 @@ LXViewToolBase::LXViewToolBase(QObject* parent, bool filterAlways)
 
 LXViewToolBase::~LXViewToolBase()
 {
+    // The tool's own slots are gone by now; the document's listeners hear of the unlock all the same.
+    blockSignals(true);
     // Asked first: without a lock the view is left alone, which may be gone by now.
     if (m_Locks.HoldsDocument()) UnlockDocument();
     if (m_Locks.HoldsView()) UnlockView();

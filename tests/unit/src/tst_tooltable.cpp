@@ -1,0 +1,63 @@
+#include "ToolTable.h"
+#include "ZKOldPluginWrapper.h"
+
+#include "support/TestRegistry.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QTest>
+
+class TestToolTable : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theFillCanIsTheFirstTool();
+    void identifiersRiseAndAreUnique();
+    void aWrapperAnswersForItsTool();
+    void aWrapperOwnsItsTool();
+};
+
+void TestToolTable::theFillCanIsTheFirstTool()
+{
+    QCOMPARE(ToolTable().front().id, "{B0000000-0000-0000-0000-000000000010}");
+    QCOMPARE(ToolTable().front().name, "Fillcan");
+}
+
+void TestToolTable::identifiersRiseAndAreUnique()
+{
+    const QRegularExpression form("^\\{B0000000-0000-0000-0000-0000000000[0-9]{2}\\}$");
+    QString previous;
+    for (const ToolRow& row : ToolTable()) {
+        QVERIFY2(form.match(row.id).hasMatch(), row.id);
+        QVERIFY2(previous < row.id, row.id);
+        previous = row.id;
+    }
+}
+
+void TestToolTable::aWrapperAnswersForItsTool()
+{
+    auto* tool = new QObject;
+    ZKOldPluginWrapper wrapper(tool, "Fillcan", "{id}");
+    QCOMPARE(wrapper.GetType(), 1);
+    QCOMPARE(wrapper.GetName(), QString("Fillcan"));
+    QCOMPARE(wrapper.GetParent(), nullptr);
+    QCOMPARE(wrapper.GetId(), QString("{id}"));
+    QCOMPARE(wrapper.property("tool").value<QObject*>(), tool);
+    QVERIFY(wrapper.qt_metacast("ZKOldPluginWrapper"));
+    QVERIFY(wrapper.qt_metacast("ZKPlugin"));
+    QVERIFY(!wrapper.qt_metacast("ITool/1.0"));
+}
+
+void TestToolTable::aWrapperOwnsItsTool()
+{
+    QPointer<QObject> tool = new QObject;
+    {
+        ZKOldPluginWrapper wrapper(tool, "name", "id");
+    }
+    QVERIFY(!tool);
+}
+
+ZK_REGISTER_TEST(tst_tooltable, TestToolTable)
+
+#include "tst_tooltable.moc"
