@@ -10,8 +10,7 @@
 
 #include <QObject>
 
-namespace
-{
+namespace {
 QList<ITool*> ToolsAmong(const QList<QObject*>& objects)
 {
     QList<ITool*> tools;

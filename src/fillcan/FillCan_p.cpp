@@ -186,6 +186,7 @@ void FillCanPrivate::JoinForms()
 
 void FillCanPrivate::FillPatterns()
 {
+    m_pSelectPatternBtn = m_ToolBarUi->m_pSelectPatternBtn;
     m_pPatternSelect = new PatternSelectWidget(m_pToolBar);
     for (int i = 0; i < ZKApplication::GetPatternCount(); ++i) {
         const QString file = ZKApplication::GetPatternFile(i);
@@ -199,21 +200,19 @@ void FillCanPrivate::FillPatterns()
             &FillCanPrivate::PatternChanged);
     connect(m_pPatternSelect, &PatternSelectWidget::ItemDoubleClicked, this,
             &FillCanPrivate::PatternDoubleClicked);
-    connect(m_ToolBarUi->m_pSelectPatternBtn, &QToolButton::toggled, this,
-            &FillCanPrivate::ShowPatternSelectMenu);
+    connect(m_pSelectPatternBtn, &QToolButton::toggled, this, &FillCanPrivate::ShowPatternSelectMenu);
 }
 
 void FillCanPrivate::FillModeChanged(int) {}
 
 void FillCanPrivate::PatternChanged(int index)
 {
-    m_ToolBarUi->m_pSelectPatternBtn->setIcon(
-        ZKIconHelper::DisabledIcon(m_pPatternSelect->GetItemImage(index)));
+    m_pSelectPatternBtn->setIcon(ZKIconHelper::DisabledIcon(m_pPatternSelect->GetItemImage(index)));
 }
 
 void FillCanPrivate::PatternDoubleClicked(int)
 {
-    m_ToolBarUi->m_pSelectPatternBtn->setChecked(false);
+    m_pSelectPatternBtn->setChecked(false);
 }
 
 void FillCanPrivate::ShowPatternSelectMenu(bool show)
@@ -222,23 +221,31 @@ void FillCanPrivate::ShowPatternSelectMenu(bool show)
         m_pPatternSelect->hide();
         return;
     }
-    const QToolButton* button = m_ToolBarUi->m_pSelectPatternBtn;
-    m_pPatternSelect->move(button->mapToGlobal(QPoint(0, button->height() + 1)));
+    m_pPatternSelect->move(m_pSelectPatternBtn->mapToGlobal(QPoint(0, m_pSelectPatternBtn->height() + 1)));
     m_pPatternSelect->show();
     m_pPatternSelect->setFocus();
 }
 
 bool FillCanPrivate::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == m_pPatternSelect) {
-        QToolButton* button = m_ToolBarUi->m_pSelectPatternBtn;
-        if (event->type() == QEvent::Hide) button->setChecked(false);
-        // A press on the checked button hides the list by itself; hidden here, it would open again.
-        const bool buttonWillHide =
-            button->isChecked() && button->rect().contains(button->mapFromGlobal(QCursor::pos()));
-        if (event->type() == QEvent::WindowDeactivate && !buttonWillHide) m_pPatternSelect->hide();
-    }
+    if (object == m_pPatternSelect) FollowPatternSelect(event->type());
     return LXViewToolBase::eventFilter(object, event);
+}
+
+void FillCanPrivate::FollowPatternSelect(QEvent::Type type)
+{
+    // The bar deletes its button before its pop-up list, which hides then.
+    if (!m_pSelectPatternBtn) return;
+
+    if (type == QEvent::Hide) m_pSelectPatternBtn->setChecked(false);
+    if (type == QEvent::WindowDeactivate && !IsPatternButtonUnderMouse()) m_pPatternSelect->hide();
+}
+
+// A press on the checked button will hide the list by itself; hidden before, it would open again.
+bool FillCanPrivate::IsPatternButtonUnderMouse() const
+{
+    const QPoint position = m_pSelectPatternBtn->mapFromGlobal(QCursor::pos());
+    return m_pSelectPatternBtn->isChecked() && m_pSelectPatternBtn->rect().contains(position);
 }
 
 // ---- cursor and target

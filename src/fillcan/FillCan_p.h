@@ -5,16 +5,18 @@
 
 #include "fillcan/BlendShortcuts.h"
 #include "fillcan/FillJob.h"
+#include "gui/PatternSelectWidget.h"
 
+#include <QEvent>
 #include <QFutureWatcher>
 #include <QItemSelection>
 #include <QKeySequence>
 #include <QPointer>
+#include <QToolButton>
 
 #include <memory>
 
 class FillCanProgress;
-class PatternSelectWidget;
 
 namespace Ui {
 class FillCanToolBar;
@@ -82,6 +84,8 @@ private:
     Target CheckTarget() const;
     void JoinForms();
     void FillPatterns();
+    void FollowPatternSelect(QEvent::Type type);
+    bool IsPatternButtonUnderMouse() const;
     FillJobData MakeJobData(const QPointF& scenePos) const;
     QBrush MakeBrush(const QColor& color) const;
     QFuture<FillJobResult> StartJob(const QPointF& scenePos);
@@ -100,7 +104,8 @@ private:
     QPointer<QWidget> m_pToolBar;
     std::unique_ptr<Ui::FillCanToolBar> m_ToolBarUi;
     std::unique_ptr<Ui::FillCanToolWidget> m_ToolWidgetUi;
-    PatternSelectWidget* m_pPatternSelect = nullptr;
+    QPointer<QToolButton> m_pSelectPatternBtn;
+    QPointer<PatternSelectWidget> m_pPatternSelect;
     BlendShortcuts m_BlendShortcuts;
     QFutureWatcher<FillJobResult>* m_pWatcher;
     int m_WaitTimer = -1;
