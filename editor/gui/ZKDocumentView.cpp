@@ -37,6 +37,7 @@ ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* his
     viewport()->setAcceptDrops(false);
     m_pPrivate->UpdateLook();
     m_pPrivate->UpdateSceneRect();
+    m_pPrivate->m_Ants.Update(m_pPrivate->Place());
 }
 
 ZKDocumentView::~ZKDocumentView()
@@ -220,5 +221,6 @@ void ZKDocumentView::resizeEvent(QResizeEvent* event)
 void ZKDocumentView::scrollContentsBy(int dx, int dy)
 {
     QGraphicsView::scrollContentsBy(dx, dy);
+    m_pPrivate->m_Ants.Scroll({dx, dy});
     m_pPrivate->TellSceneArea();
 }

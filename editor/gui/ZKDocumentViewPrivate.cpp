@@ -57,11 +57,13 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_LayerSelection(document->GetModel(), nullptr),
       m_pPanning(new ViewPanning(view)),
       m_pAutoscroll(new ViewAutoscroll(view)),
-      m_Tiles(TileBudget)
+      m_Tiles(TileBudget),
+      m_Ants(document, view->viewport())
 {
     connect(document, &LXDocumentInterface::CompositionChanged, this,
             &ZKDocumentViewPrivate::OnCompositionChanged);
     connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &ZKDocumentViewPrivate::OnSizeChanged);
+    connect(document, &LXDocumentInterface::SelectionChanged, this, [this] { m_Ants.Update(Place()); });
 
     const LXDocumentModel* model = document->GetModel();
     connect(model, &QAbstractItemModel::rowsInserted, this, &ZKDocumentViewPrivate::SelectSomeLayer);
@@ -95,8 +97,11 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
 
     painter->save();
     painter->resetTransform();
-    for (const QRect& rect : m_Exposed)
-        PaintCanvas(*painter, rect, Place(), m_Look, *picture, m_Tiles);
+    const CanvasPlace place = Place();
+    for (const QRect& rect : m_Exposed) {
+        PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
+        m_Ants.Paint(*painter, rect, place);
+    }
     painter->restore();
 }
 

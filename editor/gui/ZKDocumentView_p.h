@@ -2,6 +2,7 @@
 
 #include "gui/CanvasPainter.h"
 #include "gui/ScaledTileCache.h"
+#include "gui/SelectionAnts.h"
 #include "gui/ViewAutoscroll.h"
 #include "gui/ViewPanning.h"
 
@@ -71,6 +72,7 @@ private:
     ViewAutoscroll* m_pAutoscroll;
 
     ScaledTileCache m_Tiles;
+    SelectionAnts m_Ants;
     CanvasLook m_Look;
     QRegion m_Exposed; ///< viewport pixels of the paint event that runs; empty outside
 

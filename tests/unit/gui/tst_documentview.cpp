@@ -50,6 +50,10 @@ private slots:
     void zoomIsAbsolute();
     void newCanvasSizeIsShown();
 
+    void outlineOfTheSelectionIsShown();
+    void outlineMarchesInItsPlaceOnly();
+    void outlineGoesWithTheSelection();
+
     void sceneAreaIsToldOnceAChange();
     void topLayerIsSelectedAtFirst();
     void someLayerStaysSelectedWhenLayersGo();
@@ -213,7 +217,7 @@ void TestDocumentView::changeRepaintsOnlyItsPlace()
     view->Zoom(1, Middle(*view), false);
     Shown(*view);
     const qint64 madeBefore = ZKDocumentViewPrivate::Get(view.get())->MadePixels();
-    const PaintedRegion painted(view->viewport());
+    PaintedRegion painted(view->viewport());
 
     const QRect place(300, 200, 20, 10);
     document->SetLayerImage(
@@ -228,7 +232,7 @@ void TestDocumentView::changeRepaintsOnlyItsPlace()
 
     // Now a change that tells its rectangle.
     QCoreApplication::processEvents();
-    const_cast<PaintedRegion&>(painted).m_Region = QRegion();
+    painted.m_Region = QRegion();
     const qint64 made = ZKDocumentViewPrivate::Get(view.get())->MadePixels();
     document->LayerImageChanged(1, place);
     QTRY_VERIFY(!painted.m_Region.isEmpty());
@@ -431,6 +435,65 @@ void TestDocumentView::newCanvasSizeIsShown()
     COMPARE_POINTS(view->viewportTransform().map(QPointF(64, 48)), Middle(*view), 2.0);
     COMPARE_COLORS(ShownAt(*view, 63, 47), QColor(Qt::white));
     QVERIFY(ShownAt(*view, 127, 95) != view->palette().color(QPalette::Dark));
+}
+
+void TestDocumentView::outlineOfTheSelectionIsShown()
+{
+    const auto document = MakeDocument({64, 48}, QColor(200, 40, 40));
+    document->SetSelectionMask(GuiFixture::MakeImage({20, 10}, [](int, int) { return 0xff000000; }),
+                               {10, 20});
+    const auto view = ShowView(document);
+    view->Zoom(4, Middle(*view), false);
+    const QImage shown = Shown(*view);
+    const QPoint corner = view->mapFromScene(QPointF(10, 20));
+    const auto isDash = [&](const QPoint& offset) {
+        const QColor color = shown.pixelColor(corner + offset);
+        return color == Qt::black || color == Qt::white;
+    };
+    for (int x = 0; x < 20 * 4; ++x)
+        QVERIFY(isDash({x, 0}) && isDash({x, 10 * 4}));
+    for (int y = 0; y < 10 * 4; ++y)
+        QVERIFY(isDash({0, y}) && isDash({20 * 4, y}));
+    QVERIFY(!isDash({-1, 5}) && !isDash({1, 5}) && !isDash({40, 20}) && !isDash({20 * 4 + 1, 5}));
+    // Four black pixels, four white ones.
+    int changes = 0;
+    for (int x = 1; x < 17; ++x) {
+        changes += shown.pixel(corner + QPoint(x, 0)) != shown.pixel(corner + QPoint(x - 1, 0)) ? 1 : 0;
+    }
+    QCOMPARE(changes, 4);
+}
+
+void TestDocumentView::outlineMarchesInItsPlaceOnly()
+{
+    const auto document = MakeDocument({640, 480});
+    document->SetSelectionMask(GuiFixture::MakeImage({100, 80}, [](int, int) { return 0xff000000; }),
+                               {300, 200});
+    const auto view = ShowView(document, {700, 600});
+    const QImage before = Shown(*view);
+    PaintedRegion painted(view->viewport());
+    QTRY_VERIFY(!painted.m_Region.isEmpty());
+    const QRegion marched = painted.m_Region;
+    QVERIFY(Shown(*view) != before);
+    const QRect selection(view->mapFromScene(QPointF(300, 200)), QSize(100, 80));
+    QVERIFY(selection.adjusted(-32, -32, 32, 32).contains(marched.boundingRect()));
+    QVERIFY(!marched.contains(selection.center()));
+}
+
+void TestDocumentView::outlineGoesWithTheSelection()
+{
+    const auto document = MakeDocument({64, 48});
+    const auto view = ShowView(document);
+    const QImage without = Shown(*view);
+    document->SetSelectionMask(GuiFixture::MakeImage({20, 10}, [](int, int) { return 0xff000000; }),
+                               {10, 20});
+    QCoreApplication::processEvents();
+    QVERIFY(Shown(*view) != without);
+    document->SetSelectionMask(LXImage32(), {0, 0});
+    QCoreApplication::processEvents();
+    QCOMPARE(Shown(*view), without);
+    PaintedRegion painted(view->viewport());
+    QTest::qWait(150);
+    QVERIFY(painted.m_Region.isEmpty());
 }
 
 void TestDocumentView::sceneAreaIsToldOnceAChange()
