@@ -21,6 +21,16 @@ QByteArray ExifOf(const LXDocumentInterface* document)
     return {};
 }
 
+/// Whether the document is nothing but one layer's pixels. Then these are the picture: the merged one has no
+/// color where it is transparent.
+bool IsOnePlainLayer(const LXDocumentInterface* document)
+{
+    const LXDocumentModel* model = document->GetModel();
+    return model->rowCount() == 1 && model->GetVisible(0) && model->GetOpacity(0) >= 1 &&
+           model->GetBlendMode(0) == BlendMode::Normal && !model->HasMask(0) &&
+           document->GetLayerGeometry(1) == document->GetLayerGeometry(0);
+}
+
 void Fill(LXDocumentInterface* document, const Picture& picture)
 {
     LXImage32 image = picture.image;
@@ -55,8 +65,9 @@ Picture PictureFile::TakePicture(const LXDocumentInterface* document)
     picture.dpi = document->GetDPI();
     try {
         picture.exif = ExifOf(document);
-        const LXDocumentLayerLockerForRead locker(document, 0);
-        picture.image = *document->GetLayerImage(0);
+        const unsigned int id = IsOnePlainLayer(document) ? 1 : 0;
+        const LXDocumentLayerLockerForRead locker(document, id);
+        picture.image = *document->GetLayerImage(id);
     } catch (const std::exception&) {
         picture.image = LXImage32();
     }

@@ -72,9 +72,10 @@ QString FileMessages::OfWriting(Error error, const QString& reason) const
     case Error::OutOfMemory:
         return NotSaved(tr("There is not enough memory. Close other pictures and try again."));
     default:
-        return NotSaved(tr("It could not be written (%1). Make room on the disk or choose another folder; "
-                           "a file that was there before is unchanged.")
-                            .arg(reason));
+        return NotSaved(
+            tr("It could not be written (%1). Make room on the disk, or choose another name or folder. "
+               "What was there before is unchanged.")
+                .arg(reason));
     }
 }
 

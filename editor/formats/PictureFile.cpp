@@ -92,16 +92,15 @@ PictureFile::Outcome PictureFile::WritePicture(const QString& path, Format forma
 
     SafeFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        return {Error::NotAllowed, messages.OfWriting(Error::NotAllowed, file.errorString())};
+        return {Error::NotAllowed, messages.OfWriting(Error::NotAllowed, file.GetReason())};
     }
     Picture current = picture;
     PictureMetadata::RefreshExif(current);
     const Error error = WithoutExceptions([&] {
         return entry->encode(EncodeJob{file, current, options, progress});
     });
-    if (error != Error::None) return {error, messages.OfWriting(error, file.errorString())};
-    if (!file.commit())
-        return {Error::WriteFailed, messages.OfWriting(Error::WriteFailed, file.errorString())};
+    if (error != Error::None) return {error, messages.OfWriting(error, file.GetReason())};
+    if (!file.Finish()) return {Error::WriteFailed, messages.OfWriting(Error::WriteFailed, file.GetReason())};
     progress.Tell(1000);
     return {};
 }

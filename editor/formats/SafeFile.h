@@ -2,12 +2,21 @@
 
 #include <QSaveFile>
 
-/// A file that replaces an older one only at its commit, and notices a full disk.
+/// A file that replaces an older one only at its commit, and knows why it could not be written.
 class SafeFile : public QSaveFile
 {
 public:
     using QSaveFile::QSaveFile;
 
+    /// Puts the file in its place; false, with the older file as it was, when any byte of it is missing.
+    bool Finish();
+
+    /// The system's words for the first failure.
+    QString GetReason() const;
+
 protected:
     qint64 writeData(const char* data, qint64 length) override;
+
+private:
+    int m_SystemError = 0; ///< of the first failed write
 };

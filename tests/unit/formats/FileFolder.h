@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/fsuid.h>
+#include <unistd.h>
+
 /// A folder with files that goes with the test.
 class FileFolder
 {
@@ -25,9 +28,30 @@ public:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    /// Lets everybody look into it, or forbids everybody to write there.
+    void SetPermissions(QFile::Permissions permissions) const
+    {
+        QFile::setPermissions(m_Folder.path(), permissions);
+    }
+
     /// Everything in it, temporary files too.
     QStringList Names() const { return QDir(m_Folder.path()).entryList(QDir::Files | QDir::Hidden); }
 
 private:
     QTemporaryDir m_Folder;
+};
+
+/// Lets this thread meet files as a person without special rights, also where the tests run as root.
+class OrdinaryUser
+{
+public:
+    OrdinaryUser()
+    {
+        constexpr uid_t Nobody = 65534;
+        if (::geteuid() == 0) ::setfsuid(Nobody);
+    }
+
+    ~OrdinaryUser() { ::setfsuid(::geteuid()); }
+
+    Q_DISABLE_COPY(OrdinaryUser)
 };
