@@ -447,6 +447,8 @@ void FillCanPrivate::OnJobFinished()
     m_bResultPending = false;
     if (m_pProgress) m_pProgress->close();
     m_Work.EndWork();
+    // The result's images would outlive the document. An empty future counts as cancelled.
+    if (!m_pWatcher->isCanceled()) m_pWatcher->setFuture(QFuture<FillJobResult>());
 }
 
 // The tool is about to leave the document, or to start the next job.
