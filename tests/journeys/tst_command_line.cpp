@@ -1,0 +1,105 @@
+#include "support/TestRegistry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+/// The program as the shell sees it.
+class TestCommandLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void helpAndVersionNeedNoScreen_data();
+    void helpAndVersionNeedNoScreen();
+    void wrongUsageIsTold_data();
+    void wrongUsageIsTold();
+    void theTourLeavesItsPictures();
+    void theTourTellsWhatFailed();
+};
+
+namespace {
+constexpr int Limit = 120000; // ms
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+Outcome RunProgram(const QStringList& arguments, const QString& platform = QStringLiteral("offscreen"))
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", platform);
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(ZK_PROGRAM), arguments);
+    if (!program.waitForFinished(Limit) || program.exitStatus() != QProcess::NormalExit) return Outcome();
+    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
+            QString::fromUtf8(program.readAllStandardError())};
+}
+} // namespace
+
+void TestCommandLine::helpAndVersionNeedNoScreen_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("help") << "--help"
+                          << "--tour";
+    QTest::newRow("short help") << "-h"
+                                << "--tour";
+    QTest::newRow("version") << "--version"
+                             << "zenkari";
+}
+
+void TestCommandLine::helpAndVersionNeedNoScreen()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, expected);
+    const Outcome outcome = RunProgram({option}, "no-such-platform");
+    QCOMPARE(outcome.exitCode, 0);
+    QVERIFY2(outcome.output.contains(expected), qPrintable(outcome.output));
+}
+
+void TestCommandLine::wrongUsageIsTold_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unknown option") << QStringList{"--no-such-option"};
+    QTest::newRow("tour without a folder") << QStringList{"--tour"};
+    QTest::newRow("tour of two files") << QStringList{"--tour", "folder", "a.png", "b.png"};
+}
+
+void TestCommandLine::wrongUsageIsTold()
+{
+    QFETCH(QStringList, arguments);
+    const Outcome outcome = RunProgram(arguments);
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY(!outcome.errors.isEmpty());
+}
+
+void TestCommandLine::theTourLeavesItsPictures()
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = RunProgram({"--tour", folder.path()});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output + outcome.errors));
+    const QStringList pictures{"01-opened.png", "02-tool-chosen.png", "03-filled.png", "04-undone.png",
+                               "05-saved-and-reopened.png"};
+    for (const QString& name : pictures)
+        QVERIFY2(!QImage(folder.filePath(name)).isNull(), qPrintable(name));
+    QVERIFY(outcome.output.contains(folder.path()));
+}
+
+void TestCommandLine::theTourTellsWhatFailed()
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = RunProgram({"--tour", folder.path(), folder.filePath("missing.png")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains("FAILED"), qPrintable(outcome.errors));
+}
+
+ZK_REGISTER_TEST(tst_command_line, TestCommandLine)
+#include "tst_command_line.moc"

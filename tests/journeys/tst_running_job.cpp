@@ -1,0 +1,141 @@
+#include "app/DocumentFiles.h"
+#include "app/Editor.h"
+#include "app/MainWindow.h"
+#include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentLayerLockerForWrite.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LexoAppKeyHook.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LexoUndoStack.h"
+#include "scripting/InputDriver.h"
+#include "support/EditorFixture.h"
+#include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+/// A fill that takes its time, held still by a locker on the layer that its job wants to read.
+class TestRunningJob : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void cleanup() { FaultSeams::Reset(); }
+
+    void theDocumentIsLockedAndShortcutsAreOff();
+    void undoDoesNothingWhileTheJobRuns();
+    void savingDoesNothingWhileTheJobRuns();
+    void closingIsRefusedWhileTheJobRuns();
+    void shutdownDuringAJobLeavesNothing();
+    void aFailedJobLeavesNothing();
+};
+
+namespace {
+const QPointF Inside(5, 5);
+} // namespace
+
+void TestRunningJob::theDocumentIsLockedAndShortcutsAreOff()
+{
+    EditorFixture editor(40, 30);
+    editor.Tool("Fillcan");
+    {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        editor.GetInput().ClickInScene(editor.View(), Inside);
+        QVERIFY(editor.Document()->GetLockState());
+        QVERIFY(!LexoAppKeyHook::instance()->AreShortcutsEnabled());
+        QVERIFY(QGuiApplication::overrideCursor());
+        QCOMPARE(editor.HistoryTexts(), QStringList());
+    }
+    editor.Settle();
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+void TestRunningJob::undoDoesNothingWhileTheJobRuns()
+{
+    EditorFixture editor(40, 30);
+    ZKApplication::SetForeground(Qt::red);
+    ToolDriver can = editor.Tool("Fillcan");
+    can.Click(Inside);
+    QCOMPARE(editor.History()->index(), 1);
+
+    ZKApplication::SetForeground(Qt::blue);
+    {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        editor.GetInput().ClickInScene(editor.View(), Inside);
+        editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor.History()->index(), 1);
+    }
+    editor.Settle();
+    QCOMPARE(editor.HistoryTexts(), (QStringList{"Fill", "Fill"}));
+    QCOMPARE(editor.History()->index(), 2);
+    QCOMPARE(editor.Pixels().pixelColor(5, 5), QColor(Qt::blue));
+}
+
+void TestRunningJob::savingDoesNothingWhileTheJobRuns()
+{
+    EditorFixture editor(40, 30);
+    const QString path = editor.TempFile("later.png");
+    editor.Tool("Fillcan");
+    {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        editor.GetInput().ClickInScene(editor.View(), Inside);
+        QVERIFY(!editor.Files()->SaveTo(editor.Document(), path));
+    }
+    editor.Settle();
+    QVERIFY(editor.Files()->SaveTo(editor.Document(), path));
+}
+
+void TestRunningJob::closingIsRefusedWhileTheJobRuns()
+{
+    EditorFixture editor(40, 30);
+    editor.Tool("Fillcan");
+    {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        editor.GetInput().ClickInScene(editor.View(), Inside);
+        editor.Window()->close();
+        QVERIFY(editor.Window()->isVisible());
+        QCOMPARE(LXDocumentManager::Instance()->GetDocuments().size(), 1);
+    }
+    editor.Settle();
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+void TestRunningJob::shutdownDuringAJobLeavesNothing()
+{
+    EditorFixture editor(40, 30);
+    editor.Tool("Fillcan");
+    FaultSeams::SlowDown(FaultSeams::Seam::FloodFill, 200);
+    editor.GetInput().ClickInScene(editor.View(), Inside);
+    QVERIFY(editor.Document()->GetLockState());
+
+    editor.GetEditor().Shutdown();
+    QVERIFY(LexoAppKeyHook::instance()->AreShortcutsEnabled());
+    QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void TestRunningJob::aFailedJobLeavesNothing()
+{
+    EditorFixture editor(40, 30);
+    const QImage before = editor.Pixels();
+    ToolDriver can = editor.Tool("Fillcan");
+    FaultSeams::FailNth(FaultSeams::Seam::FloodFill, 1);
+
+    QString title;
+    editor.GetInput().WhenModalShows([&](QWidget* box) {
+        title = box->windowTitle();
+        editor.GetInput().Key(Qt::Key_Escape);
+    });
+    can.Click(Inside);
+    QVERIFY2(title.contains("Operation error"), qPrintable(title));
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+    QCOMPARE(editor.Pixels(), before);
+
+    can.Click(Inside);
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+ZK_REGISTER_TEST(tst_running_job, TestRunningJob)
+#include "tst_running_job.moc"
