@@ -62,10 +62,8 @@ bool InputHabits::eventFilter(QObject* object, QEvent* event)
     if (event->type() == QEvent::Polish) LoseWheelFocus(static_cast<QWidget*>(object));
     if (event->type() != QEvent::Wheel) return false;
     QWidget* control = ControlOf(static_cast<QWidget*>(object));
-    if (!ChangesByWheel(control) || control->hasFocus()) return false;
-    // Not accepted, so that the widget around it gets the wheel.
-    event->ignore();
-    return true;
+    // Qt hands a wheel event out as ignored: kept from the control, it goes on to what lies around.
+    return ChangesByWheel(control) && !control->hasFocus();
 }
 
 void InputHabits::ResetOnDoubleClick(QAbstractSlider* slider, int value)

@@ -156,7 +156,6 @@ QPushButton* LXMessageBox::AddButton(const QString& text)
     auto* button = new QPushButton(text, this);
     m_pPrivate->m_pButtonLayout->addWidget(button);
     m_pPrivate->m_Buttons.emplace(button, NoButton);
-    if (m_pPrivate->m_Buttons.size() == 1) SetDefaultButton(button);
     connect(button, &QPushButton::clicked, this, [this, button] {
         m_pPrivate->m_pClicked = button;
         accept();

@@ -142,8 +142,11 @@ void TestMenuPlacement::addingAgainMoves()
     ZKMenuManager::CreateAction(ZKMenuManager::Edit, 1, &a);
     ZKMenuManager::CreateAction(ZKMenuManager::Edit, 2, &b);
     ZKMenuManager::CreateAction(ZKMenuManager::Edit, 3, &a);
+    // The place where it stood first counts no more.
+    QAction c("c");
+    ZKMenuManager::CreateAction(ZKMenuManager::Edit, 0, &c);
     QCOMPARE(Texts(MenuPlacement::Instance().RoleMenu(ZKMenuManager::Edit)->actions()),
-             QStringList({"b", "a"}));
+             QStringList({"c", "b", "a"}));
 }
 
 void TestMenuPlacement::smallestPositionStaysInTheMenu()

@@ -166,6 +166,12 @@ void TestToolBarArea::buttonAtTheEdgeScrollsAWideBar()
     QTest::mouseClick(more, Qt::LeftButton);
     QCOMPARE(bar->mapTo(&area, QPoint()).x(), start);
 
+    QTest::mouseClick(more, Qt::LeftButton);
+    auto* other = new QWidget;
+    other->setFixedSize(400, 24);
+    ZKToolBarManager::Activate(other);
+    QCOMPARE(other->mapTo(&area, QPoint()).x(), start);
+
     area.resize(600, ToolBarArea::Height);
     QVERIFY(!more->isVisible());
 }

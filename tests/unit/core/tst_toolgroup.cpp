@@ -69,6 +69,8 @@ private slots:
     void destroyedChosenToolLeaves();
     void destroyedTemporaryToolGivesTheTurnBack();
     void nestedChangeWins();
+    void toolThatGoesOffAtOnceSendsNothingStale();
+    void toolMayDieWhenItIsToggled();
     void changeWhileAskedWins();
     void incomingToolMayDieWhileTheOutgoingOneHears();
     void sameStateSendsNothing();
@@ -339,6 +341,25 @@ void TestToolGroup::nestedChangeWins()
     QVERIFY(!a.IsChecked() && !b.IsChecked());
     QCOMPARE(ZKToolGroupManager::GetExplicitAction(), &c);
     QVERIFY(m_Log.filter("b ").isEmpty());
+}
+
+void TestToolGroup::toolThatGoesOffAtOnceSendsNothingStale()
+{
+    Tool a("a", m_Log);
+    connect(&a, &Tool::Toggled, &a, [&a](bool on) {
+        if (on) a.SetChecked(false);
+    });
+    QVERIFY(!ZKToolGroupManager::Activate(&a));
+    QCOMPARE(TakeLog(),
+             QStringList({"a Toggled(1) [explicit implicit]", "a Toggled(0) []", "a ImplicitToggled(0) []"}));
+}
+
+void TestToolGroup::toolMayDieWhenItIsToggled()
+{
+    auto a = std::make_unique<Tool>("a", m_Log);
+    connect(a.get(), &Tool::Toggled, this, [&a] { a.reset(); });
+    ZKToolGroupManager::Activate(a.get());
+    QCOMPARE(TakeLog(), QStringList({"a Toggled(1) [explicit implicit]"}));
 }
 
 void TestToolGroup::changeWhileAskedWins()

@@ -30,6 +30,7 @@ void TurnWheel(QWidget* widget)
     QSpontaneKeyEvent::setSpontaneous(&event);
     qApp->notify(widget, &event);
 }
+
 } // namespace
 
 class TestInputHabits : public QObject
@@ -93,6 +94,12 @@ void TestInputHabits::wheelWithoutFocusGoesToThePanel()
     QCOMPARE(m_pSlider->value(), 50);
     QCOMPARE(m_pCombo->currentIndex(), 1);
     QCOMPARE(m_pPanel->m_Wheels, 3);
+
+    // What sends the event by itself learns that nobody took it.
+    QWheelEvent event({5, 5}, m_pSpin->mapToGlobal({5, 5}), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(m_pSpin, &event);
+    QVERIFY(!event.isAccepted());
 }
 
 void TestInputHabits::wheelWithFocusChangesTheValue()
