@@ -2,10 +2,10 @@
 #include "image/BrushPixels.h"
 #include "image/LXBlend.h"
 #include "image/LXImage.h"
+#include "image/PathCoverage.h"
 #include "image/TileWalk.h"
 
 #include <QImage>
-#include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
@@ -14,20 +14,6 @@
 namespace {
 using TileWalk::TilePixels;
 using TileWalk::TileSide;
-
-/// How much of each pixel of `band` the path covers, 0 to 255; without antialiasing, whether it holds its
-/// middle. QPainter makes coverage only, never colors: it can't blend straight pixels.
-QImage RenderCoverage(const QPainterPath& path, const QRect& band, bool isAntialiased)
-{
-    QImage coverage(band.size(), QImage::Format_Alpha8);
-    if (coverage.isNull()) throw std::bad_alloc();
-    coverage.fill(0);
-    QPainter painter(&coverage);
-    painter.setRenderHint(QPainter::Antialiasing, isAntialiased);
-    painter.translate(-band.topLeft());
-    painter.fillPath(path, Qt::black);
-    return coverage;
-}
 
 /// The pixels that the path may touch. Cut as real numbers: the path's box need not fit into integers.
 QRect TouchedRect(const QPainterPath& path, const QRect& imageRect)
@@ -122,11 +108,11 @@ void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush
     const QRect touched = TouchedRect(path, image.Rect());
     if (brush.style() == Qt::NoBrush || touched.isEmpty()) return;
 
-    const bool isAntialiased = blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn;
+    const PathCoverage coverage(path, blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn);
     for (int top = touched.top() / TileSide * TileSide; top <= touched.bottom(); top += TileSide) {
         for (int left = touched.left() / TileSide * TileSide; left <= touched.right(); left += BandWidth) {
             const QRect band = QRect(left, top, BandWidth, TileSide) & touched;
-            filler.Run(RenderCoverage(path, band, isAntialiased), band);
+            filler.Run(coverage.Render(band), band);
         }
     }
 }

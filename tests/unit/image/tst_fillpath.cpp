@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainterPath>
+#include <QPolygonF>
 #include <QTest>
 
 #include <random>
@@ -39,6 +40,8 @@ class TestFillPath : public QObject
     Q_OBJECT
 
 private slots:
+    void byMiddleAgreesWithAPointInPolygonTest_data();
+    void byMiddleAgreesWithAPointInPolygonTest();
     void wholePixelsTakeTheBrush_data();
     void wholePixelsTakeTheBrush();
     void pixelsOutsideThePathStay();
@@ -48,13 +51,15 @@ private slots:
     void transparentBrushEmptiesACoverage();
     void normalFollowsThePixelsMiddle();
     void wedgesMeetWithoutSeams();
+    void wedgesMeetFarOutOfAPaintersReach();
     void normalBlendsATranslucentBrush();
     void grayBrushPaintsIntoAMask();
     void texturesStartAtTheImagesOrigin();
     void translucentTexturesKeepTheirBytes();
     void gradientsAreSampledAtPixelMiddles();
     void almostTransparentGradientsKeepTheirColor();
-    void holesOfAPathStay();
+    void pathsFollowTheirFillRule_data();
+    void pathsFollowTheirFillRule();
     void farAndEmptyPathsDoNothing();
     void hugePathsFillTheImage();
     void coveredTilesAreDetachedAlone();
@@ -138,6 +143,39 @@ void TestFillPath::normalFollowsThePixelsMiddle()
     }
 }
 
+void TestFillPath::byMiddleAgreesWithAPointInPolygonTest_data()
+{
+    QTest::addColumn<Qt::FillRule>("rule");
+    QTest::newRow("odd even") << Qt::OddEvenFill;
+    QTest::newRow("winding") << Qt::WindingFill;
+}
+
+void TestFillPath::byMiddleAgreesWithAPointInPolygonTest()
+{
+    QFETCH(Qt::FillRule, rule);
+    std::mt19937 random(31);
+    const auto coordinate = [&] { return static_cast<double>(random() % 40000) / 100 - 50.013; };
+    for (int turn = 0; turn < 20; ++turn) {
+        QPolygonF polygon;
+        for (int i = 0; i < 9; ++i) {
+            polygon << QPointF(coordinate(), coordinate());
+        }
+        QPainterPath path;
+        path.addPolygon(polygon);
+        path.setFillRule(rule);
+        LXImage32 image(300, 270);
+        FillPath(image, 0, path, QBrush(Qt::white));
+        const PlainImage plain = TestImages::ToPlain(image);
+        for (int y = 0; y < 270; ++y) {
+            for (int x = 0; x < 300; ++x) {
+                const bool isInside = polygon.containsPoint(QPointF(x + 0.5, y + 0.5), rule);
+                QVERIFY2(plain.At(x, y).Alpha() == (isInside ? 255 : 0),
+                         QByteArray::number(x) + ' ' + QByteArray::number(y));
+            }
+        }
+    }
+}
+
 /// The four triangles between a rectangle's corners and a point inside; translucent, so that a pixel filled
 /// twice would show.
 void TestFillPath::wedgesMeetWithoutSeams()
@@ -151,6 +189,22 @@ void TestFillPath::wedgesMeetWithoutSeams()
                      QBrush(QColor(255, 0, 0, 128)));
         }
         const PlainImage expected(300, 270, LXRGBA32i(0x80FF0000));
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+    }
+}
+
+/// A painter's own coordinates end at 32767.
+void TestFillPath::wedgesMeetFarOutOfAPaintersReach()
+{
+    const QPointF corners[] = {{0, 0}, {70000, 0}, {70000, 20}, {0, 20}};
+    const QPointF middles[] = {{35000, 10}, {69000.5, 3.3}, {150.2, 19.5}};
+    for (const QPointF& middle : middles) {
+        LXImage32 image(70000, 20);
+        for (int i = 0; i < 4; ++i) {
+            FillPath(image, 0, Triangle(corners[i], corners[(i + 1) % 4], middle),
+                     QBrush(QColor(255, 0, 0, 128)));
+        }
+        const PlainImage expected(70000, 20, LXRGBA32i(0x80FF0000));
         QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
     }
 }
@@ -226,14 +280,31 @@ void TestFillPath::almostTransparentGradientsKeepTheirColor()
     QCOMPARE(image.GetColor(100, 0).value, 0x03C89664u);
 }
 
-void TestFillPath::holesOfAPathStay()
+void TestFillPath::pathsFollowTheirFillRule_data()
 {
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<Qt::FillRule>("rule");
+    QTest::addColumn<int>("inner");
+    QTest::newRow("odd even, by middle") << 0 << Qt::OddEvenFill << 0;
+    QTest::newRow("winding, by middle") << 0 << Qt::WindingFill << 255;
+    QTest::newRow("odd even, antialiased") << 3 << Qt::OddEvenFill << 0;
+    QTest::newRow("winding, antialiased") << 3 << Qt::WindingFill << 255;
+}
+
+void TestFillPath::pathsFollowTheirFillRule()
+{
+    QFETCH(int, mode);
+    QFETCH(Qt::FillRule, rule);
+    QFETCH(int, inner);
     QPainterPath path = RectPath(QRectF(0, 0, 9, 9));
     path.addRect(QRectF(3, 3, 3, 3));
-    LXImage32 image(9, 9);
-    FillPath(image, 3, path, QBrush(Qt::white));
+    path.setFillRule(rule);
+    LXImage32 image(10, 10);
+    FillPath(image, mode, path, QBrush(Qt::white));
     QCOMPARE(image.GetColor(0, 0).Alpha(), 255);
-    QCOMPARE(image.GetColor(4, 4).Alpha(), 0);
+    QCOMPARE(image.GetColor(8, 4).Alpha(), 255);
+    QCOMPARE(image.GetColor(4, 4).Alpha(), inner);
+    QCOMPARE(image.GetColor(9, 4).Alpha(), 0);
 }
 
 void TestFillPath::farAndEmptyPathsDoNothing()
