@@ -1,5 +1,10 @@
 #include "gui/TileReduction.h"
 
+#include <QPair>
+
+#include <algorithm>
+#include <array>
+
 namespace {
 constexpr int SourceTileSize = 128;
 
@@ -8,43 +13,108 @@ const QRgb* PixelAt(const LXRGBA32i* tile, int x, int y)
     return reinterpret_cast<const QRgb*>(tile) + y * SourceTileSize + x;
 }
 
-/// alpha = sum(a) / n, color = sum(c a) / (255 n); the sums of 128 x 128 pixels overflow 32 bits.
-class BoxMean
+quint32 Mean(quint64 sum, quint64 divisor)
+{
+    return quint32((sum + divisor / 2) / divisor);
+}
+
+/// Rows of a tile, of which each column is added up on its own: a plain loop over bytes, which the compiler
+/// turns into vectors. 16 bits hold the sums of 128 rows.
+class ColumnSums
 {
 public:
-    void Add(QRgb pixel)
+    void Start()
     {
-        const quint64 alpha = qAlpha(pixel);
-        m_Alpha += alpha;
-        m_Red += qRed(pixel) * alpha;
-        m_Green += qGreen(pixel) * alpha;
-        m_Blue += qBlue(pixel) * alpha;
+        m_Sums.fill(0);
+        m_Common.fill(0xffffffff);
     }
 
-    QRgb Premultiplied(int count) const
+    void Add(const QRgb* row, int first, int last)
     {
-        const quint64 all = quint64(count);
-        const auto mean = [](quint64 sum, quint64 divisor) { return int((sum + divisor / 2) / divisor); };
-        return qRgba(mean(m_Red, 255 * all), mean(m_Green, 255 * all), mean(m_Blue, 255 * all),
-                     mean(m_Alpha, all));
+        const auto* const bytes = reinterpret_cast<const quint8*>(row);
+        for (int i = 4 * first; i < 4 * last; ++i)
+            m_Sums[std::size_t(i)] = quint16(m_Sums[std::size_t(i)] + bytes[i]);
+        for (int i = first; i < last; ++i)
+            m_Common[std::size_t(i)] &= row[i];
+    }
+
+    bool AreOpaque(int first, int last) const
+    {
+        QRgb common = 0xffffffff;
+        for (int i = first; i < last; ++i)
+            common &= m_Common[std::size_t(i)];
+        return qAlpha(common) == 255;
+    }
+
+    /// The mean of the columns, which must be opaque.
+    QRgb Mean(int first, int last, int rows) const
+    {
+        std::array<quint32, 4> sums = {};
+        for (int i = 4 * first; i < 4 * last; ++i)
+            sums[std::size_t(i % 4)] += m_Sums[std::size_t(i)];
+        const quint64 count = quint64(last - first) * quint64(rows);
+        return 0xff000000 | ::Mean(sums[2], count) << 16 | ::Mean(sums[1], count) << 8 |
+               ::Mean(sums[0], count);
     }
 
 private:
-    quint64 m_Alpha = 0;
-    quint64 m_Red = 0;
-    quint64 m_Green = 0;
-    quint64 m_Blue = 0;
+    std::array<quint16, 4 * SourceTileSize> m_Sums;
+    std::array<QRgb, SourceTileSize> m_Common;
 };
 
-QRgb MeanOfBox(const LXRGBA32i* tile, const QRect& box)
+/// alpha = sum(a) / n, color = sum(c a) / (255 n); the sums of 128 x 128 pixels overflow 32 bits.
+/// @param box  tile coordinates
+QRgb MeanByAlpha(const LXRGBA32i* tile, const QRect& box)
 {
-    BoxMean mean;
+    quint64 alphas = 0;
+    quint64 reds = 0;
+    quint64 greens = 0;
+    quint64 blues = 0;
     for (int y = box.top(); y <= box.bottom(); ++y) {
         const QRgb* const row = PixelAt(tile, box.left(), y);
-        for (int x = 0; x < box.width(); ++x)
-            mean.Add(row[x]);
+        for (int x = 0; x < box.width(); ++x) {
+            const quint64 alpha = quint64(qAlpha(row[x]));
+            alphas += alpha;
+            reds += quint64(qRed(row[x])) * alpha;
+            greens += quint64(qGreen(row[x])) * alpha;
+            blues += quint64(qBlue(row[x])) * alpha;
+        }
     }
-    return mean.Premultiplied(box.width() * box.height());
+    const quint64 count = quint64(box.width()) * quint64(box.height());
+    return Mean(alphas, count) << 24 | Mean(reds, 255 * count) << 16 | Mean(greens, 255 * count) << 8 |
+           Mean(blues, 255 * count);
+}
+
+/// One row of a level from one tile.
+/// @param rows   the tile's rows that it is made of
+/// @param first  the tile's column at which its first box begins
+/// @param width  how many of the tile's columns belong to the picture
+void ReduceRow(const LXRGBA32i* tile, const QPair<int, int>& rows, int first, int width, int level, QRgb* out,
+               int count)
+{
+    const int end = qMin(first + (count << level), width);
+    ColumnSums sums;
+    sums.Start();
+    for (int y = rows.first; y < rows.second; ++y)
+        sums.Add(PixelAt(tile, 0, y), first, end);
+    for (int x = 0; x < count; ++x) {
+        const int left = first + (x << level);
+        const int right = qMin(left + (1 << level), width);
+        const QRect box(QPoint(left, rows.first), QPoint(right - 1, rows.second - 1));
+        out[x] = sums.AreOpaque(left, right) ? sums.Mean(left, right, rows.second - rows.first)
+                                             : MeanByAlpha(tile, box);
+    }
+}
+
+void PremultiplyRow(const QRgb* row, QRgb* out, int count)
+{
+    QRgb common = 0xffffffff;
+    for (int x = 0; x < count; ++x)
+        common &= row[x];
+    if (qAlpha(common) == 255)
+        std::copy(row, row + count, out);
+    else
+        std::transform(row, row + count, out, [](QRgb pixel) { return qPremultiply(pixel); });
 }
 
 /// @param levelRect  pixels of the level whose boxes lie in the tile
@@ -52,18 +122,15 @@ QRgb MeanOfBox(const LXRGBA32i* tile, const QRect& box)
 void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const QRect& levelRect,
                 QImage& target, const QPoint& at)
 {
+    const int first = (levelRect.x() << level) - tileRect.x();
     for (int y = 0; y < levelRect.height(); ++y) {
-        auto* out = reinterpret_cast<QRgb*>(target.scanLine(at.y() + y)) + at.x();
-        const int top = (levelRect.y() + y) << level;
-        if (level == 0) {
-            const QRgb* const row = PixelAt(tile, levelRect.x() - tileRect.x(), top - tileRect.y());
-            std::transform(row, row + levelRect.width(), out, [](QRgb pixel) { return qPremultiply(pixel); });
-            continue;
-        }
-        for (int x = 0; x < levelRect.width(); ++x) {
-            const QRect box((levelRect.x() + x) << level, top, 1 << level, 1 << level);
-            out[x] = MeanOfBox(tile, (box & tileRect).translated(-tileRect.topLeft()));
-        }
+        auto* const out = reinterpret_cast<QRgb*>(target.scanLine(at.y() + y)) + at.x();
+        const int top = ((levelRect.y() + y) << level) - tileRect.y();
+        const int bottom = qMin(top + (1 << level), tileRect.height());
+        if (level == 0)
+            PremultiplyRow(PixelAt(tile, first, top), out, levelRect.width());
+        else
+            ReduceRow(tile, {top, bottom}, first, tileRect.width(), level, out, levelRect.width());
     }
 }
 } // namespace

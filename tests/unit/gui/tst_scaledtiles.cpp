@@ -31,12 +31,13 @@ QRect LevelRect(const LXImage32& picture, int level)
     return QRect(QPoint(0, 0), ScaledTileCache::LevelSize({picture.Width(), picture.Height()}, level));
 }
 
-LXImage32 Noise(const QSize& size, unsigned seed = 1)
+/// Opaque on the left; opaque, transparent and soft pixels in equal parts from column 40 on.
+LXImage32 Noise(const QSize& size)
 {
-    std::mt19937 random(seed);
-    return GuiFixture::MakeImage(size, [&](int, int) {
+    std::mt19937 random(1);
+    return GuiFixture::MakeImage(size, [&](int x, int) {
         const QRgb pixel = random();
-        // Opaque, transparent and soft pixels in equal parts.
+        if (x < 40) return pixel | 0xff000000;
         return random() % 3 == 0 ? pixel : (random() % 2 ? pixel | 0xff000000 : pixel & 0x00ffffff);
     });
 }
