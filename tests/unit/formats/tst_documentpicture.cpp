@@ -1,11 +1,10 @@
-#include "FileBytes.h"
-#include "FileFolder.h"
-#include "PixelChecks.h"
-
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "formats/PictureFile.h"
+#include "support/FileBytes.h"
+#include "support/FileFolder.h"
+#include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 

@@ -1,6 +1,5 @@
-#include "FileBytes.h"
-
 #include "formats/ExifBlock.h"
+#include "support/FileBytes.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>

@@ -1,7 +1,6 @@
-#include "FileBytes.h"
-#include "FileFolder.h"
-
 #include "formats/PictureFile.h"
+#include "support/FileBytes.h"
+#include "support/FileFolder.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 

@@ -1,9 +1,8 @@
-#include "FileBytes.h"
-#include "FileFolder.h"
-#include "PixelChecks.h"
-
 #include "formats/ExifBlock.h"
 #include "formats/PictureFile.h"
+#include "support/FileBytes.h"
+#include "support/FileFolder.h"
+#include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 
 #include <QColor>

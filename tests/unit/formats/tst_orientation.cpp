@@ -1,6 +1,5 @@
-#include "PixelChecks.h"
-
 #include "formats/Orientation.h"
+#include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>

@@ -1,8 +1,7 @@
-#include "FileBytes.h"
-#include "FileFolder.h"
-#include "PixelChecks.h"
-
 #include "formats/PictureFile.h"
+#include "support/FileBytes.h"
+#include "support/FileFolder.h"
+#include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>

@@ -1,7 +1,6 @@
-#include "FileFolder.h"
-#include "PixelChecks.h"
-
 #include "formats/PictureFile.h"
+#include "support/FileFolder.h"
+#include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 

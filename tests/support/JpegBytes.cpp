@@ -1,4 +1,4 @@
-#include "FileBytes.h"
+#include "support/FileBytes.h"
 
 // jpeglib.h takes for granted what <cstdio> declares.
 // clang-format off

@@ -17,6 +17,8 @@ public:
     QString Write(const QString& name, const QByteArray& bytes) const
     {
         QFile file(Path(name));
+        // Some file systems wait for the disk when a file is cut to nothing and written anew.
+        file.remove();
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("no room for a test's file");
         return file.fileName();
