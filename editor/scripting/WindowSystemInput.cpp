@@ -4,8 +4,9 @@
 #include <QCursor>
 #include <QWindow>
 #include <qpa/qwindowsysteminterface.h>
-
 #include <qpa/qwindowsysteminterface_p.h>
+
+#include <private/qhighdpiscaling_p.h>
 
 namespace {
 using System = QWindowSystemInterface;
@@ -52,6 +53,17 @@ void DropQueuedPointerEvents()
         }
     }
 }
+
+/// The window system speaks in device pixels.
+QPointF NativeLocal(const QPoint& globalPos, const QWindow* window)
+{
+    return QHighDpi::toNativeLocalPosition(QPointF(window->mapFromGlobal(globalPos)), window);
+}
+
+QPointF NativeGlobal(const QPoint& globalPos, const QWindow* window)
+{
+    return QHighDpi::toNativePixels(QPointF(globalPos), window);
+}
 } // namespace
 
 void WindowSystemInput::Move(QWidget* widget, const QPoint& pos)
@@ -85,8 +97,8 @@ void WindowSystemInput::Turn(int angleDelta)
     if (!window) return;
     const bool isSideways = m_Modifiers & Qt::AltModifier;
     const QPoint angle = isSideways ? QPoint(angleDelta, 0) : QPoint(0, angleDelta);
-    System::handleWheelEvent(window, NextTime(), window->mapFromGlobal(m_GlobalPos), m_GlobalPos, QPoint(),
-                             angle, m_Modifiers);
+    System::handleWheelEvent(window, NextTime(), NativeLocal(m_GlobalPos, window),
+                             NativeGlobal(m_GlobalPos, window), QPoint(), angle, m_Modifiers);
     System::flushWindowSystemEvents();
 }
 
@@ -128,7 +140,9 @@ void WindowSystemInput::CrossWindows()
     if (left == window) return;
     EnteredWindow() = window;
     if (left) System::handleLeaveEvent<AtOnce>(left);
-    if (window) System::handleEnterEvent<AtOnce>(window, window->mapFromGlobal(m_GlobalPos), m_GlobalPos);
+    if (!window) return;
+    System::handleEnterEvent<AtOnce>(window, NativeLocal(m_GlobalPos, window),
+                                     NativeGlobal(m_GlobalPos, window));
 }
 
 void WindowSystemInput::SendMouse(QEvent::Type type, Qt::MouseButton button)
@@ -136,8 +150,8 @@ void WindowSystemInput::SendMouse(QEvent::Type type, Qt::MouseButton button)
     QWindow* window = MouseWindow();
     // A press may have closed the window: the release then has nowhere to go, as on a real screen.
     if (!window) return;
-    System::handleMouseEvent<AtOnce>(window, NextTime(), window->mapFromGlobal(m_GlobalPos), m_GlobalPos,
-                                     m_Buttons, button, type, m_Modifiers);
+    System::handleMouseEvent<AtOnce>(window, NextTime(), NativeLocal(m_GlobalPos, window),
+                                     NativeGlobal(m_GlobalPos, window), m_Buttons, button, type, m_Modifiers);
 }
 
 void WindowSystemInput::SendKey(QEvent::Type type, int key, const QString& text, bool isRepeat)
