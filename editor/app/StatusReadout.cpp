@@ -12,6 +12,7 @@
 
 namespace {
 constexpr int SwatchSize = 12;
+constexpr int HintIndent = 8;
 
 /// A read-out as wide as the longest text that it shows, so that nothing moves when it changes.
 QLabel* MakeReadout(const QString& name, const QString& widestText)
@@ -56,6 +57,7 @@ StatusReadout::StatusReadout(QWidget* parent)
     m_pHint->setObjectName(QStringLiteral("toolHint"));
     m_pHint->setAccessibleName(tr("Hint for the active tool"));
     m_pHint->setMinimumWidth(1);
+    m_pHint->setIndent(HintIndent);
     m_pSwatch->setFixedSize(SwatchSize, SwatchSize);
 
     addWidget(m_pHint, 1);

@@ -17,6 +17,7 @@ private slots:
     void helpAndVersionNeedNoScreen();
     void wrongUsageIsTold_data();
     void wrongUsageIsTold();
+    void theTourLeavesItsPictures_data();
     void theTourLeavesItsPictures();
     void theTourTellsWhatFailed();
 };
@@ -31,11 +32,13 @@ struct Outcome
     QString errors;
 };
 
-Outcome RunProgram(const QStringList& arguments, const QString& platform = QStringLiteral("offscreen"))
+Outcome RunProgram(const QStringList& arguments, const QString& platform = "offscreen",
+                   const QString& scale = "1")
 {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", platform);
+    environment.insert("QT_SCALE_FACTOR", scale);
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(ZK_PROGRAM), arguments);
     if (!program.waitForFinished(Limit) || program.exitStatus() != QProcess::NormalExit) return Outcome();
@@ -81,15 +84,23 @@ void TestCommandLine::wrongUsageIsTold()
     QVERIFY(!outcome.errors.isEmpty());
 }
 
+void TestCommandLine::theTourLeavesItsPictures_data()
+{
+    QTest::addColumn<int>("scale");
+    QTest::newRow("common screen") << 1;
+    QTest::newRow("dense screen") << 2;
+}
+
 void TestCommandLine::theTourLeavesItsPictures()
 {
+    QFETCH(int, scale);
     const QTemporaryDir folder;
-    const Outcome outcome = RunProgram({"--tour", folder.path()});
+    const Outcome outcome = RunProgram({"--tour", folder.path()}, "offscreen", QString::number(scale));
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.output + outcome.errors));
     const QStringList pictures{"01-opened.png", "02-tool-chosen.png", "03-filled.png", "04-undone.png",
                                "05-saved-and-reopened.png"};
     for (const QString& name : pictures)
-        QVERIFY2(!QImage(folder.filePath(name)).isNull(), qPrintable(name));
+        QCOMPARE(QImage(folder.filePath(name)).size(), QSize(1280, 800) * scale);
     QVERIFY(outcome.output.contains(folder.path()));
 }
 
