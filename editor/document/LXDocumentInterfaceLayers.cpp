@@ -19,27 +19,37 @@ void LXDocumentInterface::LayerImageChanged(unsigned int id, const QRect& rect)
 
 void LXDocumentInterface::SetLayerOffset(unsigned int id, const QPoint& offset)
 {
-    QRect before;
-    const bool exists = m_pPrivate->layers.ChangeProperties(id, [&](LayerProperties& layer) {
-        before = layer.rect;
-        layer.rect.moveTopLeft(offset);
-    });
-    if (!exists || before.topLeft() == offset) return;
-    m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->LayerPositionChanged(id, offset); });
-    m_pPrivate->Invalidate(before | GetLayerGeometry(id));
+    SetLayerMaskOffset(id, offset, GetMaskGeometry(id).topLeft());
 }
 
 void LXDocumentInterface::SetMaskOffset(unsigned int id, const QPoint& offset)
 {
-    QRect before;
+    SetLayerMaskOffset(id, GetLayerGeometry(id).topLeft(), offset);
+}
+
+void LXDocumentInterface::SetLayerMaskOffset(unsigned int id, const QPoint& layerOffset,
+                                             const QPoint& maskOffset)
+{
+    LayerProperties before;
+    LayerProperties after;
     m_pPrivate->layers.ChangeProperties(id, [&](LayerProperties& layer) {
-        if (!layer.hasMask) return;
-        before = layer.maskRect;
-        layer.maskRect.moveTopLeft(offset);
+        before = layer;
+        layer.rect.moveTopLeft(layerOffset);
+        if (layer.hasMask) layer.maskRect.moveTopLeft(maskOffset);
+        after = layer;
     });
-    if (before.isEmpty() || before.topLeft() == offset) return;
-    m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->MaskPositionChanged(id, offset); });
-    m_pPrivate->Invalidate((before | GetMaskGeometry(id)) & GetLayerGeometry(id));
+    const bool hasLayerMoved = before.rect != after.rect;
+    const bool hasMaskMoved = before.maskRect != after.maskRect;
+    m_pPrivate->OnMainThread([=] {
+        if (hasLayerMoved) emit GetModel()->LayerPositionChanged(id, layerOffset);
+        if (hasMaskMoved) emit GetModel()->MaskPositionChanged(id, maskOffset);
+    });
+    // A mask that moves alone shows only inside its layer.
+    if (hasLayerMoved) {
+        m_pPrivate->Invalidate(before.rect | after.rect);
+    } else if (hasMaskMoved) {
+        m_pPrivate->Invalidate((before.maskRect | after.maskRect) & after.rect);
+    }
 }
 
 void LXDocumentInterface::SetLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
@@ -86,14 +96,7 @@ void LXDocumentInterface::RemoveLayer(unsigned int id)
 
 void LXDocumentInterface::AddMask(unsigned int id, bool reveals)
 {
-    const QSize size = GetDocumentSize();
-    LayerState layer;
-    layer.properties.hasMask = true;
-    layer.properties.maskReveals = reveals;
-    layer.properties.maskRect = QRect(QPoint(0, 0), size);
-    layer.mask = LXImage32(size.width(), size.height());
-    if (reveals) layer.mask.Fill(LXRGBA32i(0xFF000000));
-    m_pPrivate->ReplaceMask(id, layer);
+    m_pPrivate->ReplaceMask(id, m_pPrivate->NewMask(reveals));
 }
 
 void LXDocumentInterface::RemoveMask(unsigned int id)

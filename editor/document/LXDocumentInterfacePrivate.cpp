@@ -45,6 +45,17 @@ void LXDocumentInterfacePrivate::RemoveLayer(int row)
     Invalidate(rect);
 }
 
+LayerState LXDocumentInterfacePrivate::NewMask(bool reveals) const
+{
+    LayerState layer;
+    layer.properties.hasMask = true;
+    layer.properties.maskReveals = reveals;
+    layer.properties.maskRect = Canvas();
+    layer.mask = LXImage32(Canvas().width(), Canvas().height());
+    if (reveals) layer.mask.Fill(LXRGBA32i(0xFF000000));
+    return layer;
+}
+
 void LXDocumentInterfacePrivate::ReplaceMask(unsigned int id, const LayerState& from)
 {
     const std::shared_ptr<Layer> layer = layers.Find(id);

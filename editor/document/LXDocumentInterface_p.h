@@ -24,6 +24,8 @@ public:
     /// Adds a layer at the row, which becomes its id minus 1.
     void InsertLayer(int row, const LayerState& state);
     void RemoveLayer(int row);
+    /// A mask of the canvas' size, filled with its default, for ReplaceMask.
+    LayerState NewMask(bool reveals) const;
     /// Gives the layer a mask, or takes it away, as `state` has it; its other values aren't read.
     void ReplaceMask(unsigned int id, const LayerState& state);
 

@@ -112,6 +112,8 @@ public:
     /// bad id. Any thread.
     void SetLayerOffset(unsigned int id, const QPoint& offset);
     void SetMaskOffset(unsigned int id, const QPoint& offset);
+    /// Both with one CompositionChanged(). Any thread.
+    void SetLayerMaskOffset(unsigned int id, const QPoint& layer, const QPoint& mask);
 
     /// Image and place of a layer in one step; takes the write locker itself. Nothing for a bad id, or for a
     /// mask that isn't there. Any thread.
