@@ -4,4 +4,13 @@
 namespace CommandDataType {
 constexpr int LayerPaint = 1;
 constexpr int LayerMaskPaint = 2;
+constexpr int Selection = 3;
+constexpr int MWSelection = 4;
+constexpr int SelectionMove = 5;
+constexpr int Move = 6;
+constexpr int LayerCreate = 7;
+constexpr int LayerProperty = 8;
+constexpr int LayerOrder = 9;
+constexpr int LayerContent = 10;
+constexpr int LayerMaskContent = 11;
 } // namespace CommandDataType

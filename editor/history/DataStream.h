@@ -23,6 +23,19 @@ void WriteImage(QDataStream& stream, const LXImage32& image);
 /// Marks the stream as damaged for values that no image has.
 LXImage32 ReadImage(QDataStream& stream);
 
+/// Reads a number written as qint32 into an enum of the values 0 to `last`; others are damage.
+template <class Enum>
+void ReadEnum(QDataStream& stream, Enum& value, Enum last)
+{
+    qint32 number = 0;
+    stream >> number;
+    if (number < 0 || number > static_cast<qint32>(last)) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+    } else {
+        value = static_cast<Enum>(number);
+    }
+}
+
 /// The bytes that the tiles of an image hold, each counted once.
 qint64 BytesOf(const LXImage32& image);
 } // namespace DataStream

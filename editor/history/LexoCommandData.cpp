@@ -2,6 +2,8 @@
 
 LexoCommandData::~LexoCommandData() = default;
 
+void LexoCommandData::ReleaseSerializeData() {}
+
 qint64 LexoCommandData::GetMemoryCost() const
 {
     return 0;

@@ -20,8 +20,9 @@ public:
     virtual bool Serialize(IWriter* writer) const = 0;
     /// Replaces all values; on false (short or damaged input) they are unchanged.
     virtual bool Deserialize(IReader* reader) = 0;
-    /// Drops what Deserialize brings back, so that it costs no memory meanwhile.
-    virtual void ReleaseSerializeData() = 0;
+    /// Drops what Deserialize brings back, so that it costs no memory meanwhile. The base, for data that
+    /// costs next to nothing, keeps all.
+    virtual void ReleaseSerializeData();
 
     /// About how many bytes the values hold; tiles shared with the document count too.
     virtual qint64 GetMemoryCost() const;

@@ -19,8 +19,6 @@ public:
 
     bool Deserialize(IReader*) override { return false; }
 
-    void ReleaseSerializeData() override {}
-
     qint64 GetMemoryCost() const override { return m_Cost; }
 
 private:
