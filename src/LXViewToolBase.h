@@ -46,14 +46,22 @@ public:
 
     virtual void SetToolBox(LToolBoxWidget* toolBox);
     virtual void SetToolBarManager(ZKToolBarManager* manager);
-    virtual void SetToolWidgetManager(LXToolWidgetManager* manager);
+
+    virtual void SetToolWidgetManager(LXToolWidgetManager*) {}
+
     virtual void SetLayersWidget(LayersWidget* layersWidget);
-    virtual void SaveSettings();
-    virtual void LoadSettings();
+
+    virtual void SaveSettings() {}
+
+    virtual void LoadSettings() {}
+
     virtual quint64 GetDocumentViewState();
-    virtual QList<QAction*> GetMenuActions();
-    virtual QList<QAction*> GetToolBarActions();
-    virtual MainMenuEntries GetMainMenuEntries();
+
+    virtual QList<QAction*> GetMenuActions() { return {}; }
+
+    virtual QList<QAction*> GetToolBarActions() { return {}; }
+
+    virtual MainMenuEntries GetMainMenuEntries() { return {}; }
 
     /// Makes the tool's action, panel, bar and button. Called once, by the adapter.
     virtual void Init(QObject* parent);
@@ -61,19 +69,23 @@ public:
 protected:
     /// The mouse came into the view or left it. A null event stands for a mouse that is found there when the
     /// tool becomes active or inactive.
-    virtual void OnEnter(QEvent* event);
-    virtual void OnLeave(QEvent* event);
+    virtual void OnEnter(QEvent*) {}
+
+    virtual void OnLeave(QEvent*) {}
 
     /// Events of the scene while the tool hears them. The base sends the signals of the same names.
     virtual void OnSceneMouseMove(QGraphicsSceneMouseEvent* event);
     virtual void OnSceneMousePress(QGraphicsSceneMouseEvent* event);
     virtual void OnSceneMouseRelease(QGraphicsSceneMouseEvent* event);
-    virtual void OnSceneMouseDoubleClick(QGraphicsSceneMouseEvent* event);
+
+    virtual void OnSceneMouseDoubleClick(QGraphicsSceneMouseEvent*) {}
 
     /// The tool's panel, option bar and tool-box button; null for none.
-    virtual QWidget* GetToolWidget();
-    virtual QWidget* GetToolBar();
-    virtual LToolBoxButton* GetToolBoxButton();
+    virtual QWidget* GetToolWidget() { return nullptr; }
+
+    virtual QWidget* GetToolBar() { return nullptr; }
+
+    virtual LToolBoxButton* GetToolBoxButton() { return nullptr; }
 
     /// The button's place in the tool box; -1 for none.
     virtual int GetToolBoxPosition() = 0;
@@ -91,7 +103,7 @@ protected:
     virtual QCursor GetCursor() = 0;
 
     /// The tool's veto against being left.
-    virtual bool AllowDeactivate();
+    virtual bool AllowDeactivate() { return true; }
 
 public:
     /// False when the change was refused: by the view lock at activation, by the tool's veto at deactivation.
