@@ -127,9 +127,11 @@ private:
         static const Table table = [] {
             Table values{};
             for (std::size_t i = 0; i < values.size(); ++i) {
+                const std::size_t target = i / 256;
+                const std::size_t source = i % 256;
                 const double exact =
-                    Exact(static_cast<double>(i / 256) / 255, static_cast<double>(i % 256) / 255);
-                values[i] = static_cast<quint8>(exact * 255 + 0.5);
+                    Exact(static_cast<double>(target) / 255, static_cast<double>(source) / 255);
+                values[i] = static_cast<quint8>(PixelMath::RoundPositive(exact * 255));
             }
             return values;
         }();

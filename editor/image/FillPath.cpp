@@ -101,7 +101,7 @@ private:
 void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush& brush)
 {
     // A band is one row of tiles high and this wide: few renderings of the path, little memory.
-    constexpr int BandWidth = 64 * TileSide;
+    constexpr int bandWidth = 64 * TileSide;
 
     const auto blendMode = static_cast<unsigned int>(mode);
     PathFiller filler(image, blendMode, brush);
@@ -110,8 +110,8 @@ void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush
 
     const PathCoverage coverage(path, blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn);
     for (int top = touched.top() / TileSide * TileSide; top <= touched.bottom(); top += TileSide) {
-        for (int left = touched.left() / TileSide * TileSide; left <= touched.right(); left += BandWidth) {
-            const QRect band = QRect(left, top, BandWidth, TileSide) & touched;
+        for (int left = touched.left() / TileSide * TileSide; left <= touched.right(); left += bandWidth) {
+            const QRect band = QRect(left, top, bandWidth, TileSide) & touched;
             filler.Run(coverage.Render(band), band);
         }
     }

@@ -13,7 +13,6 @@
 #include <vector>
 
 namespace {
-using TileWalk::TilePixels;
 using TileWalk::TileSide;
 
 /// The pixels that are really blended. In 64 bits, so that no rectangle overflows on the way.
@@ -70,18 +69,19 @@ struct MaskPart
 class TileBlender
 {
 public:
-    TileBlender(const LXImage32& src, unsigned int mode, LXImage32& dst, double opacity, const MaskPart& mask,
-                bool keepAlpha)
+    TileBlender(const LXImage32& src, unsigned int mode, LXImage32& dst, const BlendArea& area,
+                double opacity, const MaskPart& mask, bool keepAlpha)
         : m_Src(src),
           m_Dst(dst),
+          m_Area(area),
           m_Mask(mask),
           m_Kernel(BlendKernels::For(mode, keepAlpha)),
           m_Opacity(opacity > 0.0 ? std::min(opacity, 1.0) : 0.0),
           m_IsCopy(mode == BlendMode::Source && mask.image == nullptr &&
                    PixelMath::Strength(255, m_Opacity, 255) == 255),
-          m_Source(TilePixels),
-          m_Strength(TilePixels),
-          m_MaskValues(TilePixels, 255)
+          m_Source(MostPixelsOfATile(area.target)),
+          m_Strength(m_Source.size()),
+          m_MaskValues(m_Source.size(), 255)
     {
         for (int alpha = 0; alpha < 256; ++alpha) {
             m_StrengthOfAlpha[static_cast<std::size_t>(alpha)] =
@@ -89,15 +89,15 @@ public:
         }
     }
 
-    void Run(const BlendArea& area)
+    void Run()
     {
-        TileWalk::ForEachTile(area.target, [&](int column, int row, const QRect& part) {
+        TileWalk::ForEachTile(m_Area.target, [&](int column, int row, const QRect& part) {
             if (m_IsCopy) {
-                if (!ShareTile(column, row, part, area.toSource)) CopyTile(column, row, part, area.toSource);
+                if (!ShareTile(column, row, part)) CopyTile(column, row, part);
                 return;
             }
-            ReadSource(part.translated(area.toSource));
-            if (m_Mask.image != nullptr) ReadMask(part.translated(area.toMask));
+            ReadSource(part.translated(m_Area.toSource));
+            if (m_Mask.image != nullptr) ReadMask(part.translated(m_Area.toMask));
             const int count = part.width() * part.height();
             ComputeStrength(count);
             if (!LeavesAsIs(column, row, part)) BlendTile(column, row, part);
@@ -105,9 +105,15 @@ public:
     }
 
 private:
-    bool ShareTile(int column, int row, const QRect& part, const QPoint& toSource);
-    void CopyTile(int column, int row, const QRect& part, const QPoint& toSource);
-    bool IsCopyEqual(const QRect& part, const QPoint& toSource);
+    /// How many pixels the buffers must hold: small blends are frequent and shall not pay for a whole tile.
+    static std::size_t MostPixelsOfATile(const QRect& rect)
+    {
+        return static_cast<std::size_t>(std::min(rect.width(), TileSide) * std::min(rect.height(), TileSide));
+    }
+
+    bool ShareTile(int column, int row, const QRect& part);
+    void CopyTile(int column, int row, const QRect& part);
+    bool IsCopyEqual(const QRect& part);
     void ReadSource(const QRect& srcPart);
     void ReadMask(const QRect& maskPart);
     void ComputeStrength(int count);
@@ -116,6 +122,7 @@ private:
 
     const LXImage32& m_Src;
     LXImage32& m_Dst;
+    BlendArea m_Area;
     MaskPart m_Mask;
     BlendKernel m_Kernel;
     double m_Opacity;
@@ -128,34 +135,34 @@ private:
 
 /// Lets the target share the source's tile when the copy would make an equal one: the tiles' grids coincide
 /// and the images end at the same place of the tile, so that even the pixels beyond the edge agree.
-bool TileBlender::ShareTile(int column, int row, const QRect& part, const QPoint& toSource)
+bool TileBlender::ShareTile(int column, int row, const QRect& part)
 {
-    if (toSource.x() % TileSide != 0 || toSource.y() % TileSide != 0) return false;
+    if (m_Area.toSource.x() % TileSide != 0 || m_Area.toSource.y() % TileSide != 0) return false;
     const QRect whole = TileWalk::TileRect(column, row);
-    const QRect sourceWhole = whole.translated(toSource);
-    if (part != (whole & m_Dst.Rect()) || part.translated(toSource) != (sourceWhole & m_Src.Rect()))
+    const QRect sourceWhole = whole.translated(m_Area.toSource);
+    if (part != (whole & m_Dst.Rect()) || part.translated(m_Area.toSource) != (sourceWhole & m_Src.Rect()))
         return false;
 
     m_Dst.TileAt(column, row) = m_Src.TileAt(sourceWhole.left() / TileSide, sourceWhole.top() / TileSide);
     return true;
 }
 
-void TileBlender::CopyTile(int column, int row, const QRect& part, const QPoint& toSource)
+void TileBlender::CopyTile(int column, int row, const QRect& part)
 {
-    if (m_Dst.TileAt(column, row)->IsShared() && IsCopyEqual(part, toSource)) return;
+    if (m_Dst.TileAt(column, row)->IsShared() && IsCopyEqual(part)) return;
 
     const auto tile = m_Dst.WriteTile(column, row);
     LXRGBA32i* const target = tile.Pixels() + TileWalk::IndexInTile(part.topLeft());
-    TileWalk::ReadSpans(m_Src, part.translated(toSource),
+    TileWalk::ReadSpans(m_Src, part.translated(m_Area.toSource),
                         [&](const LXRGBA32i* pixels, int x, int y, int count) {
                             std::copy_n(pixels, count, target + y * TileSide + x);
                         });
 }
 
 /// Whether the target holds the source's pixels already, as blank images do.
-bool TileBlender::IsCopyEqual(const QRect& part, const QPoint& toSource)
+bool TileBlender::IsCopyEqual(const QRect& part)
 {
-    ReadSource(part.translated(toSource));
+    ReadSource(part.translated(m_Area.toSource));
     bool isEqual = true;
     TileWalk::ReadSpans(m_Dst, part, [&](const LXRGBA32i* pixels, int, int y, int count) {
         isEqual = isEqual && std::equal(pixels, pixels + count, m_Source.data() + y * count);
@@ -240,7 +247,7 @@ void Blend(const LXImage32& src, const QRect& srcRect, unsigned int mode, LXImag
     // A copy shares the tiles and thereby keeps what the target held before its own tiles are written.
     const LXImage32 before = &src == &dst || mask.image == &dst ? dst : LXImage32();
     if (mask.image == &dst) mask.image = &before;
-    TileBlender(&src == &dst ? before : src, mode, dst, opacity, mask, keepAlpha).Run(area);
+    TileBlender(&src == &dst ? before : src, mode, dst, area, opacity, mask, keepAlpha).Run();
 }
 } // namespace
 

@@ -50,7 +50,7 @@ bool LXFloodFillHelper::ColorRangeFill(const LXImage32& src, LXImage32& mask, co
     if (!area.contains(seed)) return false;
 
     // The copy keeps the pixels to compare with, should the mask be the same image.
-    const LXImage32 source = src;
+    const LXImage32 source = src; // NOLINT(performance-unnecessary-copy-initialization)
     SimilarPixels similar(source, seed, tolerance);
     RegionPainter painter(mask, fill);
     TileWalk::ForEachTile(area, [&](int column, int row, const QRect& part) {

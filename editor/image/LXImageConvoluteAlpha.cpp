@@ -77,7 +77,7 @@ void SumRow(const AlphaWindow& window, const std::vector<double>& kernel, const 
 
 int RoundedAlpha(double sum)
 {
-    return static_cast<int>(std::clamp(sum, 0.0, 255.0) + 0.5);
+    return PixelMath::RoundPositive(std::clamp(sum, 0.0, 255.0));
 }
 } // namespace
 

@@ -14,10 +14,10 @@ std::atomic<bool> s_IsGone{false};
 
 qint64 HalfOfTheMachinesMemory()
 {
-    constexpr qint64 Fallback = qint64(2) << 30;
+    constexpr qint64 fallback = qint64(2) << 30;
     const qint64 pages = ::sysconf(_SC_PHYS_PAGES);
     const qint64 pageBytes = ::sysconf(_SC_PAGESIZE);
-    return pages > 0 && pageBytes > 0 ? pages * pageBytes / 2 : Fallback;
+    return pages > 0 && pageBytes > 0 ? pages * pageBytes / 2 : fallback;
 }
 } // namespace
 

@@ -8,6 +8,13 @@
 
 /// The roundings of all kernels, each once, so that kernels that must agree call the same.
 namespace PixelMath {
+/// To nearest, halves up; for 0 to 255, where adding a half is exact enough and needs no call of a library.
+template <class Real>
+constexpr int RoundPositive(Real value)
+{
+    return static_cast<int>(value + Real(0.5)); // NOLINT(bugprone-incorrect-roundings)
+}
+
 /// A product of two bytes, or a weighted sum of bytes whose weights add up to 255, back to a byte.
 constexpr int DivideBy255(int product)
 {
@@ -25,13 +32,14 @@ constexpr int DivideBy255Truncating(int product)
 /// least, twice the float's spacing there, so it never rounds up to k.
 inline int WeightedMean(int sum, int total)
 {
-    return static_cast<int>(static_cast<float>(sum + total / 2) / static_cast<float>(total));
+    const int half = total / 2;
+    return static_cast<int>(static_cast<float>(sum + half) / static_cast<float>(total));
 }
 
 /// alpha x opacity x mask / 255 to nearest, the only rounding of a source's strength.
 inline int Strength(int alpha, double opacity, int mask)
 {
-    return static_cast<int>(alpha * opacity * mask / 255.0 + 0.5);
+    return RoundPositive(alpha * opacity * mask / 255.0);
 }
 
 /// The HSL lightness in integers.

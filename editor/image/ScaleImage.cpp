@@ -77,7 +77,7 @@ struct Sum
 
 quint32 ToByte(float value)
 {
-    return static_cast<quint32>(std::clamp(value, 0.0F, 255.0F) + 0.5F);
+    return static_cast<quint32>(PixelMath::RoundPositive(std::clamp(value, 0.0F, 255.0F)));
 }
 
 QRgb ToPixel(const Sum& sum, bool isPremultiplied)

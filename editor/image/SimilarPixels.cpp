@@ -23,15 +23,15 @@ const TileBits& SimilarPixels::Of(int column, int row)
 
 TileBits SimilarPixels::Compare(const LXRGBA32i* pixels) const
 {
-    constexpr int WordBits = 64;
+    constexpr int wordBits = 64;
     const auto isNear = [this](LXRGBA32i pixel, int channel) {
         return std::abs(int{pixel.bytes[channel]} - m_Seed[channel]) <= m_Tolerance[channel];
     };
     TileBits bits;
     for (RowBits& row : bits.rows) {
-        for (int first = 0; first < TileWalk::TileSide; first += WordBits) {
+        for (int first = 0; first < TileWalk::TileSide; first += wordBits) {
             quint64 word = 0;
-            for (int x = 0; x < WordBits; ++x, ++pixels) {
+            for (int x = 0; x < wordBits; ++x, ++pixels) {
                 const bool isSimilar =
                     isNear(*pixels, 0) & isNear(*pixels, 1) & isNear(*pixels, 2) & isNear(*pixels, 3);
                 word |= quint64(isSimilar) << x;

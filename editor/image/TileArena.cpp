@@ -19,6 +19,7 @@ void TileArena::ChunkDeleter::operator()(uchar* memory) const
 uchar* TileArena::Allocate()
 {
     Chunk& chunk = m_WithFreeBlocks.empty() ? AddChunk() : m_Chunks.at(*m_WithFreeBlocks.begin());
+    Q_ASSERT(chunk.freeBlocks != 0);
     const uint block = qCountTrailingZeroBits(chunk.freeBlocks);
     chunk.freeBlocks &= ~(quint64(1) << block);
     if (chunk.freeBlocks == 0) m_WithFreeBlocks.erase(chunk.memory.get());
