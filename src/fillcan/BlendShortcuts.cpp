@@ -41,9 +41,9 @@ void BlendShortcuts::Delete()
 
 int BlendShortcuts::IndexFor(const QKeySequence& key, int current)
 {
-    constexpr int Count = BlendModeTable::Count;
-    if (key == NextKey) return (current + 1) % Count;
-    if (key == PreviousKey) return (current + Count - 1) % Count;
+    constexpr int count = BlendModeTable::Count;
+    if (key == NextKey) return (current + 1) % count;
+    if (key == PreviousKey) return (current + count - 1) % count;
     for (int i = 0; i < DirectCount; ++i) {
         if (key == DirectKey(i)) return i;
     }
@@ -52,8 +52,8 @@ int BlendShortcuts::IndexFor(const QKeySequence& key, int current)
 
 QKeySequence BlendShortcuts::DirectKey(int index)
 {
-    constexpr std::array<Qt::Key, DirectCount> Letters{Qt::Key_N, Qt::Key_M, Qt::Key_S, Qt::Key_O,
+    constexpr std::array<Qt::Key, DirectCount> letters{Qt::Key_N, Qt::Key_M, Qt::Key_S, Qt::Key_O,
                                                        Qt::Key_E, Qt::Key_X, Qt::Key_G, Qt::Key_K,
                                                        Qt::Key_F, Qt::Key_H, Qt::Key_D, Qt::Key_B};
-    return QKeySequence(Qt::SHIFT + Qt::ALT + Letters[static_cast<std::size_t>(index)]);
+    return QKeySequence(Qt::SHIFT + Qt::ALT + letters[static_cast<std::size_t>(index)]);
 }

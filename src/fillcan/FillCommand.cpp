@@ -23,7 +23,8 @@ std::unique_ptr<LexoCommand> MakePaintCommand(LXDocumentInterface* document, con
     data->SetRedoImage(result.redoImage, WholeImage);
 
     auto command = std::make_unique<Command>(document, ApplyOnPush);
-    if (command->SetCommandData(data.get())) data.release();
+    // Owned by the command from then on.
+    if (command->SetCommandData(data.get())) static_cast<void>(data.release());
     return command;
 }
 } // namespace

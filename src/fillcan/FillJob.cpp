@@ -101,21 +101,21 @@ FillArea FindArea(const LXImage32& sample, const QRect& visible, LXRGBA32i toler
 // Inside the bounds only: outside them nothing is painted, so nothing there may thin the edge.
 void SoftenEdge(FillArea& area)
 {
-    constexpr int Side = 5;
-    constexpr std::array<double, Side * Side> Weights{
+    constexpr int side = 5;
+    constexpr std::array<double, side * side> weights{
         1, 1, 1,  1, 1, //
         1, 4, 4,  4, 1, //
         1, 4, 12, 4, 1, //
         1, 4, 4,  4, 1, //
         1, 1, 1,  1, 1, //
     };
-    constexpr double Sum = 60.0;
-    std::array<double, Side * Side> kernel{};
-    std::transform(Weights.begin(), Weights.end(), kernel.begin(),
-                   [](double weight) { return weight / Sum; });
+    constexpr double sum = 60.0;
+    std::array<double, side * side> kernel{};
+    std::transform(weights.begin(), weights.end(), kernel.begin(),
+                   [](double weight) { return weight / sum; });
 
     LXImage32 part = CopyPart(area.coverage, area.bounds);
-    LXImageConvoluteAlpha(kernel.data(), QSize(Side, Side))(part);
+    LXImageConvoluteAlpha(kernel.data(), QSize(side, side))(part);
     BlendOn(part, part.Rect(), BlendMode::Source, area.coverage, area.bounds, 1.0, ChangeAlpha);
 }
 
@@ -140,11 +140,12 @@ void CutByTarget(FillArea& area, const QRect& targetRect)
     area.bounds = area.coverage.Rect();
 }
 
-void ColorCoverage(LXImage32& coverage, const QBrush& brush)
+// A pattern starts at the area's top left, whatever part of the area still counts.
+void ColorCoverage(FillArea& area, const QBrush& brush)
 {
     QPainterPath path;
-    path.addRect(QRectF(coverage.Rect()));
-    FillPath(coverage, BlendMode::SourceIn, path, brush);
+    path.addRect(QRectF(area.bounds));
+    FillPath(area.coverage, BlendMode::SourceIn, path, brush);
 }
 
 void BlendOnLayer(const FillArea& area, LXImage32& layer, const FillJobData& data)
@@ -184,7 +185,7 @@ FillArea FinishArea(FillArea area, const QRect& targetRect, const LXDocumentInte
     if (data.antialiasing) SoftenEdge(area);
     CutBySelection(area, document);
     if (data.allLayers) CutByTarget(area, targetRect);
-    ColorCoverage(area.coverage, data.brush);
+    ColorCoverage(area, data.brush);
     return area;
 }
 
