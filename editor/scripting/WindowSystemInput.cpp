@@ -54,6 +54,20 @@ void DropQueuedPointerEvents()
     }
 }
 
+/// After a dialog has closed, a window manager gives the focus to the window before it; offscreen there is
+/// none.
+void GiveFocusBack()
+{
+    if (QGuiApplication::focusWindow()) return;
+
+    QWidget* next = QApplication::activeModalWidget();
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (!next && window->isVisible() && window->windowType() == Qt::Window) next = window;
+    }
+    if (next) next->activateWindow();
+    System::flushWindowSystemEvents();
+}
+
 /// The window system speaks in device pixels.
 QPointF NativeLocal(const QPoint& globalPos, const QWindow* window)
 {
@@ -157,6 +171,7 @@ void WindowSystemInput::SendMouse(QEvent::Type type, Qt::MouseButton button)
 void WindowSystemInput::SendKey(QEvent::Type type, int key, const QString& text, bool isRepeat)
 {
     System::flushWindowSystemEvents();
+    GiveFocusBack();
     QWindow* window = QGuiApplication::focusWindow();
     if (!window) return;
     System::handleKeyEvent<AtOnce>(window, NextTime(), type, key, m_Modifiers, text, isRepeat);
