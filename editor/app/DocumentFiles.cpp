@@ -124,7 +124,13 @@ LXDocumentInterface* DocumentFiles::Open(const QString& path)
         if (result.outcome.error != PictureFile::Error::Cancelled) Tell(result.outcome.message);
         return nullptr;
     }
-    return Show(PictureFile::MakeDocument(result.picture, file.fileName()), file.canonicalFilePath());
+    LXDocumentInterface* document = PictureFile::MakeDocument(result.picture, file.fileName());
+    if (!document) {
+        Tell(tr("There is not enough memory to open “%1”. Close other pictures and try again.")
+                 .arg(file.fileName()));
+        return nullptr;
+    }
+    return Show(document, file.canonicalFilePath());
 }
 
 LXDocumentInterface* DocumentFiles::Show(LXDocumentInterface* document, const QString& path)

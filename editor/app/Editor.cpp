@@ -71,7 +71,6 @@ void Editor::BuildWindow()
 {
     m_pParts->window = std::make_unique<MainWindow>(&m_pParts->recentFiles);
     MainWindow* window = GetWindow();
-    window->setWindowIcon(Theme::ApplicationIcon(m_Folders.resources));
     m_pParts->files = std::make_unique<DocumentFiles>(window);
 
     // Children of the window: their actions leave the menus with it.

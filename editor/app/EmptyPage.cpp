@@ -11,14 +11,13 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int ColumnWidth = 320;
+constexpr int FileNameWidth = 320;
 constexpr int ShownRecentFiles = 6;
 
 QLabel* MakeLabel(const QString& text, const QString& name)
 {
     auto* label = new QLabel(text);
     label->setObjectName(name);
-    label->setWordWrap(true);
     return label;
 }
 
@@ -29,7 +28,7 @@ QPushButton* MakeFileButton(const QString& path)
     const QString name = QFileInfo(path).fileName();
     button->setObjectName(QStringLiteral("recentFile"));
     button->setText(
-        button->fontMetrics().elidedText(name, Qt::ElideMiddle, ColumnWidth - 32).replace('&', "&&"));
+        button->fontMetrics().elidedText(name, Qt::ElideMiddle, FileNameWidth).replace('&', "&&"));
     button->setToolTip(QDir::toNativeSeparators(path));
     button->setAccessibleName(EmptyPage::tr("Open %1").arg(name));
     button->setFlat(true);
@@ -66,19 +65,18 @@ EmptyPage::EmptyPage(RecentFiles* recentFiles, QWidget* parent)
     m_pRecentLayout->setContentsMargins(0, 0, 0, 0);
     m_pRecentLayout->setSpacing(0);
 
-    auto* page = new QWidget;
-    page->setFixedWidth(ColumnWidth);
-    auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(0, 0, 0, 0);
+    auto* column = new QVBoxLayout;
     column->setSpacing(16);
+    column->addStretch(2);
     column->addWidget(MakeLabel(tr("Open a picture, or drop one here"), QStringLiteral("emptyPageTitle")));
     column->addLayout(buttons);
     column->addWidget(m_pRecentBox);
+    column->addStretch(3);
 
-    auto* whole = new QVBoxLayout(this);
-    whole->addStretch(2);
-    whole->addWidget(page, 0, Qt::AlignHCenter);
-    whole->addStretch(3);
+    auto* whole = new QHBoxLayout(this);
+    whole->addStretch();
+    whole->addLayout(column);
+    whole->addStretch();
 
     connect(m_pRecentFiles, &RecentFiles::Changed, this, &EmptyPage::RebuildRecentFiles);
     RebuildRecentFiles();

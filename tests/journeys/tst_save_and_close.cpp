@@ -109,6 +109,9 @@ void TestSaveAndClose::closingOffersCancel()
     QCOMPARE(editor.Document(), document);
     QVERIFY(!editor.History()->isClean());
     editor.CheckNothingIsLeft();
+
+    editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(editor.History()->isClean());
 }
 
 void TestSaveAndClose::quittingAsksAboutEveryDocumentFirst()
