@@ -179,6 +179,12 @@ int LXDocumentModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : 1;
 }
 
+Qt::ItemFlags LXDocumentModel::flags(const QModelIndex& index) const
+{
+    const Qt::ItemFlags always = QAbstractItemModel::flags(index);
+    return index.isValid() ? always | Qt::ItemIsEditable | Qt::ItemNeverHasChildren : always;
+}
+
 QVariant LXDocumentModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || !m_pPrivate->IsRow(index.row())) return QVariant();
