@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QListView>
 #include <QPainter>
 #include <QToolTip>
@@ -74,11 +75,6 @@ void PaintIcon(QPainter& painter, const QRect& place, const QString& name, bool 
     ZKIconHelper::DisabledIcon(name).paint(&painter, square, Qt::AlignCenter,
                                            dim ? QIcon::Disabled : QIcon::Normal);
 }
-
-void ToggleVisible(LXDocumentModel* model, int row)
-{
-    model->SetVisible(row, !model->GetVisible(row));
-}
 } // namespace
 
 void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -120,6 +116,32 @@ QSize LayerDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) c
     return {EyeWidth + 2 * (PictureSize + Gap), RowHeight};
 }
 
+QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const
+{
+    auto* editor = new QLineEdit(parent);
+    editor->setAccessibleName(tr("Name of the layer"));
+    return editor;
+}
+
+void LayerDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    static_cast<QLineEdit*>(editor)->setText(index.data().toString());
+}
+
+void LayerDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const
+{
+    emit NameWanted(index.row(), static_cast<QLineEdit*>(editor)->text());
+}
+
+void LayerDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                         const QModelIndex& index) const
+{
+    const QRect name = PlacesOf(option, index).name;
+    QRect place(0, 0, name.width(), editor->sizeHint().height());
+    place.moveCenter(name.center());
+    editor->setGeometry(place);
+}
+
 bool LayerDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                               const QModelIndex& index)
 {
@@ -143,7 +165,7 @@ bool LayerDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const 
     auto* const layers = qobject_cast<LXDocumentModel*>(model);
     if (!layers) return false;
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space) {
-        ToggleVisible(layers, index.row());
+        emit VisibleWanted(index.row(), !layers->GetVisible(index.row()));
         return true;
     }
     const bool isPress =
@@ -153,10 +175,12 @@ bool LayerDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const 
     const RowPlaces places = PlacesOf(option, index);
     const QPoint pos = static_cast<QMouseEvent*>(event)->pos();
     if (places.eye.contains(pos)) {
-        ToggleVisible(layers, index.row());
+        emit VisibleWanted(index.row(), !layers->GetVisible(index.row()));
         return true;
     }
     const bool onMask = HasMask(index) && places.mask.contains(pos);
-    if (onMask || places.layer.contains(pos)) layers->SetMaskSelected(index.row(), onMask);
-    return false;
+    if (!onMask && !places.layer.contains(pos)) return false;
+    layers->SetMaskSelected(index.row(), onMask);
+    // Only the name is edited by a double click.
+    return event->type() == QEvent::MouseButtonDblClick;
 }

@@ -2,10 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-class LXDocumentModel;
-
 /// A row of the list of layers: an eye, the layer's picture, its mask's picture, the name, a lock. A press
-/// on the eye shows or hides the layer, one on a picture makes it the target of painting.
+/// on the eye wants the layer shown or hidden, one on a picture makes it the target of painting.
 class LayerDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -16,8 +14,19 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+
+signals:
+    /// The person wants it so; the delegate changes neither itself.
+    void VisibleWanted(int row, bool visible) const;
+    void NameWanted(int row, const QString& name) const;
 
 protected:
     bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,

@@ -1,50 +1,127 @@
 #include "gui/LayersWidget.h"
 
+#include "ui_LayersWidget.h"
+
 #include "document/LXDocumentModel.h"
+#include "document/LayerLocks.h"
 #include "gui/LayerDelegate.h"
+#include "gui/LayerOperations.h"
 #include "gui/SingleWidget.h"
 #include "gui/ZKDocumentView.h"
+#include "image/BlendMode.h"
+#include "utils/ZKIconHelper.h"
 
 #include <QItemSelectionModel>
-#include <QLabel>
-#include <QListView>
-#include <QStackedLayout>
+#include <QSignalBlocker>
 
 class LayersWidgetPrivate
 {
 public:
+    explicit LayersWidgetPrivate(LayersWidget* panel);
+
+    void SetUpButtons();
+    void SetUpBlendModes();
+    void SetUpList();
+    void UpdateControls();
+
+    LayersWidget* m_pPanel;
     ZKDocumentView* m_pView = nullptr;
-    QStackedLayout* m_pPages = nullptr;
-    QListView* m_pList = nullptr;
-    QLabel* m_pNoDocumentLbl = nullptr;
+    LayerOperations m_Operations;
+    Ui::LayersWidget m_Ui;
 };
 
+LayersWidgetPrivate::LayersWidgetPrivate(LayersWidget* panel) : m_pPanel(panel)
+{
+    m_Ui.setupUi(panel);
+    SetUpButtons();
+    SetUpBlendModes();
+    SetUpList();
+    QObject::connect(m_Ui.m_pOpacitySpn, qOverload<int>(&QSpinBox::valueChanged), &m_Operations,
+                     [this](int percent) { m_Operations.SetOpacity(percent / 100.0); });
+    QObject::connect(&m_Operations, &LayerOperations::Changed, panel, [this] { UpdateControls(); });
+    UpdateControls();
+}
+
+void LayersWidgetPrivate::SetUpButtons()
+{
+    const auto setUp = [this](QToolButton* button, const char* icon, const QString& text, auto act) {
+        button->setIcon(ZKIconHelper::DisabledIcon(QString("theme:%1.png").arg(icon)));
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setToolTip(text);
+        button->setAccessibleName(text);
+        QObject::connect(button, &QToolButton::clicked, &m_Operations, act);
+    };
+    setUp(m_Ui.m_pAddBtn, "layer_add", LayersWidget::tr("New layer"), [this] { m_Operations.Add(); });
+    setUp(m_Ui.m_pMaskBtn, "layer_mask", LayersWidget::tr("Add a mask"), [this] { m_Operations.AddMask(); });
+    setUp(m_Ui.m_pLockBtn, "layer_lock", LayersWidget::tr("Lock the layer"),
+          [this](bool checked) { m_Operations.SetLocked(checked); });
+    setUp(m_Ui.m_pUpBtn, "chevron_up", LayersWidget::tr("Move the layer up"),
+          [this] { m_Operations.Move(-1); });
+    setUp(m_Ui.m_pDownBtn, "chevron_down", LayersWidget::tr("Move the layer down"),
+          [this] { m_Operations.Move(1); });
+    setUp(m_Ui.m_pDeleteBtn, "layer_delete", QString(), [this] { m_Operations.Delete(); });
+}
+
+void LayersWidgetPrivate::SetUpBlendModes()
+{
+    const std::pair<QString, unsigned int> modes[] = {
+        {LayersWidget::tr("Normal"), BlendMode::Normal},
+        {LayersWidget::tr("Multiply"), BlendMode::Multiply},
+        {LayersWidget::tr("Screen"), BlendMode::Screen},
+        {LayersWidget::tr("Overlay"), BlendMode::Overlay},
+        {LayersWidget::tr("Difference"), BlendMode::Difference},
+        {LayersWidget::tr("Exclusion"), BlendMode::Exclusion},
+        {LayersWidget::tr("Lighten colors"), BlendMode::Lighten},
+        {LayersWidget::tr("Darken colors"), BlendMode::Darken},
+        {LayersWidget::tr("Soft light"), BlendMode::SoftLight},
+        {LayersWidget::tr("Hard light"), BlendMode::HardLight},
+        {LayersWidget::tr("Color dodge"), BlendMode::ColorDodge},
+        {LayersWidget::tr("Color burn"), BlendMode::ColorBurn},
+        {LayersWidget::tr("Addition"), BlendMode::Addition},
+    };
+    for (const auto& [text, mode] : modes)
+        m_Ui.m_pBlendCmb->addItem(text, mode);
+    QObject::connect(m_Ui.m_pBlendCmb, qOverload<int>(&QComboBox::activated), &m_Operations,
+                     [this] { m_Operations.SetBlendMode(m_Ui.m_pBlendCmb->currentData().toUInt()); });
+}
+
+void LayersWidgetPrivate::SetUpList()
+{
+    auto* const delegate = new LayerDelegate(m_Ui.m_pList);
+    m_Ui.m_pList->setItemDelegate(delegate);
+    QObject::connect(delegate, &LayerDelegate::VisibleWanted, &m_Operations, &LayerOperations::SetVisible);
+    QObject::connect(delegate, &LayerDelegate::NameWanted, &m_Operations, &LayerOperations::Rename);
+}
+
+void LayersWidgetPrivate::UpdateControls()
+{
+    const QSignalBlocker spinBlocker(m_Ui.m_pOpacitySpn);
+    const LXDocumentModel* model = m_Operations.GetModel();
+    const int row = m_Operations.GetRow();
+    m_Ui.m_pSettings->setEnabled(m_Operations.CanChange());
+    if (row >= 0) {
+        m_Ui.m_pBlendCmb->setCurrentIndex(m_Ui.m_pBlendCmb->findData(model->GetBlendMode(row)));
+        m_Ui.m_pOpacitySpn->setValue(qRound(model->GetOpacity(row) * 100));
+    }
+    m_Ui.m_pLockBtn->setChecked(row >= 0 && (model->GetLockFlags(row) & LayerLocks::All) != 0);
+    m_Ui.m_pLockBtn->setEnabled(m_Operations.CanChange());
+    m_Ui.m_pAddBtn->setEnabled(m_Operations.CanAdd());
+    m_Ui.m_pMaskBtn->setEnabled(m_Operations.CanAddMask());
+    m_Ui.m_pUpBtn->setEnabled(m_Operations.CanMove(-1));
+    m_Ui.m_pDownBtn->setEnabled(m_Operations.CanMove(1));
+
+    const QString toDelete = m_Operations.IsDeletingMask() ? LayersWidget::tr("Delete the mask")
+                                                           : LayersWidget::tr("Delete the layer");
+    m_Ui.m_pDeleteBtn->setEnabled(m_Operations.CanDelete());
+    m_Ui.m_pDeleteBtn->setToolTip(toDelete);
+    m_Ui.m_pDeleteBtn->setAccessibleName(toDelete);
+}
+
 LayersWidget::LayersWidget(QWidget* parent)
-    : QWidget(parent), m_pPrivate(std::make_unique<LayersWidgetPrivate>())
+    : QWidget(parent), m_pPrivate(std::make_unique<LayersWidgetPrivate>(this))
 {
     SingleWidget<LayersWidget>::Register(this);
-    setWindowTitle(tr("Layers"));
-
-    auto* label = new QLabel(tr("No picture is open."), this);
-    label->setEnabled(false);
-    label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    label->setMargin(16);
-    label->setWordWrap(true);
-
-    auto* list = new QListView(this);
-    list->setAccessibleName(tr("Layers"));
-    list->setFrameShape(QFrame::NoFrame);
-    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    list->setUniformItemSizes(true);
-    list->setItemDelegate(new LayerDelegate(list));
-
-    m_pPrivate->m_pPages = new QStackedLayout(this);
-    m_pPrivate->m_pPages->addWidget(label);
-    m_pPrivate->m_pPages->addWidget(list);
-    m_pPrivate->m_pNoDocumentLbl = label;
-    m_pPrivate->m_pList = list;
 }
 
 LayersWidget::~LayersWidget() = default;
@@ -58,17 +135,20 @@ void LayersWidget::SetView(ZKDocumentView* view)
 {
     if (view == m_pPrivate->m_pView) return;
 
-    QListView* const list = m_pPrivate->m_pList;
+    QListView* const list = m_pPrivate->m_Ui.m_pList;
     if (m_pPrivate->m_pView) disconnect(m_pPrivate->m_pView, nullptr, this, nullptr);
     m_pPrivate->m_pView = view;
-    list->setModel(view ? view->GetModel() : nullptr);
+    m_pPrivate->m_Operations.SetView(view);
+    list->setModel(nullptr);
     if (view) {
-        // The list brings a selection of its own with each model.
+        list->setModel(view->GetModel());
+        // The list brings a selection of its own with each new model.
         const std::unique_ptr<QItemSelectionModel> unused(list->selectionModel());
         list->setSelectionModel(view->GetLayerSelection());
         connect(view, &ZKDocumentView::AboutDestroy, this, [this] { SetView(nullptr); });
     }
-    m_pPrivate->m_pPages->setCurrentWidget(view ? static_cast<QWidget*>(list) : m_pPrivate->m_pNoDocumentLbl);
+    QStackedWidget* const pages = m_pPrivate->m_Ui.m_pPages;
+    pages->setCurrentWidget(view ? static_cast<QWidget*>(list) : m_pPrivate->m_Ui.m_pNoDocumentLbl);
 }
 
 QSize LayersWidget::sizeHint() const

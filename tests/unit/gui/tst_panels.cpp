@@ -1,20 +1,11 @@
-#include "GuiFixture.h"
-
 #include "core/ZKApplication.h"
-#include "document/LXDocumentModel.h"
 #include "gui/ColorWells.h"
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LXToolWidgetManager.h"
-#include "gui/LayersWidget.h"
 #include "gui/PatternSelectWidget.h"
-#include "gui/ZKDocumentView.h"
-#include "image/LXImage.h"
 #include "support/TestRegistry.h"
 
-#include <QItemSelectionModel>
-#include <QListView>
 #include <QListWidget>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -33,13 +24,6 @@ private slots:
     void toolPanelForgetsADeletedWidget();
     void toolPanelLeavesWidgetsAlive();
 
-    void layersShowTheViewsDocument();
-    void layersFollowAndSetTheSelection();
-    void pressOnTheEyeHidesTheLayer();
-    void spaceHidesTheLayer();
-    void pressOnThePicturesChoosesTheTarget();
-    void layersLetGoOfAViewThatGoes();
-
     void wellsFollowTheColors();
     void keysSwapAndResetTheColors();
 
@@ -55,32 +39,6 @@ private slots:
 };
 
 namespace {
-QListView* ListOf(const LayersWidget& panel)
-{
-    return panel.findChild<QListView*>();
-}
-
-QStringList NamesIn(const LayersWidget& panel)
-{
-    QStringList names;
-    const QAbstractItemModel* model = ListOf(panel)->model();
-    for (int row = 0; model && row < model->rowCount(); ++row)
-        names << model->index(row, 0).data().toString();
-    return names;
-}
-
-/// A point in the middle of a row's part that begins `left` pixels from its left.
-QPoint InRow(const LayersWidget& panel, int row, int left)
-{
-    const QListView* list = ListOf(panel);
-    const QRect rect = list->visualRect(list->model()->index(row, 0));
-    return {rect.left() + left, rect.center().y()};
-}
-
-constexpr int EyeX = 16;
-constexpr int LayerX = 50;
-constexpr int MaskX = 94;
-
 QString WritePattern(const QTemporaryDir& folder, const QString& name, const QColor& color)
 {
     QImage image(6, 4, QImage::Format_RGB32);
@@ -147,95 +105,6 @@ void TestPanels::toolPanelLeavesWidgetsAlive()
         manager.AddWidget(&panel);
     }
     QVERIFY(!panel.parent());
-}
-
-void TestPanels::layersShowTheViewsDocument()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    document->AddLayer("Top", LXImage32(64, 48), {0, 0});
-    ZKDocumentView view(document.get(), nullptr);
-    LayersWidget panel;
-    QCOMPARE(NamesIn(panel), QStringList());
-    panel.SetView(&view);
-    QCOMPARE(NamesIn(panel), (QStringList{"Top", "Background"}));
-    document->AddLayer("New", LXImage32(64, 48), {0, 0});
-    QCOMPARE(NamesIn(panel), (QStringList{"New", "Top", "Background"}));
-    panel.SetView(nullptr);
-    QCOMPARE(NamesIn(panel), QStringList());
-}
-
-void TestPanels::layersFollowAndSetTheSelection()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    document->AddLayer("Top", LXImage32(64, 48), {0, 0});
-    ZKDocumentView view(document.get(), nullptr);
-    LayersWidget panel;
-    panel.resize(260, 200);
-    panel.SetView(&view);
-    panel.show();
-    QCOMPARE(ListOf(panel)->selectionModel(), view.GetLayerSelection());
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 1, 150));
-    QCOMPARE(view.GetLayerSelection()->selectedRows().size(), 1);
-    QCOMPARE(view.GetLayerSelection()->currentIndex().row(), 1);
-}
-
-void TestPanels::pressOnTheEyeHidesTheLayer()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    ZKDocumentView view(document.get(), nullptr);
-    LayersWidget panel;
-    panel.resize(260, 200);
-    panel.SetView(&view);
-    panel.show();
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, EyeX));
-    QVERIFY(!document->GetModel()->GetVisible(0));
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, 150));
-    QVERIFY(!document->GetModel()->GetVisible(0));
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, EyeX));
-    QVERIFY(document->GetModel()->GetVisible(0));
-}
-
-void TestPanels::spaceHidesTheLayer()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    ZKDocumentView view(document.get(), nullptr);
-    LayersWidget panel;
-    panel.SetView(&view);
-    panel.show();
-    ListOf(panel)->setFocus();
-    QTest::keyClick(ListOf(panel), Qt::Key_Space);
-    QVERIFY(!document->GetModel()->GetVisible(0));
-    QCOMPARE(view.GetLayerSelection()->selectedRows().size(), 1);
-}
-
-void TestPanels::pressOnThePicturesChoosesTheTarget()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    document->AddMask(1, true);
-    ZKDocumentView view(document.get(), nullptr);
-    LayersWidget panel;
-    panel.resize(260, 200);
-    panel.SetView(&view);
-    panel.show();
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, MaskX));
-    QVERIFY(document->GetModel()->GetMaskSelected(0));
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, 180));
-    QVERIFY(document->GetModel()->GetMaskSelected(0));
-    QTest::mouseClick(ListOf(panel)->viewport(), Qt::LeftButton, Qt::NoModifier, InRow(panel, 0, LayerX));
-    QVERIFY(!document->GetModel()->GetMaskSelected(0));
-}
-
-void TestPanels::layersLetGoOfAViewThatGoes()
-{
-    const auto document = GuiFixture::MakeDocument({64, 48});
-    LayersWidget panel;
-    panel.show();
-    {
-        ZKDocumentView view(document.get(), nullptr);
-        panel.SetView(&view);
-        QCOMPARE(NamesIn(panel), QStringList{"Background"});
-    }
-    QCOMPARE(NamesIn(panel), QStringList());
 }
 
 void TestPanels::wellsFollowTheColors()

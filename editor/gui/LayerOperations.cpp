@@ -1,0 +1,222 @@
+#include "gui/LayerOperations.h"
+
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "document/LayerLocks.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LayerCommands.h"
+#include "history/LayerCreateCommand.h"
+#include "history/LayerCreateCommandData.h"
+#include "history/LexoCommand.h"
+#include "history/LexoUndoStack.h"
+
+#include <QItemSelectionModel>
+
+namespace {
+unsigned int IdOf(int row)
+{
+    return static_cast<unsigned int>(row) + 1;
+}
+
+QList<int> SelectedRows(const ZKDocumentView* view)
+{
+    QList<int> rows;
+    const QModelIndexList selected = view->GetLayerSelection()->selectedRows();
+    for (const QModelIndex& index : selected)
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+} // namespace
+
+void LayerOperations::SetView(ZKDocumentView* view)
+{
+    if (m_pView) {
+        disconnect(m_pView, nullptr, this, nullptr);
+        disconnect(m_pView->GetLayerSelection(), nullptr, this, nullptr);
+        disconnect(m_pView->GetModel(), nullptr, this, nullptr);
+        disconnect(m_pView->GetModel()->GetDocument(), nullptr, this, nullptr);
+    }
+    m_pView = view;
+    if (view) {
+        const LXDocumentModel* model = view->GetModel();
+        const LXDocumentInterface* document = model->GetDocument();
+        connect(view, &ZKDocumentView::LayerOrderOperationsBlocked, this, &LayerOperations::Changed);
+        connect(view->GetLayerSelection(), &QItemSelectionModel::selectionChanged, this,
+                &LayerOperations::Changed);
+        connect(model, &QAbstractItemModel::dataChanged, this, &LayerOperations::Changed);
+        connect(model, &QAbstractItemModel::rowsInserted, this, &LayerOperations::Changed);
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &LayerOperations::Changed);
+        connect(model, &QAbstractItemModel::rowsMoved, this, &LayerOperations::Changed);
+        connect(document, &LXDocumentInterface::Locked, this, &LayerOperations::Changed);
+        connect(document, &LXDocumentInterface::Unlocked, this, &LayerOperations::Changed);
+    }
+    emit Changed();
+}
+
+LXDocumentModel* LayerOperations::GetModel() const
+{
+    return m_pView ? m_pView->GetModel() : nullptr;
+}
+
+int LayerOperations::GetRow() const
+{
+    if (!m_pView) return -1;
+    const QList<int> rows = SelectedRows(m_pView);
+    return rows.size() == 1 ? rows.first() : -1;
+}
+
+bool LayerOperations::CanChange() const
+{
+    return MayWork() && GetRow() >= 0;
+}
+
+bool LayerOperations::CanAdd() const
+{
+    return MayReorder();
+}
+
+bool LayerOperations::CanDelete() const
+{
+    if (!MayReorder()) return false;
+    const QList<int> rows = SelectedRows(m_pView);
+    const bool locked = std::any_of(rows.begin(), rows.end(), [this](int row) { return IsLocked(row); });
+    return !locked && !rows.isEmpty() && (IsDeletingMask() || rows.size() < GetModel()->rowCount());
+}
+
+bool LayerOperations::IsDeletingMask() const
+{
+    return GetRow() >= 0 && GetModel()->GetMaskSelected(GetRow());
+}
+
+bool LayerOperations::CanAddMask() const
+{
+    return CanChange() && !IsLocked(GetRow()) && !GetModel()->HasMask(GetRow());
+}
+
+bool LayerOperations::CanMove(int by) const
+{
+    const int row = GetRow();
+    return MayReorder() && row >= 0 && row + by >= 0 && row + by < GetModel()->rowCount();
+}
+
+void LayerOperations::Add()
+{
+    if (!CanAdd()) return;
+
+    const QList<int> rows = SelectedRows(m_pView);
+    auto* data = new LayerCreateCommandData(m_pView->GetLayerSelection(), LayerCreateCommandData::Raster,
+                                            rows.isEmpty() ? 0 : rows.first());
+    data->SetLayerName(NewName());
+    auto* command = new LayerCreateCommand(GetModel()->GetDocument(), true);
+    command->setText(tr("New layer"));
+    if (!command->SetCommandData(data)) delete data;
+    Push(command);
+}
+
+void LayerOperations::Delete()
+{
+    if (!CanDelete()) return;
+    if (IsDeletingMask())
+        Push(LayerCommands::RemoveMask(GetModel()->GetDocument(), IdOf(GetRow())));
+    else
+        DeleteLayers();
+}
+
+void LayerOperations::DeleteLayers()
+{
+    // From the bottom, so that the ids of those above stay.
+    LexoUndoStack* const history = m_pView->GetHistory();
+    QList<int> rows = SelectedRows(m_pView);
+    const bool several = rows.size() > 1;
+    if (several && history) history->beginMacro(tr("Delete layers"));
+    while (!rows.isEmpty()) {
+        Push(LayerCommands::Remove(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
+                                   IdOf(rows.takeLast())));
+    }
+    if (several && history) history->endMacro();
+}
+
+void LayerOperations::AddMask()
+{
+    if (CanAddMask()) Push(LayerCommands::AddMask(GetModel()->GetDocument(), IdOf(GetRow()), true));
+}
+
+void LayerOperations::Move(int by)
+{
+    if (CanMove(by))
+        Push(LayerCommands::Move(GetModel()->GetDocument(), IdOf(GetRow()), IdOf(GetRow() + by)));
+}
+
+void LayerOperations::SetBlendMode(unsigned int mode)
+{
+    if (!CanChange() || mode == GetModel()->GetBlendMode(GetRow())) return;
+    Push(LayerCommands::SetBlendMode(GetModel()->GetDocument(), IdOf(GetRow()), mode));
+}
+
+void LayerOperations::SetOpacity(double opacity)
+{
+    if (!CanChange() || qFuzzyCompare(1 + opacity, 1 + GetModel()->GetOpacity(GetRow()))) return;
+    Push(LayerCommands::SetOpacity(GetModel()->GetDocument(), IdOf(GetRow()), opacity));
+}
+
+void LayerOperations::SetLocked(bool locked)
+{
+    if (!CanChange() || locked == IsLocked(GetRow())) return;
+    const unsigned int flags = GetModel()->GetLockFlags(GetRow());
+    const unsigned int wanted = locked ? flags | LayerLocks::All : flags & ~LayerLocks::All;
+    Push(LayerCommands::SetLocks(GetModel()->GetDocument(), IdOf(GetRow()), wanted));
+}
+
+void LayerOperations::SetVisible(int row, bool visible)
+{
+    if (!MayWork() || visible == GetModel()->GetVisible(row)) return;
+    Push(LayerCommands::SetVisible(GetModel()->GetDocument(), IdOf(row), visible));
+}
+
+void LayerOperations::Rename(int row, const QString& name)
+{
+    const QString wanted = name.trimmed();
+    if (!MayWork() || wanted.isEmpty() || wanted == GetModel()->GetName(row)) return;
+    Push(LayerCommands::Rename(GetModel()->GetDocument(), IdOf(row), wanted));
+}
+
+bool LayerOperations::MayWork() const
+{
+    return m_pView && !GetModel()->GetDocument()->GetLockState();
+}
+
+bool LayerOperations::MayReorder() const
+{
+    return MayWork() && !m_pView->IsLayerOrderBlocked();
+}
+
+bool LayerOperations::IsLocked(int row) const
+{
+    return (GetModel()->GetLockFlags(row) & LayerLocks::All) != 0;
+}
+
+void LayerOperations::Push(LexoCommand* command)
+{
+    if (LexoUndoStack* history = m_pView->GetHistory()) {
+        history->push(command);
+        return;
+    }
+    const std::unique_ptr<LexoCommand> owned(command);
+    owned->redo();
+}
+
+QString LayerOperations::NewName() const
+{
+    const LXDocumentModel* model = GetModel();
+    const auto isTaken = [&](const QString& name) {
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (model->GetName(row) == name) return true;
+        }
+        return false;
+    };
+    int number = 1;
+    while (isTaken(tr("Layer %1").arg(number)))
+        ++number;
+    return tr("Layer %1").arg(number);
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class LexoCommand;
+class LXDocumentModel;
+class ZKDocumentView;
+
+/// What the layers panel does to the document of a view: each change is one step of its history. Nothing
+/// happens while the document is locked, and layers keep their order and number while the view says so.
+/// Main thread only.
+class LayerOperations : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Null: nothing can be done.
+    void SetView(ZKDocumentView* view);
+
+    LXDocumentModel* GetModel() const;
+    /// The row that single changes go to; -1 unless exactly one is selected.
+    int GetRow() const;
+
+    /// Whether the selected layer may be changed.
+    bool CanChange() const;
+    bool CanAdd() const;
+    /// Deleting takes the mask while that is what is painted on; else the selected layers, of which one
+    /// stays.
+    bool CanDelete() const;
+    bool IsDeletingMask() const;
+    bool CanAddMask() const;
+    /// @param by  rows, -1 being up
+    bool CanMove(int by) const;
+
+    void Add();
+    void Delete();
+    void AddMask();
+    void Move(int by);
+    void SetBlendMode(unsigned int mode);
+    /// 0 to 1
+    void SetOpacity(double opacity);
+    void SetLocked(bool locked);
+    void SetVisible(int row, bool visible);
+    void Rename(int row, const QString& name);
+
+signals:
+    /// What is shown of the layers, or what may be done to them, may have changed.
+    void Changed();
+
+private:
+    bool MayWork() const;
+    bool MayReorder() const;
+    bool IsLocked(int row) const;
+    void Push(LexoCommand* command);
+    void DeleteLayers();
+    QString NewName() const;
+
+    QPointer<ZKDocumentView> m_pView;
+};
