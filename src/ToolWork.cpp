@@ -36,7 +36,7 @@ void ToolWork::EndWork()
     RestoreCursor();
     if (!m_bWorking) return;
 
-    // The state first: listeners of the unlock may start the next work.
+    // First, so that whoever hears of the unlock finds the work ended.
     m_bWorking = false;
     m_Tool.UnlockDocument();
     m_Tool.EnableShortcuts();

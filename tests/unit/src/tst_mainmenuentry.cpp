@@ -1,10 +1,12 @@
 #include "MainMenuEntry.h"
 
+#include "core/MenuPlacement.h"
 #include "core/ZKMenuManager.h"
 #include "support/TestRegistry.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 
 class TestMainMenuEntry : public QObject
@@ -12,10 +14,26 @@ class TestMainMenuEntry : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
+    void cleanup();
+
+    void twoElementsPlaceAnAction();
+    void twoElementsPlaceAMenu();
+    void oneElementPutsAMenuIntoTheBar();
+    void longerPathsOnlyRecord();
+    void aCopyPlacesNothing();
     void anEntryRecordsWhatItStandsFor();
     void entriesAreOrderedByPath();
     void aPrefixStandsBeforeLongerPaths();
     void equalPathsStandInTheOrderOfInsertion();
+
+private:
+    QList<QAction*> EditMenu() const
+    {
+        return MenuPlacement::Instance().RoleMenu(ZKMenuManager::Edit)->actions();
+    }
+
+    std::unique_ptr<QMenuBar> m_pBar;
 };
 
 namespace {
@@ -29,6 +47,63 @@ QStringList TextsOf(const MainMenuEntries& entries)
     return texts;
 }
 } // namespace
+
+void TestMainMenuEntry::init()
+{
+    m_pBar = std::make_unique<QMenuBar>();
+    MenuPlacement::Instance().SetMenuBar(m_pBar.get());
+}
+
+void TestMainMenuEntry::cleanup()
+{
+    MenuPlacement::Instance().SetMenuBar(nullptr);
+    m_pBar.reset();
+}
+
+void TestMainMenuEntry::twoElementsPlaceAnAction()
+{
+    QAction second;
+    QAction first;
+    const MainMenuEntry later({ZKMenuManager::Edit, 12}, &second);
+    const MainMenuEntry sooner({ZKMenuManager::Edit, 11}, &first);
+    QCOMPARE(EditMenu(), QList<QAction*>({&first, &second}));
+}
+
+void TestMainMenuEntry::twoElementsPlaceAMenu()
+{
+    QMenu menu;
+    const MainMenuEntry entry({ZKMenuManager::Edit, 11}, &menu);
+    QCOMPARE(EditMenu(), QList<QAction*>({menu.menuAction()}));
+}
+
+void TestMainMenuEntry::oneElementPutsAMenuIntoTheBar()
+{
+    QMenu menu;
+    const MainMenuEntry entry({ZKMenuManager::Edit}, &menu);
+    QVERIFY(m_pBar->actions().contains(menu.menuAction()));
+}
+
+void TestMainMenuEntry::longerPathsOnlyRecord()
+{
+    QAction action;
+    QMenu menu;
+    const MainMenuEntry longer({ZKMenuManager::Edit, 11, 0}, &action);
+    const MainMenuEntry longerMenu({ZKMenuManager::Edit, 11, 0}, &menu);
+    const MainMenuEntry empty({}, &menu);
+    const MainMenuEntry actionInTheBar({ZKMenuManager::Edit}, &action);
+    QVERIFY(EditMenu().isEmpty());
+    QVERIFY(!m_pBar->actions().contains(menu.menuAction()));
+    QVERIFY(!m_pBar->actions().contains(&action));
+}
+
+void TestMainMenuEntry::aCopyPlacesNothing()
+{
+    QAction action;
+    const MainMenuEntry entry({ZKMenuManager::Edit, 11}, &action);
+    MainMenuEntries entries;
+    entries.insert(entry);
+    QCOMPARE(EditMenu().size(), 1);
+}
 
 void TestMainMenuEntry::anEntryRecordsWhatItStandsFor()
 {
