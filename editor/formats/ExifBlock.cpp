@@ -130,8 +130,8 @@ void ExifBlock::PutLong(quint32 offset, quint32 value)
 
 std::optional<quint32> ExifBlock::MainDirectory() const
 {
-    constexpr quint16 Magic = 42;
-    const bool isTiff = (m_IsBigEndian || m_Bytes.startsWith("II")) && Word(2) == Magic;
+    constexpr quint16 magic = 42;
+    const bool isTiff = (m_IsBigEndian || m_Bytes.startsWith("II")) && Word(2) == magic;
     if (!isTiff || Long(4) < HeaderLength) return std::nullopt;
     return Long(4);
 }
@@ -184,12 +184,12 @@ std::optional<double> ExifBlock::Fraction(std::optional<quint32> directory, quin
 
 void ExifBlock::PutFraction(std::optional<quint32> directory, quint16 tag, double value)
 {
-    constexpr quint32 Denominator = 10000;
+    constexpr quint32 denominator = 10000;
     const std::optional<Entry> entry = Find(directory, tag);
     if (!entry || entry->type != FractionType || entry->count != 1) return;
     const quint32 at = Long(entry->valueAt);
     // Not into the header: a block that points there is damaged.
     if (at < HeaderLength || !Holds(at, 8)) return;
-    PutLong(at, static_cast<quint32>(qRound64(qBound(0.0, value, 400000.0) * Denominator)));
-    PutLong(at + 4, Denominator);
+    PutLong(at, static_cast<quint32>(qRound64(qBound(0.0, value, 400000.0) * denominator)));
+    PutLong(at + 4, denominator);
 }

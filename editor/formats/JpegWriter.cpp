@@ -69,10 +69,10 @@ bool JpegWriter::WriteHeader()
         jpeg_set_quality(&m_Jpeg, quality, TRUE);
         if (quality >= FineQuality) m_Jpeg.comp_info[0].h_samp_factor = m_Jpeg.comp_info[0].v_samp_factor = 1;
         if (m_Job.picture.dpi > 0) {
-            constexpr UINT8 PerInch = 1;
-            m_Jpeg.density_unit = PerInch;
+            constexpr UINT8 perInch = 1;
+            m_Jpeg.density_unit = perInch;
             m_Jpeg.X_density = m_Jpeg.Y_density =
-                static_cast<UINT16>(qBound(1.0, m_Job.picture.dpi + 0.5, 65535.0));
+                static_cast<UINT16>(qBound(1, qRound(m_Job.picture.dpi), 65535));
         }
         jpeg_start_compress(&m_Jpeg, TRUE);
         WriteMetadata();

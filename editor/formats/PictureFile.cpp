@@ -17,8 +17,8 @@ using PictureFile::Error;
 
 const FormatEntry* FormatOfContent(QIODevice& device)
 {
-    constexpr int HeadLength = 16;
-    const QByteArray head = device.peek(HeadLength);
+    constexpr int headLength = 16;
+    const QByteArray head = device.peek(headLength);
     const auto& table = FormatTable();
     const auto found = std::find_if(table.begin(), table.end(), [&head](const FormatEntry& entry) {
         return head.startsWith(entry.signature);
@@ -95,7 +95,7 @@ PictureFile::Outcome PictureFile::WritePicture(const QString& path, Format forma
         return {Error::NotAllowed, messages.OfWriting(Error::NotAllowed, file.GetReason())};
     }
     Picture current = picture;
-    PictureMetadata::RefreshExif(current);
+    PictureMetadata::Refresh(current);
     const Error error = WithoutExceptions([&] {
         return entry->encode(EncodeJob{file, current, options, progress});
     });

@@ -8,18 +8,18 @@
 
 bool PictureMetadata::IsRgbProfile(const QByteArray& bytes)
 {
-    constexpr int HeaderLength = 128;
-    constexpr int ColorSpaceAt = 16;
-    return bytes.size() > HeaderLength && bytes.mid(ColorSpaceAt, 4) == "RGB ";
+    constexpr int headerLength = 128;
+    constexpr int colorSpaceAt = 16;
+    return bytes.size() > headerLength && bytes.mid(colorSpaceAt, 4) == "RGB ";
 }
 
 double PictureMetadata::TidyDpi(double dpi)
 {
-    constexpr double Largest = 100000;
-    constexpr double Dust = 0.02;
-    if (!(dpi > 0 && dpi <= Largest)) return 0;
+    constexpr double largest = 100000;
+    constexpr double dust = 0.02;
+    if (!(dpi > 0 && dpi <= largest)) return 0;
     const double whole = std::round(dpi);
-    return std::abs(dpi - whole) < Dust ? whole : std::round(dpi * 100) / 100;
+    return std::abs(dpi - whole) < dust ? whole : std::round(dpi * 100) / 100;
 }
 
 void PictureMetadata::ApplyOrientation(Picture& picture)
@@ -32,8 +32,9 @@ void PictureMetadata::ApplyOrientation(Picture& picture)
     picture.exif = exif.GetBytes();
 }
 
-void PictureMetadata::RefreshExif(Picture& picture)
+void PictureMetadata::Refresh(Picture& picture)
 {
+    picture.dpi = TidyDpi(picture.dpi);
     if (picture.exif.isEmpty()) return;
     ExifBlock exif(picture.exif);
     exif.SetOrientation(1);

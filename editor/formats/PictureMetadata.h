@@ -18,6 +18,6 @@ double TidyDpi(double dpi);
 /// constructor of LXImage.
 void ApplyOrientation(Picture& picture);
 
-/// Makes the Exif block tell what the pixels are now, before they are written.
-void RefreshExif(Picture& picture);
+/// Makes resolution and Exif block tell what the pixels are now, before they are written.
+void Refresh(Picture& picture);
 } // namespace PictureMetadata

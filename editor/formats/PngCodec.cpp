@@ -268,7 +268,7 @@ void PngWriter::PutMetadata()
                      static_cast<png_uint_32>(picture.iccProfile.size()));
     }
     if (picture.dpi > 0) {
-        const auto perMeter = static_cast<png_uint_32>(picture.dpi * InchesPerMeter + 0.5);
+        const auto perMeter = static_cast<png_uint_32>(qRound(picture.dpi * InchesPerMeter));
         png_set_pHYs(m_pPng, m_pInfo, perMeter, perMeter, PNG_RESOLUTION_METER);
     }
     if (!picture.exif.isEmpty()) {

@@ -182,10 +182,10 @@ void InputDriver::WheelInScene(QGraphicsView* view, const QPointF& scenePos, int
 QPoint InputDriver::ViewPoint(const QGraphicsView* view, const QPointF& scenePos)
 {
     // Whole numbers come back a hair too small from the view's transform.
-    constexpr double Hair = 1e-6;
+    constexpr double hair = 1e-6;
     const QPointF viewPos = view->viewportTransform().map(scenePos);
-    return {static_cast<int>(std::floor(viewPos.x() + Hair)),
-            static_cast<int>(std::floor(viewPos.y() + Hair))};
+    return {static_cast<int>(std::floor(viewPos.x() + hair)),
+            static_cast<int>(std::floor(viewPos.y() + hair))};
 }
 
 void InputDriver::Key(int key, Qt::KeyboardModifiers modifiers)

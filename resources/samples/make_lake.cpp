@@ -177,7 +177,8 @@ Vec ShadeLand(double x, double z, double height, double trees, double distance)
 
     // Mountains in the sun's way: a few long steps are enough for soft shadows.
     double light = 1;
-    for (double step = 60; step < 5200; step *= 1.42) {
+    double step = 60;
+    for (int i = 0; i < 13; ++i, step *= 1.42) {
         const Vec at = Vec{x, height + 4, z} + ToSun * step;
         light = std::min(light, Step(-0.055, 0.035, (at.y - Land(at.x, at.z)) / step));
     }
@@ -193,7 +194,8 @@ void PaintLand(std::vector<Row>& picture, std::vector<double>& shoreline, int co
 {
     const double across = (column - FineWidth / 2.0) / FocalLength;
     double top = Horizon + 40;
-    for (double z = 260; z < 26000; z *= 1.0011) {
+    double z = 260;
+    for (int i = 0; i < 4189; ++i, z *= 1.0011) {
         const double x = across * z;
         double height = Land(x, z);
         if (height < 0) continue;
@@ -306,8 +308,9 @@ bool WriteJpeg(const char* path, const std::vector<Row>& picture)
         for (int x = 0; x < Width; ++x) {
             Vec sum;
             for (int i = 0; i < Oversampling * Oversampling; ++i) {
-                const auto row = static_cast<size_t>(y * Oversampling + i / Oversampling);
-                sum = sum + picture[row][static_cast<size_t>(x * Oversampling + i % Oversampling)];
+                const int row = y * Oversampling + i / Oversampling;
+                const int column = x * Oversampling + i % Oversampling;
+                sum = sum + picture[static_cast<size_t>(row)][static_cast<size_t>(column)];
             }
             const auto bytes = Develop(sum * (1.0 / (Oversampling * Oversampling)), x, y);
             std::copy(bytes.begin(), bytes.end(), line.begin() + x * 3);

@@ -95,8 +95,8 @@ void TestPictureFiles::Check(const QByteArray& bytes, int number)
         if (result.outcome.IsOk()) {
             QVERIFY2(Limits.Allow(result.picture.image.Rect().size()), name);
             // Not each time: a save waits until the disk has it.
-            constexpr int SaveEach = 50;
-            if (m_Read % SaveEach == 0) CheckSaved(result.picture, name);
+            constexpr int saveEach = 50;
+            if (m_Read % saveEach == 0) CheckSaved(result.picture, name);
         }
     }
     QVERIFY2(LXTileManager::Instance().LiveTileCount() == tilesBefore, name);

@@ -30,7 +30,7 @@ public:
     void AddRational(int tag, double value)
     {
         Add(tag, 5, Number32(m_DataAt + static_cast<quint32>(m_Data.size())));
-        m_Data += Number32(static_cast<quint32>(value * 100 + 0.5)) + Number32(100);
+        m_Data += Number32(static_cast<quint32>(qRound(value * 100))) + Number32(100);
     }
 
     /// The whole directory with its values.
@@ -102,15 +102,15 @@ QByteArray FileBytes::ExifSegment(const QByteArray& exif)
 
 QByteArray FileBytes::IccProfile(const char* colorSpace)
 {
-    constexpr int HeaderLength = 128;
-    constexpr int TagTableLength = 4 + 12;
+    constexpr int headerLength = 128;
+    constexpr int tagTableLength = 4 + 12;
     // Long and uneven enough for libpng, which takes profiles that pack very well for too short.
     QByteArray tag = QByteArray("text") + Big32(0);
     for (quint32 i = 0; i < 64; ++i) {
         tag += Big32(i * 2654435761U);
     }
-    const int length = HeaderLength + TagTableLength + tag.size();
-    QByteArray profile(HeaderLength, '\0');
+    const int length = headerLength + tagTableLength + tag.size();
+    QByteArray profile(headerLength, '\0');
     profile.replace(0, 4, Big32(static_cast<quint32>(length)));
     profile.replace(8, 4, Big32(0x02100000)); // version 2.1
     profile.replace(12, 4, "mntr");
@@ -119,6 +119,6 @@ QByteArray FileBytes::IccProfile(const char* colorSpace)
     profile.replace(36, 4, "acsp");
     profile.replace(68, 12, Big32(0xF6D6) + Big32(0x10000) + Big32(0xD32D)); // the illuminant D50
     const QByteArray table =
-        Big32(1) + "cprt" + Big32(HeaderLength + TagTableLength) + Big32(static_cast<quint32>(tag.size()));
+        Big32(1) + "cprt" + Big32(headerLength + tagTableLength) + Big32(static_cast<quint32>(tag.size()));
     return profile + table + tag;
 }

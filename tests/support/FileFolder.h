@@ -49,8 +49,8 @@ class OrdinaryUser
 public:
     OrdinaryUser()
     {
-        constexpr uid_t Nobody = 65534;
-        if (::geteuid() == 0) ::setfsuid(Nobody);
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0) ::setfsuid(nobody);
     }
 
     ~OrdinaryUser() { ::setfsuid(::geteuid()); }

@@ -68,17 +68,17 @@ QByteArray FileBytes::Jpeg(const JpegSpec& spec, const JpegSample& sample)
     }
     jpeg_finish_compress(&jpeg);
     jpeg_destroy_compress(&jpeg);
-    const QByteArray file(reinterpret_cast<const char*>(bytes), static_cast<int>(length));
+    QByteArray file(reinterpret_cast<const char*>(bytes), static_cast<int>(length));
     std::free(bytes);
     return file;
 }
 
 QByteArray FileBytes::WithJpegSegment(const QByteArray& jpeg, int marker, const QByteArray& content)
 {
-    constexpr int StartMarkLength = 2;
+    constexpr int startMarkLength = 2;
     const QByteArray mark = QByteArray().append('\xFF').append(static_cast<char>(marker));
     const QByteArray length = Big16(static_cast<quint32>(content.size()) + 2);
-    return jpeg.left(StartMarkLength) + mark + length + content + jpeg.mid(StartMarkLength);
+    return jpeg.left(startMarkLength) + mark + length + content + jpeg.mid(startMarkLength);
 }
 
 QByteArray FileBytes::WithJpegSize(QByteArray jpeg, const QSize& size)
@@ -86,8 +86,8 @@ QByteArray FileBytes::WithJpegSize(QByteArray jpeg, const QSize& size)
     // Mark, length and precision stand before the size; baseline and progressive frames differ in the mark.
     int frame = jpeg.indexOf("\xFF\xC0");
     if (frame < 0) frame = jpeg.indexOf("\xFF\xC2");
-    constexpr int SizeBehindMark = 5;
+    constexpr int sizeBehindMark = 5;
     const QByteArray claimed =
         Big16(static_cast<quint32>(size.height())) + Big16(static_cast<quint32>(size.width()));
-    return jpeg.replace(frame + SizeBehindMark, 4, claimed);
+    return jpeg.replace(frame + sizeBehindMark, 4, claimed);
 }

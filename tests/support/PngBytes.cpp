@@ -70,8 +70,8 @@ QByteArray RowsOf(const FileBytes::PngSpec& spec, const Pass& pass, const FileBy
                 row.Add(sample(x, y, channel), spec.bitDepth);
             }
         }
-        constexpr char NoFilter = 0;
-        rows += NoFilter;
+        constexpr char noFilter = 0;
+        rows += noFilter;
         rows += row.Bytes();
     }
     return rows;
@@ -103,8 +103,8 @@ QByteArray FileBytes::Png(const PngSpec& spec, const PngSample& sample)
     for (const Pass& pass : PassesOf(spec.isInterlaced)) {
         rows += RowsOf(spec, pass, sample);
     }
-    constexpr int LengthBeforeStream = 4;
-    const QByteArray stream = qCompress(rows).mid(LengthBeforeStream);
+    constexpr int lengthBeforeStream = 4;
+    const QByteArray stream = qCompress(rows).mid(lengthBeforeStream);
     return PngSignature() + PngHeader(spec) + spec.chunksBeforeData + PngChunk("IDAT", stream) +
            PngChunk("IEND", {});
 }

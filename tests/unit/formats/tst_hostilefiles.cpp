@@ -111,31 +111,31 @@ void AddBadPngFiles()
 {
     using namespace FileBytes;
     const QByteArray png = SmallPng();
-    constexpr int HeaderAt = 8;
-    constexpr int DataAt = 33;
+    constexpr int headerAt = 8;
+    constexpr int dataAt = 33;
     const QByteArray head = PngSignature() + PngHeader(SmallSpec());
     const QByteArray row(50 * 4 + 1, '\0');
 
     QTest::newRow("PNG: signature only") << PngSignature();
     QTest::newRow("PNG: cut in the header") << png.left(20);
-    QTest::newRow("PNG: cut behind the header") << png.left(DataAt);
+    QTest::newRow("PNG: cut behind the header") << png.left(dataAt);
     QTest::newRow("PNG: cut in the pixels") << png.left(png.size() / 2);
     QTest::newRow("PNG: cut before the end mark") << png.left(png.size() - 12);
     QTest::newRow("PNG: cut in the end mark") << png.left(png.size() - 1);
     QTest::newRow("PNG: interlaced, cut in a late pass")
         << SmallPng(true).left(SmallPng(true).size() * 3 / 4);
-    QTest::newRow("PNG: header with a wrong check sum") << WithFlippedByte(png, HeaderAt + 8 + 13);
+    QTest::newRow("PNG: header with a wrong check sum") << WithFlippedByte(png, headerAt + 8 + 13);
     QTest::newRow("PNG: pixels with a wrong check sum") << WithFlippedByte(png, png.size() - 12 - 2);
-    QTest::newRow("PNG: a flipped byte in the pixels") << WithFlippedByte(png, DataAt + 100);
+    QTest::newRow("PNG: a flipped byte in the pixels") << WithFlippedByte(png, dataAt + 100);
     QTest::newRow("PNG: no pixels") << head + PngChunk("IEND", {});
     QTest::newRow("PNG: too few rows") << PngOf(SmallSpec(), row.repeated(39));
     QTest::newRow("PNG: pixels that were never packed")
         << head + PngChunk("IDAT", QByteArray(9000, 'x')) + PngChunk("IEND", {});
     QTest::newRow("PNG: unknown row filter") << PngOf(SmallSpec(), QByteArray("\x09") + row.repeated(40));
-    QTest::newRow("PNG: unknown chunk that must be known") << head + PngChunk("ABCD", "?") + png.mid(DataAt);
+    QTest::newRow("PNG: unknown chunk that must be known") << head + PngChunk("ABCD", "?") + png.mid(dataAt);
     QTest::newRow("PNG: chunk longer than the file")
-        << head + Big32(0x7FFFFFFF) + "IDAT" + png.mid(DataAt + 8);
-    QTest::newRow("PNG: header twice") << head + PngHeader(SmallSpec()) + png.mid(DataAt);
+        << head + Big32(0x7FFFFFFF) + "IDAT" + png.mid(dataAt + 8);
+    QTest::newRow("PNG: header twice") << head + PngHeader(SmallSpec()) + png.mid(dataAt);
     QTest::newRow("PNG: no width") << PngOf({QSize(0, 40), 8, PngSpec::Rgba, false, {}}, row);
     QTest::newRow("PNG: width of a negative number")
         << PngOf({QSize(-1, 1), 8, PngSpec::Rgba, false, {}}, row);
@@ -394,20 +394,20 @@ void TestHostileFiles::workersReadAtTheSameTime()
     const QString png = m_Folder.Write("one.png", SmallPng());
     const QString jpeg = m_Folder.Write("two.jpg", SmallJpeg());
     const QString broken = m_Folder.Write("three.png", SmallPng().left(500));
-    constexpr int Rounds = 50;
+    constexpr int rounds = 50;
     int good = 0;
     int refused = 0;
     std::thread worker([&] {
-        for (int i = 0; i < Rounds; ++i) {
+        for (int i = 0; i < rounds; ++i) {
             good += ReadPicture(png).outcome.IsOk();
         }
     });
-    for (int i = 0; i < Rounds; ++i) {
+    for (int i = 0; i < rounds; ++i) {
         refused += ReadPicture(broken).outcome.error == Error::Broken && ReadPicture(jpeg).outcome.IsOk();
     }
     worker.join();
-    QCOMPARE(good, Rounds);
-    QCOMPARE(refused, Rounds);
+    QCOMPARE(good, rounds);
+    QCOMPARE(refused, rounds);
 }
 
 ZK_REGISTER_TEST(tst_hostilefiles, TestHostileFiles)

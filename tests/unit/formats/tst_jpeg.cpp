@@ -261,16 +261,16 @@ void TestJpeg::resolutionIsRead()
     QFETCH(int, unit);
     QFETCH(int, density);
     QFETCH(double, exifDpi);
-    constexpr int UnitAt = 13;
+    constexpr int unitAt = 13;
     QByteArray jpeg = SoftJpeg();
-    jpeg[UnitAt] = static_cast<char>(unit);
-    jpeg.replace(UnitAt + 1, 4, FileBytes::Big16(quint32(density)) + FileBytes::Big16(quint32(density)));
+    jpeg[unitAt] = static_cast<char>(unit);
+    jpeg.replace(unitAt + 1, 4, FileBytes::Big16(quint32(density)) + FileBytes::Big16(quint32(density)));
     // Behind the first marker, which the library wants to be its own.
     const QByteArray exif = FileBytes::Exif({false, 1, exifDpi, {}, {}});
     const QByteArray segment =
         FileBytes::WithJpegSegment("\xFF\xD8", 0xE1, FileBytes::ExifSegment(exif)).mid(2);
-    constexpr int FirstMarkerEnd = 20;
-    jpeg.insert(FirstMarkerEnd, segment);
+    constexpr int firstMarkerEnd = 20;
+    jpeg.insert(firstMarkerEnd, segment);
     QTEST(Read(jpeg).dpi, "dpi");
 }
 
@@ -324,9 +324,9 @@ void TestJpeg::exifTellsTheNewPicture()
     QVERIFY(!written.contains("before it was cropped"));
     QCOMPARE(ExifBlock(written).GetDpi(), 300.0);
     // The directory with the size, as it would be written for this picture.
-    constexpr int SizeDirectoryLength = 2 + 2 * 12 + 4;
+    constexpr int sizeDirectoryLength = 2 + 2 * 12 + 4;
     const QByteArray fresh = FileBytes::Exif({false, 1, 72, QSize(20, 10), {}});
-    QVERIFY(written.contains(fresh.right(SizeDirectoryLength)));
+    QVERIFY(written.contains(fresh.right(sizeDirectoryLength)));
 }
 
 ZK_REGISTER_TEST(tst_jpeg, TestJpeg)

@@ -210,15 +210,15 @@ void TestPng::allBytesComeBack()
 
 void TestPng::opaquePicturesHaveNoAlphaInTheFile()
 {
-    constexpr int ColorTypeAt = 25;
+    constexpr int colorTypeAt = 25;
     Picture picture;
     picture.image = FilledImage(140, 3, 0xFF123456);
     RoundTrip(picture);
-    QCOMPARE(int(m_Folder.Read("out.png")[ColorTypeAt]), int(PngSpec::Rgb));
+    QCOMPARE(int(m_Folder.Read("out.png")[colorTypeAt]), int(PngSpec::Rgb));
 
     picture.image.SetColor(139, 2, LXRGBA32i(0xFE123456));
     const Picture after = RoundTrip(picture);
-    QCOMPARE(int(m_Folder.Read("out.png")[ColorTypeAt]), int(PngSpec::Rgba));
+    QCOMPARE(int(m_Folder.Read("out.png")[colorTypeAt]), int(PngSpec::Rgba));
     QCOMPARE(after.image.GetColor(139, 2).value, 0xFE123456U);
 }
 

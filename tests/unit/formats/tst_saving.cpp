@@ -43,6 +43,8 @@ private slots:
     void pictureWithoutPixelsIsRefused();
     void unknownFormatIsRefused();
     void savingTakesNoTiles();
+    void resolutionThatMeansNothingIsLeftOut_data();
+    void resolutionThatMeansNothingIsLeftOut();
     void namesTellTheFormat_data();
     void namesTellTheFormat();
     void formatsAreDescribed();
@@ -275,6 +277,27 @@ void TestSaving::savingTakesNoTiles()
     FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
     QVERIFY(WritePicture(folder.Path("work.png"), Format::Png, picture).IsOk());
     QVERIFY(WritePicture(folder.Path("work.jpg"), Format::Jpeg, picture).IsOk());
+}
+
+void TestSaving::resolutionThatMeansNothingIsLeftOut_data()
+{
+    QTest::addColumn<double>("dpi");
+    QTest::newRow("negative") << -72.0;
+    QTest::newRow("larger than any number in a file") << 1e300;
+    QTest::newRow("infinite") << qInf();
+    QTest::newRow("no number") << qQNaN();
+}
+
+void TestSaving::resolutionThatMeansNothingIsLeftOut()
+{
+    QFETCH(double, dpi);
+    FileFolder folder;
+    Picture picture = SomePicture(QSize(4, 4));
+    picture.dpi = dpi;
+    for (const Format format : {Format::Png, Format::Jpeg}) {
+        QVERIFY(WritePicture(folder.Path("work"), format, picture).IsOk());
+        QCOMPARE(PictureFile::ReadPicture(folder.Path("work")).picture.dpi, 0.0);
+    }
 }
 
 void TestSaving::namesTellTheFormat_data()
