@@ -54,8 +54,7 @@ void FillCanPrivate::CreateToolBar()
     m_ToolBarUi = std::make_unique<Ui::FillCanToolBar>();
     m_ToolBarUi->setupUi(m_pToolBar);
     m_ToolBarUi->m_pBlendCombo->addItems(BlendModeTable::Texts());
-    m_pToolBar->setStatusTip(tr(
-        "Click fills the area; Shift++ and Shift+- change the blending, Shift+Alt and a letter choose it"));
+    m_pToolBar->setStatusTip(tr("Click fills the area; Shift++ and Shift+- change the blending"));
     m_pToolBar->setWindowIcon(ZKIconHelper::DisabledIcon(QStringLiteral("theme:tool-bar-bucket.png")));
 
     JoinForms();
