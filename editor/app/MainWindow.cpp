@@ -4,6 +4,7 @@
 #include "app/StatusReadout.h"
 #include "core/MenuPlacement.h"
 #include "core/ToolBarArea.h"
+#include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "gui/ColorWells.h"
@@ -25,6 +26,7 @@
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -33,6 +35,9 @@ namespace {
 constexpr int PanelWidth = 260;
 constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
+const QLatin1String GeometryKey("Editor/WindowGeometry");
+const QLatin1String PanelsKey("Editor/Panels");
+constexpr int PanelsVersion = 1; // counts up when the panels are other ones
 
 /// The local files among what is dragged; empty when there are none.
 QStringList LocalFiles(const QMimeData* data)
@@ -71,11 +76,25 @@ MainWindow::MainWindow(RecentFiles* recentFiles)
     BuildOptionBar();
     BuildPanels();
 
-    resize(DefaultSize);
+    RestorePlace();
     UpdateTitle();
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::RestorePlace()
+{
+    resize(DefaultSize.boundedTo(screen()->availableSize()));
+    // Takes care that the window is not beyond the screens of today.
+    restoreGeometry(ZKApplication::GetUserValue(GeometryKey, QByteArray()).toByteArray());
+    restoreState(ZKApplication::GetUserValue(PanelsKey, QByteArray()).toByteArray(), PanelsVersion);
+}
+
+void MainWindow::StorePlace() const
+{
+    ZKApplication::SetUserValue(GeometryKey, saveGeometry());
+    ZKApplication::SetUserValue(PanelsKey, saveState(PanelsVersion));
+}
 
 ZKDocumentView* MainWindow::GetActiveView() const
 {
@@ -191,6 +210,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->accept();
+    StorePlace();
     emit Closed();
 }
 

@@ -64,6 +64,8 @@ private:
     void BuildPanels();
     QDockWidget* AddPanel(const QString& name, const QString& title, QWidget* content);
     void BuildCenter(RecentFiles* recentFiles);
+    void RestorePlace();
+    void StorePlace() const;
     void FollowActiveView();
     void UpdateTitle();
 

@@ -5,6 +5,7 @@
 #include "document/LXDocumentModel.h"
 #include "gui/ZKDocumentView.h"
 #include "image/LXImage.h"
+#include "image/LXTileManager.h"
 
 #include <QLabel>
 #include <QTimer>
@@ -13,6 +14,8 @@
 namespace {
 constexpr int SwatchSize = 12;
 constexpr int HintIndent = 8;
+constexpr int MemoryInterval = 1000; // ms
+constexpr qint64 Megabyte = 1024 * 1024;
 
 /// A read-out as wide as the longest text that it shows, so that nothing moves when it changes.
 QLabel* MakeReadout(const QString& name, const QString& widestText)
@@ -48,12 +51,14 @@ StatusReadout::StatusReadout(QWidget* parent)
       m_pColor(MakeReadout(tr("Color under the pointer: red, green, blue, alpha"),
                            QStringLiteral("000 000 000 000"))),
       m_pSize(MakeReadout(tr("Size of the picture, in pixels"), QStringLiteral("00000 × 00000"))),
-      m_pZoom(MakeReadout(tr("Zoom"), QStringLiteral("0000 %")))
+      m_pZoom(MakeReadout(tr("Zoom"), QStringLiteral("0000 %"))),
+      m_pMemory(MakeReadout(tr("Memory of all pictures"), QStringLiteral("00000 MB")))
 {
     m_pPosition->setObjectName(QStringLiteral("positionReadout"));
     m_pColor->setObjectName(QStringLiteral("colorReadout"));
     m_pSize->setObjectName(QStringLiteral("sizeReadout"));
     m_pZoom->setObjectName(QStringLiteral("zoomReadout"));
+    m_pMemory->setObjectName(QStringLiteral("memoryReadout"));
     m_pHint->setObjectName(QStringLiteral("toolHint"));
     m_pHint->setAccessibleName(tr("Hint for the active tool"));
     m_pHint->setMinimumWidth(1);
@@ -61,8 +66,12 @@ StatusReadout::StatusReadout(QWidget* parent)
     m_pSwatch->setFixedSize(SwatchSize, SwatchSize);
 
     addWidget(m_pHint, 1);
-    for (QLabel* readout : {m_pPosition, m_pSwatch, m_pColor, m_pSize, m_pZoom})
+    for (QLabel* readout : {m_pPosition, m_pSwatch, m_pColor, m_pSize, m_pZoom, m_pMemory})
         addPermanentWidget(readout);
+
+    auto* memoryTimer = new QTimer(this);
+    connect(memoryTimer, &QTimer::timeout, this, &StatusReadout::UpdateMemory);
+    memoryTimer->start(MemoryInterval);
 
     // Reads the color once for a whole run of mouse moves.
     m_pPointerTimer->setSingleShot(true);
@@ -92,6 +101,7 @@ void StatusReadout::SetView(ZKDocumentView* view)
     UpdatePointer();
     UpdateSize();
     UpdateZoom();
+    UpdateMemory();
 }
 
 void StatusReadout::SetHint(const QString& hint)
@@ -159,4 +169,10 @@ void StatusReadout::UpdateZoom()
     if (!m_pView) return m_pZoom->clear();
 
     m_pZoom->setText(Percent(m_pView->GetScale()));
+}
+
+void StatusReadout::UpdateMemory()
+{
+    const qint64 bytes = qint64(LXTileManager::Instance().LiveTileCount()) * LXTileManager::TileBytes;
+    m_pMemory->setText(bytes == 0 ? QString() : tr("%1 MB").arg(bytes / Megabyte + 1));
 }

@@ -8,7 +8,7 @@ class QTimer;
 class ZKDocumentView;
 
 /// The status bar: the tool's hint at the left; at the right the pointer's position, the color under it, the
-/// picture's size and the zoom of the active view. Main thread only.
+/// picture's size, the zoom of the active view, and the memory that all pictures take. Main thread only.
 class StatusReadout : public QStatusBar
 {
     Q_OBJECT
@@ -28,6 +28,7 @@ private:
     void ShowColor(const QColor& color);
     void UpdateSize();
     void UpdateZoom();
+    void UpdateMemory();
 
     QPointer<ZKDocumentView> m_pView;
     QPointF m_ScenePos;
@@ -39,4 +40,5 @@ private:
     QLabel* m_pColor;
     QLabel* m_pSize;
     QLabel* m_pZoom;
+    QLabel* m_pMemory;
 };

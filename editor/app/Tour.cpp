@@ -24,8 +24,9 @@
 #include <QTimer>
 
 namespace {
-constexpr int JobLimit = 60000; // ms
-constexpr int TourTolerance = 24;
+constexpr int JobLimit = 60000;        // ms
+constexpr QSize WindowSize(1280, 800); // whatever the screen
+constexpr int TourTolerance = 48;
 const QColor TourColor(0xF2, 0xA6, 0x5A); // an evening sky
 
 /// In the sky of the sample: a quarter from the left, a tenth from the top.
@@ -42,7 +43,9 @@ QString Tour::DefaultFile()
 
 Tour::Tour(Editor& editor, const QString& folder)
     : m_Editor(editor), m_Folder(QDir(folder).absolutePath()), m_pInput(std::make_unique<InputDriver>())
-{}
+{
+    m_Editor.GetWindow()->resize(WindowSize);
+}
 
 Tour::~Tour() = default;
 

@@ -1,5 +1,6 @@
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
+#include "app/GuardedApplication.h"
 #include "app/Tour.h"
 #include "resource/LXResource.h"
 
@@ -21,6 +22,7 @@ enum ExitCode
     TourFailed = 1,
     WrongUsage = 2,
     NotStarted = 3,
+    Failed = GuardedApplication::FailureExitCode,
 };
 
 constexpr int TourFontSize = 9; // points
@@ -129,7 +131,7 @@ int main(int argc, char** argv)
 
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    const QApplication application(argc, argv);
+    const GuardedApplication application(argc, argv);
     QApplication::setApplicationDisplayName(LXResource::GetData(LXResource::ProductName).toString());
     // The editor itself says when it ends; a closed message box must not.
     QApplication::setQuitOnLastWindowClosed(false);

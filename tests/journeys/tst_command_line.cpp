@@ -20,6 +20,8 @@ private slots:
     void theTourLeavesItsPictures_data();
     void theTourLeavesItsPictures();
     void theTourTellsWhatFailed();
+    void anExceptionEndsTheProgramWithAReport_data();
+    void anExceptionEndsTheProgramWithAReport();
 };
 
 namespace {
@@ -32,18 +34,24 @@ struct Outcome
     QString errors;
 };
 
-Outcome RunProgram(const QStringList& arguments, const QString& platform = "offscreen",
-                   const QString& scale = "1")
+Outcome Run(const QString& file, const QStringList& arguments, const QString& platform = "offscreen",
+            const QString& scale = "1")
 {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("QT_QPA_PLATFORM", platform);
     environment.insert("QT_SCALE_FACTOR", scale);
     program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(ZK_PROGRAM), arguments);
+    program.start(file, arguments);
     if (!program.waitForFinished(Limit) || program.exitStatus() != QProcess::NormalExit) return Outcome();
     return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
             QString::fromUtf8(program.readAllStandardError())};
+}
+
+Outcome RunProgram(const QStringList& arguments, const QString& platform = "offscreen",
+                   const QString& scale = "1")
+{
+    return Run(ZK_PROGRAM, arguments, platform, scale);
 }
 } // namespace
 
@@ -110,6 +118,25 @@ void TestCommandLine::theTourTellsWhatFailed()
     const Outcome outcome = RunProgram({"--tour", folder.path(), folder.filePath("missing.png")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains("FAILED"), qPrintable(outcome.errors));
+}
+
+void TestCommandLine::anExceptionEndsTheProgramWithAReport_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("report");
+    QTest::newRow("known") << "known"
+                           << "the paint has run out";
+    QTest::newRow("unknown") << "unknown"
+                             << "unknown exception";
+}
+
+void TestCommandLine::anExceptionEndsTheProgramWithAReport()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, report);
+    const Outcome outcome = Run(ZK_THROWING_PROGRAM, {kind});
+    QCOMPARE(outcome.exitCode, 4);
+    QVERIFY2(outcome.errors.contains(report), qPrintable(outcome.errors));
 }
 
 ZK_REGISTER_TEST(tst_command_line, TestCommandLine)

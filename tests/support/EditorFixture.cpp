@@ -22,6 +22,7 @@
 
 namespace {
 constexpr int JobLimit = 20000; // ms
+constexpr QSize WindowSize(1280, 800);
 
 /// Records a failure of the running test; the macros of Qt Test would need a void function.
 void Require(bool holds, const char* what)
@@ -47,6 +48,7 @@ EditorFixture::EditorFixture()
     m_pEditor = std::make_unique<Editor>(folders);
     if (!m_pEditor->Start()) qFatal("The editor did not start: %s", qPrintable(m_pEditor->GetErrorText()));
 
+    Window()->resize(WindowSize);
     Window()->activateWindow();
     if (!QTest::qWaitForWindowActive(Window())) qFatal("The window did not become active.");
     m_pInput = std::make_unique<InputDriver>();
