@@ -16,9 +16,9 @@ constexpr unsigned int Seed = 1;
 /// two tiles are shared.
 LXImage32 MakePicture(int width, int height, bool isOpaque)
 {
-    constexpr int PatchSide = 131;
+    constexpr int patchSide = 131;
     std::mt19937 random(Seed);
-    PlainImage patch = TestImages::Random(PatchSide, PatchSide, random);
+    PlainImage patch = TestImages::Random(patchSide, patchSide, random);
     if (isOpaque) {
         for (LXRGBA32i& pixel : patch.pixels) {
             pixel.bytes[3] = 255;
@@ -26,8 +26,8 @@ LXImage32 MakePicture(int width, int height, bool isOpaque)
     }
     const LXImage32 tiles = TestImages::ToTiles(patch);
     LXImage32 picture(width, height);
-    for (int y = 0; y < height; y += PatchSide) {
-        for (int x = 0; x < width; x += PatchSide) {
+    for (int y = 0; y < height; y += patchSide) {
+        for (int x = 0; x < width; x += patchSide) {
             DrawImage(picture, BlendMode::Source, QPoint(x, y), tiles, 1.0, false);
         }
     }
@@ -36,13 +36,13 @@ LXImage32 MakePicture(int width, int height, bool isOpaque)
 
 double TwinSecondsPerPixel(unsigned int mode, double opacity, bool isTargetOpaque)
 {
-    constexpr int Side = 200;
+    constexpr int side = 200;
     std::mt19937 random(Seed);
-    const PlainImage source = TestImages::Random(Side, Side, random);
-    PlainImage target = TestImages::ToPlain(MakePicture(Side, Side, isTargetOpaque));
-    const QRect all(0, 0, Side, Side);
+    const PlainImage source = TestImages::Random(side, side, random);
+    PlainImage target = TestImages::ToPlain(MakePicture(side, side, isTargetOpaque));
+    const QRect all(0, 0, side, side);
     return Yardstick::SecondsOf([&] { BlendTwin::Blend(source, all, mode, target, all, opacity, false); }) /
-           (Side * Side);
+           (side * side);
 }
 
 struct BlendCase

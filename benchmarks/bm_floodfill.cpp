@@ -50,13 +50,13 @@ PlainImage MakePlain(Ground ground, int width, int height)
 
 double TwinSecondsPerPixel(Ground ground)
 {
-    constexpr int Side = 300;
-    const PlainImage source = MakePlain(ground, Side, Side);
-    PlainImage mask(Side, Side);
+    constexpr int side = 300;
+    const PlainImage source = MakePlain(ground, side, side);
+    PlainImage mask(side, side);
     return Yardstick::SecondsOf([&] {
                FillTwin::FloodFill(source, mask, {0, 0}, Tolerance, Black);
            }) /
-           (Side * Side);
+           (side * side);
 }
 
 using Fill = decltype(&LXFloodFillHelper::FloodFill);

@@ -114,12 +114,11 @@ LXRGBA32i BlendTwin::BlendPixel(unsigned int mode, LXRGBA32i target, LXRGBA32i s
 void BlendTwin::Blend(const PlainImage& src, const QRect& srcRect, unsigned int mode, PlainImage& dst,
                       const QRect& dstRect, double opacity, bool keepAlpha, const Mask& mask)
 {
-    const PlainImage before = src;
     for (int y = 0; y < std::min(srcRect.height(), dstRect.height()); ++y) {
         for (int x = 0; x < std::min(srcRect.width(), dstRect.width()); ++x) {
             const QPoint from = srcRect.topLeft() + QPoint(x, y);
             const QPoint to = dstRect.topLeft() + QPoint(x, y);
-            if (!before.Contains(from.x(), from.y()) || !dst.Contains(to.x(), to.y())) continue;
+            if (!src.Contains(from.x(), from.y()) || !dst.Contains(to.x(), to.y())) continue;
             int maskValue = 255;
             if (mask.image != nullptr) {
                 const QPoint at = mask.rect.topLeft() + QPoint(x, y);
@@ -127,7 +126,7 @@ void BlendTwin::Blend(const PlainImage& src, const QRect& srcRect, unsigned int 
                 maskValue = isInside ? mask.image->At(at.x(), at.y()).Alpha() : 0;
             }
             LXRGBA32i& target = dst.At(to.x(), to.y());
-            target = BlendPixel(mode, target, before.At(from.x(), from.y()), opacity, maskValue, keepAlpha);
+            target = BlendPixel(mode, target, src.At(from.x(), from.y()), opacity, maskValue, keepAlpha);
         }
     }
 }

@@ -11,6 +11,7 @@ struct Mask
     QRect rect;
 };
 
+/// `src` and the mask are other images than `dst`.
 void Blend(const PlainImage& src, const QRect& srcRect, unsigned int mode, PlainImage& dst,
            const QRect& dstRect, double opacity, bool keepAlpha, const Mask& mask = {});
 

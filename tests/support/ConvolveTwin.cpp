@@ -14,7 +14,8 @@ PlainImage ConvolveTwin::ConvolveAlpha(const PlainImage& image, const std::vecto
                 for (int i = 0; i < size.width(); ++i) {
                     const int fromX = std::clamp(x + i - size.width() / 2, 0, image.width - 1);
                     const int fromY = std::clamp(y + j - size.height() / 2, 0, image.height - 1);
-                    const double weight = kernel[static_cast<std::size_t>(j * size.width() + i)];
+                    const int place = j * size.width() + i;
+                    const double weight = kernel[static_cast<std::size_t>(place)];
                     sum += weight * image.At(fromX, fromY).Alpha();
                 }
             }

@@ -339,10 +339,10 @@ void TestBlend::emptyRectanglesWriteNothing()
 
 void TestBlend::hugeRectanglesAreClipped()
 {
-    constexpr int Far = std::numeric_limits<int>::max() / 4;
+    constexpr int far = std::numeric_limits<int>::max() / 4;
     LXImage32 image = OnePixel(0xFF123456);
-    BlendOn(OnePixel(0xFFFFFFFF), QRect(-Far, -Far, 2 * Far, 2 * Far), 3, image,
-            QRect(-Far, -Far, 2 * Far, 2 * Far), 1.0, false);
+    BlendOn(OnePixel(0xFFFFFFFF), QRect(-far, -far, 2 * far, 2 * far), 3, image,
+            QRect(-far, -far, 2 * far, 2 * far), 1.0, false);
     QCOMPARE(image.GetColor(0, 0).value, 0xFFFFFFFFu);
 }
 

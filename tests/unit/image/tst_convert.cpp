@@ -227,11 +227,11 @@ void TestConvert::impossibleScalesAreRefused()
     QImage target(3, 3, QImage::Format_ARGB32);
     target.fill(0x12345678);
     const QImage before = target;
-    constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-    for (const double scale : {0.0, -1.0, NaN, std::numeric_limits<double>::infinity()}) {
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    for (const double scale : {0.0, -1.0, nan, std::numeric_limits<double>::infinity()}) {
         QVERIFY(!ScaleImage(image, QPointF(0, 0), scale, target));
     }
-    QVERIFY(!ScaleImage(image, QPointF(NaN, 0), 1.0, target));
+    QVERIFY(!ScaleImage(image, QPointF(nan, 0), 1.0, target));
     QVERIFY(!ScaleImage(LXImage32(), QPointF(0, 0), 1.0, target));
     QCOMPARE(target, before);
     QImage null;

@@ -62,7 +62,8 @@ void TestConvolve::agreesWithTheTwin()
     std::mt19937 random(11);
     std::vector<double> kernel = SmoothingKernel();
     if (kernelSize != QSize(5, 5)) {
-        kernel.resize(static_cast<std::size_t>(kernelSize.width() * kernelSize.height()));
+        const int weights = kernelSize.width() * kernelSize.height();
+        kernel.resize(static_cast<std::size_t>(weights));
         for (double& weight : kernel) {
             weight = (static_cast<double>(random() % 1000) - 300) / 1000;
         }

@@ -183,8 +183,8 @@ void TestFloodFill::aSinglePixelHasASinglePixelsBounds()
 /// One pixel wide, through the same tiles again and again.
 void TestFloodFill::aSpiralIsFollowedToItsEnd()
 {
-    constexpr int Side = 301;
-    PlainImage src(Side, Side);
+    constexpr int side = 301;
+    PlainImage src(side, side);
     QPoint at(0, 0);
     QPoint step(1, 0);
     src.At(0, 0) = Black;
@@ -205,7 +205,7 @@ void TestFloodFill::aSpiralIsFollowedToItsEnd()
         src.At(at.x(), at.y()) = Black;
         turns = 0;
     }
-    LXImage32 mask(Side, Side);
+    LXImage32 mask(side, side);
     QVERIFY(
         LXFloodFillHelper::FloodFill(TestImages::ToTiles(src), mask, QPoint(0, 0), Exact, Black, nullptr));
     QCOMPARE(TestImages::Difference(TestImages::ToPlain(mask), src), QString());

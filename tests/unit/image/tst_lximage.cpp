@@ -338,6 +338,7 @@ void TestLXImage::movedAccessUnpinsOnce()
 {
     LXImage32 image(300, 1);
     std::vector<LXTileWriter<LXRGBA32i>> row;
+    row.reserve(1); // so that the first ones move when it grows
     for (int column = 0; column < 3; ++column) {
         row.push_back(image.WriteTile(column, 0));
     }

@@ -20,6 +20,7 @@ constexpr std::size_t TileBytes = 65536;
 void RunInThreads(const std::function<void(int number)>& work)
 {
     std::vector<std::thread> threads;
+    threads.reserve(ThreadCount);
     for (int i = 0; i < ThreadCount; ++i) {
         threads.emplace_back(work, i);
     }
@@ -99,7 +100,7 @@ void TestTileThreads::imagesAreCopiedAndDroppedOnAnyThread()
         original.Fill(LXRGBA32i(0xFF123456));
         RunInThreads([&](int) {
             for (int round = 0; round < 300; ++round) {
-                const LXImage32 copy = original;
+                const LXImage32 copy = original; // NOLINT(performance-unnecessary-copy-initialization)
                 LXImage32 assigned;
                 assigned = copy;
             }
