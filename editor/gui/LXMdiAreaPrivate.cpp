@@ -25,7 +25,10 @@ void LXMdiAreaPrivate::SetCloseQuestion(std::function<bool(LXDocumentInterface*)
 void LXMdiAreaPrivate::SetEmptyPage(QWidget* page)
 {
     if (m_pEmptyPage == page) return;
-    delete m_pEmptyPage;
+    if (m_pEmptyPage) {
+        m_pEmptyPage->hide();
+        m_pEmptyPage->deleteLater();
+    }
     m_pEmptyPage = page;
     if (page) page->setParent(m_pArea);
     PlaceEmptyPage();

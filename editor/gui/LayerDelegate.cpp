@@ -149,12 +149,13 @@ bool LayerDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 
     const RowPlaces places = PlacesOf(option, index);
     QString text = index.data().toString();
-    if (places.eye.contains(event->pos()))
+    if (places.eye.contains(event->pos())) {
         text = tr("Show or hide the layer (Space)");
-    else if (places.layer.contains(event->pos()))
+    } else if (places.layer.contains(event->pos())) {
         text = tr("Paint on the layer");
-    else if (places.mask.contains(event->pos()))
+    } else if (places.mask.contains(event->pos())) {
         text = tr("Paint on the mask");
+    }
     QToolTip::showText(event->globalPos(), text, view);
     return true;
 }

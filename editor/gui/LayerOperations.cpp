@@ -117,10 +117,11 @@ void LayerOperations::Add()
 void LayerOperations::Delete()
 {
     if (!CanDelete()) return;
-    if (IsDeletingMask())
+    if (IsDeletingMask()) {
         Push(LayerCommands::RemoveMask(GetModel()->GetDocument(), IdOf(GetRow())));
-    else
+    } else {
         DeleteLayers();
+    }
 }
 
 void LayerOperations::DeleteLayers()

@@ -137,10 +137,11 @@ bool LexoAppKeyHook::NoteShortcut(const QObject* receiver, const QShortcutEvent*
     if (registered && !m_pPrivate->m_bEnabled) return true;
 
     if (event->isAmbiguous()) {
-        if (registered)
+        if (registered) {
             emit ShortcutActivatedAmbiguously(event->key(), event->shortcutId());
-        else
+        } else {
             emit UnregisteredActivatedAmbiguously(event->key(), event->shortcutId());
+        }
     } else if (registered) {
         emit ShortcutActivated(event->key(), event->shortcutId());
     }

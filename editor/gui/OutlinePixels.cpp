@@ -98,7 +98,7 @@ public:
     {
         const int column = (viewX >> CellShift) - m_Grid.left();
         const int row = (viewY >> CellShift) - m_Grid.top();
-        m_Marks[std::size_t(row * m_Grid.width() + column)] = 1;
+        m_Marks[std::size_t(row) * std::size_t(m_Grid.width()) + std::size_t(column)] = 1;
     }
 
     QRegion Region() const

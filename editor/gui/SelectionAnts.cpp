@@ -41,10 +41,11 @@ void SelectionAnts::Update(const CanvasPlace& place)
 
     // Desktops that want less motion tell it as animations of no duration.
     const bool moves = m_pViewport->style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
-    if (selection.isEmpty() || !moves)
+    if (selection.isEmpty() || !moves) {
         m_Timer.stop();
-    else if (!m_Timer.isActive())
+    } else if (!m_Timer.isActive()) {
         m_Timer.start(StepMilliseconds, this);
+    }
 }
 
 void SelectionAnts::timerEvent(QTimerEvent*)

@@ -111,10 +111,11 @@ void PremultiplyRow(const QRgb* row, QRgb* out, int count)
     QRgb common = 0xffffffff;
     for (int x = 0; x < count; ++x)
         common &= row[x];
-    if (qAlpha(common) == 255)
+    if (qAlpha(common) == 255) {
         std::copy(row, row + count, out);
-    else
+    } else {
         std::transform(row, row + count, out, [](QRgb pixel) { return qPremultiply(pixel); });
+    }
 }
 
 /// @param levelRect  pixels of the level whose boxes lie in the tile
@@ -127,10 +128,11 @@ void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const Q
         auto* const out = reinterpret_cast<QRgb*>(target.scanLine(at.y() + y)) + at.x();
         const int top = ((levelRect.y() + y) << level) - tileRect.y();
         const int bottom = qMin(top + (1 << level), tileRect.height());
-        if (level == 0)
+        if (level == 0) {
             PremultiplyRow(PixelAt(tile, first, top), out, levelRect.width());
-        else
+        } else {
             ReduceRow(tile, {top, bottom}, first, tileRect.width(), level, out, levelRect.width());
+        }
     }
 }
 } // namespace

@@ -24,10 +24,11 @@ void ViewAutoscroll::Move(const QPoint& viewPos, Qt::MouseButtons buttons)
     m_Pos = viewPos;
     m_Buttons = buttons;
     const bool wanted = m_bEnabled && buttons != Qt::NoButton && !Overshoot().isNull();
-    if (!wanted)
+    if (!wanted) {
         m_Timer.stop();
-    else if (!m_Timer.isActive())
+    } else if (!m_Timer.isActive()) {
         m_Timer.start(StepMilliseconds, this);
+    }
 }
 
 void ViewAutoscroll::timerEvent(QTimerEvent*)

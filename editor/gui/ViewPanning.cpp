@@ -66,10 +66,11 @@ void ViewPanning::Release(const QMouseEvent* event)
     if (m_DragButton == Qt::NoButton || event->button() != m_DragButton) return;
 
     m_DragButton = Qt::NoButton;
-    if (m_bKeyHeld)
+    if (m_bKeyHeld) {
         m_pView->setCursor(Qt::OpenHandCursor);
-    else
+    } else {
         Enable(false);
+    }
 }
 
 void ViewPanning::OnKeyPressed(int key)

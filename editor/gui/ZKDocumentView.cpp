@@ -127,10 +127,11 @@ void ZKDocumentView::paintEvent(QPaintEvent* event)
 void ZKDocumentView::drawBackground(QPainter* painter, const QRectF& exposed)
 {
     // Rendered into something else than the viewport, the scene has only its items.
-    if (m_pPrivate->m_Exposed.isEmpty())
+    if (m_pPrivate->m_Exposed.isEmpty()) {
         QGraphicsView::drawBackground(painter, exposed);
-    else
+    } else {
         m_pPrivate->Paint(painter);
+    }
 }
 
 bool ZKDocumentView::viewportEvent(QEvent* event)
