@@ -88,17 +88,17 @@ QString FileMessages::OfFormatTooSmall(const QString& formatName, int maxSide) c
 
 QString FileMessages::NotOpened(const QString& why) const
 {
-    return tr("\"%1\" can't be opened.").arg(m_Path) + QLatin1Char('\n') + why;
+    return tr("“%1” can't be opened.").arg(m_Path) + QLatin1Char('\n') + why;
 }
 
 QString FileMessages::NotSaved(const QString& why) const
 {
-    return tr("\"%1\" can't be saved.").arg(m_Path) + QLatin1Char('\n') + why;
+    return tr("“%1” can't be saved.").arg(m_Path) + QLatin1Char('\n') + why;
 }
 
 QString FileMessages::WhyNotCreated(const QString& reason) const
 {
     if (!m_HasFolder)
-        return tr("The folder \"%1\" doesn't exist (any more). Choose another one.").arg(m_Folder);
+        return tr("The folder “%1” doesn't exist (any more). Choose another one.").arg(m_Folder);
     return tr("It can't be written there (%1). Choose another folder.").arg(reason);
 }

@@ -186,7 +186,7 @@ void TestHostileFiles::CheckRefused(const PictureFile::ReadResult& result, Error
     if (error == Error::Cancelled) {
         QCOMPARE(result.outcome.message, QString());
     } else {
-        QVERIFY(result.outcome.message.contains("\" can't be opened.\n"));
+        QVERIFY(result.outcome.message.contains("” can't be opened.\n"));
     }
 }
 

@@ -188,7 +188,7 @@ void TestSaving::unreachablePlacesAreTold()
     QFETCH(QString, told);
     const PictureFile::Outcome outcome = WritePicture(path, Format::Png, SomePicture());
     QCOMPARE(outcome.error, Error::NotAllowed);
-    QVERIFY(outcome.message.contains("\" can't be saved.\n"));
+    QVERIFY(outcome.message.contains("” can't be saved.\n"));
     QVERIFY2(outcome.message.contains(told), qPrintable(outcome.message));
 }
 
