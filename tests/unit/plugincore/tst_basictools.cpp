@@ -107,9 +107,9 @@ void TestBasicTools::aSecondQueryGivesTheSameObject()
 
 void TestBasicTools::aDeletedObjectIsReplaced()
 {
-    QPointer<QObject> first = Instance();
-    delete first;
-    QVERIFY(!first);
+    const QPointer<QObject> first = Instance();
+    delete Instance();
+    QVERIFY(first.isNull());
     QVERIFY(Instance());
     QCOMPARE(Instance()->metaObject()->className(), "ZKBasicTools");
 }
