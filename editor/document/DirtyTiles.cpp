@@ -19,6 +19,7 @@ void DirtyTiles::Reset(const QSize& canvas)
     m_Columns = TilesFor(canvas.width());
     m_Marks.assign(static_cast<std::size_t>(m_Columns) * static_cast<std::size_t>(TilesFor(canvas.height())),
                    ++m_Count);
+    m_bAnyDirty = !m_Marks.empty();
 }
 
 void DirtyTiles::Mark(const QRect& rect)
@@ -27,6 +28,7 @@ void DirtyTiles::Mark(const QRect& rect)
     const QRect inside = rect & m_Canvas;
     if (inside.isEmpty()) return;
 
+    m_bAnyDirty = true;
     ++m_Count;
     for (int row = inside.top() >> TileShift; row <= inside.bottom() >> TileShift; ++row) {
         const auto first = m_Marks.begin() + row * m_Columns;
@@ -40,6 +42,7 @@ void DirtyTiles::MarkTiles(const std::vector<int>& tiles)
     ++m_Count;
     for (const int tile : tiles) {
         m_Marks[static_cast<std::size_t>(tile)] = m_Count;
+        m_bAnyDirty = true;
     }
 }
 
@@ -53,6 +56,7 @@ QRect DirtyTiles::Bounds() const
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
     QRect tiles;
+    if (!m_bAnyDirty) return tiles;
     for (std::size_t i = 0; i < m_Marks.size(); ++i) {
         if (m_Marks[i] == 0) continue;
         const int tile = static_cast<int>(i);
@@ -65,8 +69,13 @@ std::vector<int> DirtyTiles::Take(Count upTo)
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
     std::vector<int> taken;
+    m_bAnyDirty = false;
     for (std::size_t i = 0; i < m_Marks.size(); ++i) {
-        if (m_Marks[i] == 0 || m_Marks[i] > upTo) continue;
+        if (m_Marks[i] == 0) continue;
+        if (m_Marks[i] > upTo) {
+            m_bAnyDirty = true;
+            continue;
+        }
         m_Marks[i] = 0;
         taken.push_back(static_cast<int>(i));
     }

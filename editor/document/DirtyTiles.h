@@ -37,5 +37,6 @@ private:
     Count m_Count = 0;
     QRect m_Canvas;
     int m_Columns = 0;
+    bool m_bAnyDirty = false;   ///< saves the search when nothing is, which is the usual case
     std::vector<Count> m_Marks; ///< 0: clean
 };
