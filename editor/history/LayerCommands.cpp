@@ -31,11 +31,11 @@ LexoCommand* LayerCommands::Remove(LXDocumentInterface* document, QItemSelection
 LexoCommand* LayerCommands::Duplicate(LXDocumentInterface* document, QItemSelectionModel* selection,
                                       unsigned int id, const QString& name)
 {
-    constexpr int NoRow = -1;
+    constexpr int noRow = -1;
     LXDocumentInterfacePrivate* insides = LXDocumentInterfacePrivate::Get(document);
     LayerState layer = insides->GetLayerState(id);
     layer.properties.name = name;
-    const int row = insides->layers.Find(id) ? RowOf(id) : NoRow;
+    const int row = insides->layers.Find(id) ? RowOf(id) : noRow;
     return Named(LayerContentCommand::Adding(document, selection, row, layer),
                  QT_TRANSLATE_NOOP("LayerCommands", "Duplicate layer"));
 }
