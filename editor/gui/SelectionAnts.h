@@ -26,6 +26,8 @@ public:
     /// The selection is another one: shows it, hides the old one.
     void Update(const CanvasPlace& place);
 
+    bool IsMarching() const { return m_Timer.isActive(); }
+
     /// The viewport's pixels were moved by so much.
     void Scroll(const QPoint& delta) { m_Marching.translate(delta); }
 

@@ -43,6 +43,8 @@ public:
     /// How many pixels were made from the merged picture since the view exists; tells how local painting is.
     qint64 MadePixels() const { return m_Tiles.MadePixels(); }
 
+    const SelectionAnts& Ants() const { return m_Ants; }
+
 private:
     friend class ZKDocumentView;
 
