@@ -38,7 +38,7 @@ QString Title()
 
 QString NewName()
 {
-    const QString name = DocumentFiles::tr("Untitled");
+    QString name = DocumentFiles::tr("Untitled");
     const auto isTaken = [](const QString& wanted) {
         for (const LXDocumentInterface* document : LXDocumentManager::Instance()->GetDocuments()) {
             if (document->GetDocumentName() == wanted) return true;

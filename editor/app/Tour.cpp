@@ -26,7 +26,7 @@
 namespace {
 constexpr int JobLimit = 60000;        // ms
 constexpr QSize WindowSize(1280, 800); // whatever the screen
-constexpr int TourTolerance = 48;
+constexpr int TourTolerance = 36;
 const QColor TourColor(0xF2, 0xA6, 0x5A); // an evening sky
 
 /// In the sky of the sample: a quarter from the left, a tenth from the top.

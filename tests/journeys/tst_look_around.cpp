@@ -29,7 +29,7 @@ void ShowAtFullSize(EditorFixture& editor)
 {
     editor.GetInput().Key(Qt::Key_1, Qt::ControlModifier);
     QCOMPARE(editor.View()->GetScale(), 1.0);
-    editor.View()->centerOn(Side / 2, Side / 2);
+    editor.View()->centerOn(Side * 0.5, Side * 0.5);
 }
 
 QPointF SceneMiddle(const ZKDocumentView* view)

@@ -13,6 +13,7 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QAction>
 #include <QGuiApplication>
 #include <QTest>
 
@@ -66,6 +67,8 @@ void TestRunningJob::undoDoesNothingWhileTheJobRuns()
         const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
         editor.GetInput().ClickInScene(editor.View(), Inside);
         editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor.History()->index(), 1);
+        editor.Window()->findChild<QAction*>("undoAction")->trigger();
         QCOMPARE(editor.History()->index(), 1);
     }
     editor.Settle();
