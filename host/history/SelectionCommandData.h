@@ -17,7 +17,7 @@ class ZK_HOST_EXPORT SelectionCommandData : public LexoCommandData
 {
 public:
     /// How new coverage is combined with that of the selection.
-    enum LogicalOp
+    enum LogicalOp : int
     {
         Unite = 0,     ///< the larger of both
         Intersect = 1, ///< their product
