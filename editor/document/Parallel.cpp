@@ -9,8 +9,9 @@
 #include <vector>
 
 namespace {
-/// Below so many calls a thread costs more than it saves.
-constexpr int CallsPerThread = 8;
+/// A call takes some tenths of a millisecond; with fewer of them a thread that has to wait for its core costs
+/// more than it saves.
+constexpr int CallsPerThread = 32;
 
 /// The calls that are left, shared by the threads that work on them.
 class CallQueue
