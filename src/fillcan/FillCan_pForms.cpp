@@ -125,7 +125,8 @@ void FillCanPrivate::ShowPatternSelectMenu(bool show)
 
 bool FillCanPrivate::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == m_pPatternSelect) FollowPatternSelect(event->type());
+    // While the list dies it still gets events, but is a plain widget by then.
+    if (qobject_cast<PatternSelectWidget*>(object)) FollowPatternSelect(event->type());
     return LXViewToolBase::eventFilter(object, event);
 }
 
