@@ -110,7 +110,11 @@ void TestLookAround::theStatusBarFollowsThePointer()
     QTRY_COMPARE(text("positionReadout"), QString("12, 7"));
     QTRY_COMPARE(text("colorReadout"), QString("10 200 30 255"));
 
-    editor.GetInput().MoveInScene(editor.View(), QPointF(-3.5, 7.5));
+    // Twice as large, so that the pointer can stand inside of a pixel's left half.
+    editor.GetInput().Key(Qt::Key_Plus, Qt::ControlModifier);
+    editor.GetInput().Key(Qt::Key_Plus, Qt::ControlModifier);
+    QTRY_COMPARE(text("zoomReadout"), QString("200 %"));
+    editor.GetInput().MoveInScene(editor.View(), QPointF(-3.25, 7.5));
     QTRY_COMPARE(text("positionReadout"), QString("-4, 7"));
     QTRY_COMPARE(text("colorReadout"), QString());
 }

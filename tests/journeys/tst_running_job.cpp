@@ -15,7 +15,11 @@
 
 #include <QAction>
 #include <QGuiApplication>
+#include <QLabel>
+#include <QSemaphore>
 #include <QTest>
+
+#include <thread>
 
 /// A fill that takes its time, held still by a locker on the layer that its job wants to read.
 class TestRunningJob : public QObject
@@ -32,6 +36,7 @@ private slots:
     void closingIsRefusedWhileTheJobRuns();
     void shutdownDuringAJobLeavesNothing();
     void aFailedJobLeavesNothing();
+    void thePointerDoesNotWaitForAWorker();
 };
 
 namespace {
@@ -138,6 +143,31 @@ void TestRunningJob::aFailedJobLeavesNothing()
 
     can.Click(Inside);
     QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+void TestRunningJob::thePointerDoesNotWaitForAWorker()
+{
+    EditorFixture editor(40, 30);
+    // What is painted already needs no locker any more.
+    editor.View()->viewport()->repaint();
+    QVERIFY(editor.Document()->Lock());
+    QSemaphore isHeld;
+    QSemaphore mayEnd;
+    bool wasLetGo = false;
+    std::thread worker([&] {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        isHeld.release();
+        wasLetGo = mayEnd.tryAcquire(1, 5000);
+    });
+    isHeld.acquire();
+
+    const auto* position = editor.Window()->findChild<QLabel*>("positionReadout");
+    editor.GetInput().MoveInScene(editor.View(), QPointF(12.5, 7.5));
+    QTRY_COMPARE(position->text().simplified(), QString("12, 7"));
+    mayEnd.release();
+    worker.join();
+    QVERIFY(wasLetGo);
+    QVERIFY(editor.Document()->Unlock());
 }
 
 ZK_REGISTER_TEST(tst_running_job, TestRunningJob)

@@ -127,7 +127,7 @@ void TestSaveAndClose::quittingAsksAboutEveryDocumentFirst()
     AnswerBox(editor.GetInput(), "Cancel");
     editor.GetInput().Key(Qt::Key_Q, Qt::ControlModifier);
     QCOMPARE(editor.GetInput().CountWaitingActions(), 0);
-    QCOMPARE(OpenDocuments(), 2);
+    QCOMPARE(editor.Window()->GetDocumentArea()->GetWindows().size(), 2);
     QCOMPARE(closed.count(), 0);
     QVERIFY(editor.Window()->isVisible());
 }

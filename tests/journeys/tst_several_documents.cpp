@@ -2,9 +2,11 @@
 #include "app/MainWindow.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
+#include "gui/LayersWidget.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
 #include "image/LXTileManager.h"
@@ -13,6 +15,7 @@
 #include "support/TestRegistry.h"
 
 #include <QAction>
+#include <QListView>
 #include <QTest>
 
 /// Documents come, take turns and go.
@@ -23,6 +26,7 @@ class TestSeveralDocuments : public QObject
 private slots:
     void theToolFollowsTheActiveDocument();
     void undoFollowsTheActiveDocument();
+    void theLayersPanelFollowsTheActiveDocument();
     void withoutADocumentTheToolWaits();
     void aFileIsOpenedOnce();
     void closingGivesTheTilesBack();
@@ -81,12 +85,27 @@ void TestSeveralDocuments::undoFollowsTheActiveDocument()
     QVERIFY(undo->isEnabled());
 }
 
+void TestSeveralDocuments::theLayersPanelFollowsTheActiveDocument()
+{
+    EditorFixture editor(40, 30);
+    LXMdiSubWindow* first = editor.Window()->GetDocumentArea()->GetActiveWindow();
+    const auto* list = LayersWidget::GetInstance()->findChild<QListView*>("m_pList");
+    QVERIFY(list);
+    const ZKDocumentView* firstView = editor.View();
+    QCOMPARE(list->model(), firstView->GetModel());
+
+    QVERIFY(editor.Files()->New(QSize(50, 20), Qt::white));
+    QCOMPARE(list->model(), editor.View()->GetModel());
+    editor.Window()->GetDocumentArea()->setActiveSubWindow(first);
+    QCOMPARE(list->model(), firstView->GetModel());
+    QCOMPARE(list->selectionModel(), firstView->GetLayerSelection());
+}
+
 void TestSeveralDocuments::withoutADocumentTheToolWaits()
 {
     EditorFixture editor(40, 30);
     ToolDriver can = editor.Tool("Fillcan");
     can.Click(QPointF(5, 5));
-    editor.Window()->GetDocumentArea()->GetActiveWindow();
     QVERIFY(editor.Files()->SaveTo(editor.Document(), editor.TempFile("done.png")));
     editor.GetInput().Key(Qt::Key_W, Qt::ControlModifier);
     QVERIFY(!editor.View());
