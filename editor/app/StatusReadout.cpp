@@ -96,7 +96,6 @@ void StatusReadout::SetView(ZKDocumentView* view)
         connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &StatusReadout::UpdateSize);
         connect(document, &LXDocumentInterface::CompositionChanged, m_pPointerTimer,
                 qOverload<>(&QTimer::start));
-        connect(document, &LXDocumentInterface::Unlocked, m_pPointerTimer, qOverload<>(&QTimer::start));
     }
     UpdatePointer();
     UpdateSize();
@@ -133,8 +132,6 @@ void StatusReadout::UpdatePointer()
 
     const QPoint docPos(qFloor(m_ScenePos.x()), qFloor(m_ScenePos.y()));
     m_pPosition->setText(tr("%1, %2").arg(docPos.x()).arg(docPos.y()));
-    // A locked document may be written by a worker, for which the pointer must not wait.
-    if (document->GetLockState()) return;
     const bool isInside = QRect(QPoint(0, 0), document->GetDocumentSize()).contains(docPos);
     ShowColor(isInside ? MergedColor(document, docPos) : QColor());
 }
