@@ -1,7 +1,6 @@
 #include "document/MergedPicture.h"
 
 #include "document/LayerCompositor.h"
-#include "document/Parallel.h"
 
 namespace {
 CompositeLayer SnapshotOf(const Layer& layer, const LayerProperties& properties)
@@ -79,11 +78,10 @@ void MergedPicture::Compose(const CompositeLayers& layers, const std::vector<int
 {
     const int columns = static_cast<int>(m_Image.m_TilesX);
     try {
-        Parallel::ForEach(static_cast<int>(tiles.size()), [&](int i) {
-            const int tile = tiles[static_cast<std::size_t>(i)];
+        for (const int tile : tiles) {
             LayerCompositor::ComposeTile(layers, tile % columns, tile / columns, m_Blank, m_Image);
             ++m_ComposedTiles;
-        });
+        }
     } catch (...) {
         m_Dirty.MarkTiles(tiles);
         throw;
