@@ -34,6 +34,7 @@ function(zk_add_tests folder)
     add_executable(${program} ${files} ${ARG_SOURCES})
     target_link_libraries(${program} PRIVATE zk_test_support ${ARG_LINK} Qt5::Test)
     zk_precompile(${program} widgets)
+    set_property(GLOBAL APPEND PROPERTY ZK_TEST_PROGRAMS ${program})
     foreach(case IN LISTS ARG_CASES)
         add_test(NAME ${folder}.${case} COMMAND ${program} ${case})
         set_tests_properties(${folder}.${case} PROPERTIES

@@ -50,12 +50,11 @@ private:
     {
         QWindow* const window = m_pView->windowHandle();
         const QPoint pos = m_pView->viewport()->mapTo(m_pView.get(), viewPos);
-        if (type == QEvent::MouseButtonPress)
-            QTest::mousePress(window, button, Qt::NoModifier, pos);
-        else if (type == QEvent::MouseButtonRelease)
-            QTest::mouseRelease(window, button, Qt::NoModifier, pos);
-        else
-            QTest::mouseMove(window, pos);
+        switch (type) {
+        case QEvent::MouseButtonPress: QTest::mousePress(window, button, Qt::NoModifier, pos); break;
+        case QEvent::MouseButtonRelease: QTest::mouseRelease(window, button, Qt::NoModifier, pos); break;
+        default: QTest::mouseMove(window, pos); break;
+        }
         QCoreApplication::processEvents();
     }
 
