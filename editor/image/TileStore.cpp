@@ -23,6 +23,7 @@ TileStore::~TileStore() = default;
 void* TileStore::MakeTile()
 {
     if (FaultSeams::Pass(FaultSeams::Seam::TileAllocation)) throw std::bad_alloc();
+    if (FaultSeams::Pass(FaultSeams::Seam::StrangeTileAllocation)) throw FaultSeams::StrangeFailure();
 
     const Guard guard(m_Mutex);
     MakeRoom();

@@ -6,12 +6,17 @@
 namespace FaultSeams {
 enum class Seam
 {
-    TileAllocation, ///< LXTileManager::MakeTile() throws std::bad_alloc
-    FileWrite,      ///< a write of a saved file reports a full disk
-    DocumentLock,   ///< LXDocumentInterface::Lock() is refused
-    DocumentUnlock, ///< LXDocumentInterface::Unlock() is refused
-    FloodFill,      ///< LXFloodFillHelper throws std::runtime_error
+    TileAllocation,        ///< LXTileManager::MakeTile() throws std::bad_alloc
+    StrangeTileAllocation, ///< LXTileManager::MakeTile() throws a StrangeFailure
+    FileWrite,             ///< a write of a saved file reports a full disk
+    DocumentLock,          ///< LXDocumentInterface::Lock() is refused
+    DocumentUnlock,        ///< LXDocumentInterface::Unlock() is refused
+    FloodFill,             ///< LXFloodFillHelper throws std::runtime_error
 };
+
+/// Something that isn't a `std::exception`, for those who must stand whatever is thrown.
+struct StrangeFailure
+{};
 
 /// Lets the n-th pass from now through this place fail, 1 being the next one; later passes succeed again.
 ZK_EDITOR_EXPORT void FailNth(Seam seam, int n);

@@ -76,6 +76,7 @@ private slots:
     void withoutAPatternNothingIsPainted();
 
     void anExceptionComesBackAsAnError();
+    void anythingElseThrownComesBackAsAnError();
     void aMissingTileComesBackAsAnError();
     void aMissingLayerComesBackAsAnError();
     void theJobWaitsForAWriter();
@@ -370,6 +371,20 @@ void TestFillJob::anExceptionComesBackAsAnError()
     QVERIFY(result.undoImage.IsNull());
     QVERIFY(result.redoImage.IsNull());
     QCOMPARE(result.layerId, 1u);
+}
+
+void TestFillJob::anythingElseThrownComesBackAsAnError()
+{
+    FillDocument document(2, 1);
+    document.AddLayer({"##"});
+    FaultSeams::FailNth(FaultSeams::Seam::StrangeTileAllocation, 2);
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression("^Build date=.*, time=.*\\. Unexpected unknown exception: "
+                                            "line=1421, file=\"src/fillcan/FillCan_p\"$"));
+    const FillJobResult result = RunLayerFillJob(document, FillDocument::Click(0, 0, Qt::red));
+    QVERIFY(result.error != 0);
+    QVERIFY(result.undoImage.IsNull());
+    QVERIFY(result.redoImage.IsNull());
 }
 
 void TestFillJob::aMissingTileComesBackAsAnError()
