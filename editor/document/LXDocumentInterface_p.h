@@ -1,5 +1,7 @@
 #pragma once
 
+#include "EditorExport.h"
+
 #include "document/DocumentSelection.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LayerList.h"
@@ -17,12 +19,12 @@ class LXDocumentInterfacePrivate
 public:
     explicit LXDocumentInterfacePrivate(LXDocumentInterface* document);
 
-    static LXDocumentInterfacePrivate* Get(const LXDocumentInterface* document);
+    ZK_EDITOR_EXPORT static LXDocumentInterfacePrivate* Get(const LXDocumentInterface* document);
 
     /// A copy of the whole layer, sharing its tiles; an empty one for a bad id. Any thread.
     LayerState GetLayerState(unsigned int id) const;
     /// Adds a layer at the row, which becomes its id minus 1.
-    void InsertLayer(int row, const LayerState& state);
+    ZK_EDITOR_EXPORT void InsertLayer(int row, const LayerState& state);
     void RemoveLayer(int row);
     /// A mask of the canvas' size, filled with its default, for ReplaceMask.
     LayerState NewMask(bool reveals) const;

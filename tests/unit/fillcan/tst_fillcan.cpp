@@ -1,49 +1,39 @@
-#include "IMainMenuActionList.h"
-#include "LXViewTool.h"
+#include "FillCanFixture.h"
 
 #include "core/ZKActivateAction.h"
 #include "core/ZKApplication.h"
-#include "core/ZKToolBarManager.h"
 #include "core/ZKToolGroupManager.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
 #include "document/LayerLocks.h"
 #include "fillcan/FillCanProgress.h"
-#include "fillcan/FillCan_p.h"
 #include "gui/LToolBoxButton.h"
 #include "gui/LToolBoxWidget.h"
 #include "gui/LXToolWidgetManager.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/PatternSelectWidget.h"
 #include "guicore/LXMessageBox.h"
-#include "resource/ResourceFolder.h"
-#include "resource/Theme.h"
 #include "support/TestRegistry.h"
-#include "support/ViewFixture.h"
 #include "utils/FaultSeams.h"
 
-#include <QAction>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QRegularExpression>
-#include <QSlider>
 #include <QSpinBox>
 #include <QTest>
-#include <QToolButton>
 
-class TestFillCan : public QObject
+// What must hold after every gesture.
+#define VERIFY_NOTHING_IS_HELD()                                                                             \
+    QVERIFY(!m_pFixture->Document()->GetLockState());                                                        \
+    QVERIFY(LexoAppKeyHook::instance()->AreShortcutsEnabled());                                              \
+    QVERIFY(!QGuiApplication::overrideCursor())
+
+class TestFillCan : public QObject, private FillCanFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
-
-    void theFormsHaveTheirNamesRangesAndDefaults();
-    void thePairsOfTheTwoFormsAgree();
-    void theButtonStandsInTheToolBox();
-    void settingsRememberTheActiveTool();
-    void listsAreEmpty();
 
     void aClickFillsAndCanBeUndone();
     void theOptionsReachTheFill();
@@ -52,6 +42,9 @@ private slots:
     void aClickOutsideTheCanvasDoesNothing_data();
     void aClickOutsideTheCanvasDoesNothing();
     void aLockedLayerIsToldAbout();
+    void aLayerWithoutPixelsIsToldAbout_data();
+    void aLayerWithoutPixelsIsToldAbout();
+    void theMaskOfALayerWithoutPixelsIsFilled();
     void aLayerLockedForMovesIsFilled();
     void aMaskLockedOnlyForPixelsIsFilled();
     void twoSelectedLayersDoNothingInSilence();
@@ -70,91 +63,40 @@ private slots:
     void theWorkIsHeldWhileTheJobRuns();
     void anotherToolMayComeWhileTheJobRuns();
     void aViewThatGoesAwayGetsItsFillFirst();
+    void aFailedFillIsToldAfterItsViewWentAway();
     void aDocumentThatClosesDropsTheJob();
     void aToolThatDiesLeavesNothingBehind();
     void withoutAHistoryTheFillIsKept();
 
-    void shortcutsStepThroughTheBlendModes();
-    void shortcutsLeaveADisabledComboAlone();
-    void shortcutsLiveWithTheActiveTool();
-    void thePatternListOpensUnderItsButton();
-    void thePatternListClosesWithItsButton();
-
 private:
-    QWidget* Bar() const;
-    QWidget* Panel() const;
-
-    template <class Control>
-    Control* InBar(const char* name) const
-    {
-        return Bar()->findChild<Control*>(name);
-    }
-
-    template <class Control>
-    Control* InPanel(const char* name) const
-    {
-        return Panel()->findChild<Control*>(name);
-    }
-
-    void Click(const QPointF& scenePos) { m_pFixture->Input().ClickInScene(m_pFixture->View(), scenePos); }
-
     void WaitForTheJob() { QTRY_VERIFY(!m_pFixture->Document()->GetLockState()); }
 
-    void SendShortcut(const char* key);
+    void AddTextLayer(unsigned int locks);
     void BlackenFirstColumn();
-
-    std::unique_ptr<ViewFixture> m_pFixture;
-    std::unique_ptr<LXViewTool> m_pAdapter;
-    FillCanPrivate* m_pTool = nullptr;
 };
-
-// What must hold after every gesture.
-#define VERIFY_NOTHING_IS_HELD()                                                                             \
-    QVERIFY(!m_pFixture->Document()->GetLockState());                                                        \
-    QVERIFY(LexoAppKeyHook::instance()->AreShortcutsEnabled());                                              \
-    QVERIFY(!QGuiApplication::overrideCursor())
-
-void TestFillCan::initTestCase()
-{
-    Theme::Apply(Theme::Look::Dark, ResourceFolder::Path());
-}
 
 void TestFillCan::init()
 {
-    m_pFixture = std::make_unique<ViewFixture>(8, 6, Qt::white);
-    m_pTool = new FillCanPrivate(nullptr);
-    m_pAdapter = std::make_unique<LXViewTool>(m_pTool);
-    m_pAdapter->SetToolBarManager(ZKToolBarManager::GetInstance());
-    m_pAdapter->SetToolBox(LToolBoxWidget::GetInstance());
-    m_pAdapter->SetDocumentView(&m_pFixture->ToolView());
-    ZKApplication::SetForeground(Qt::red);
-    ZKToolGroupManager::Activate(m_pAdapter->GetActivateAction());
+    MakeTool();
 }
 
 void TestFillCan::cleanup()
 {
     FaultSeams::Reset();
     VERIFY_NOTHING_IS_HELD();
-    m_pAdapter.reset();
-    m_pFixture.reset();
+    DropTool();
 }
 
-QWidget* TestFillCan::Bar() const
+// On top, selected.
+void TestFillCan::AddTextLayer(unsigned int locks)
 {
-    for (QWidget* widget : QApplication::allWidgets()) {
-        if (widget->objectName() == "FillCanToolBar") return widget;
-    }
-    return nullptr;
-}
-
-QWidget* TestFillCan::Panel() const
-{
-    return LXToolWidgetManager::instance()->GetCurrentWidget();
-}
-
-void TestFillCan::SendShortcut(const char* key)
-{
-    emit LexoAppKeyHook::instance()->ShortcutActivated(QKeySequence(key), 0);
+    LayerState layer;
+    layer.properties.kind = LayerKind::Text;
+    layer.properties.locks = locks;
+    layer.properties.rect = QRect(0, 0, 8, 6);
+    layer.image = LXImage32(8, 6);
+    LXDocumentInterfacePrivate::Get(m_pFixture->Document())->InsertLayer(0, layer);
+    m_pFixture->SelectLayers({0});
 }
 
 void TestFillCan::BlackenFirstColumn()
@@ -162,98 +104,6 @@ void TestFillCan::BlackenFirstColumn()
     for (int y = 0; y < 6; ++y) {
         m_pFixture->Document()->GetLayerImage(1)->SetColor(0, y, LXRGBA32i(0xFF000000));
     }
-}
-
-void TestFillCan::theFormsHaveTheirNamesRangesAndDefaults()
-{
-    QCOMPARE(Bar()->windowTitle(), QString("Bucket toolbar"));
-    QCOMPARE(Bar()->maximumHeight(), 24);
-    QCOMPARE(Panel()->windowTitle(), QString("Fill can"));
-    for (QWidget* form : {Bar(), Panel()}) {
-        const auto* tolerance = form->findChild<QSpinBox*>("m_pToleranceSpn");
-        QCOMPARE(tolerance->minimum(), 0);
-        QCOMPARE(tolerance->maximum(), 255);
-        QCOMPARE(tolerance->value(), 32);
-        const auto* opacity = form->findChild<QSpinBox*>("m_pOpacitySpn");
-        QCOMPARE(opacity->minimum(), 0);
-        QCOMPARE(opacity->maximum(), 100);
-        QCOMPARE(opacity->value(), 100);
-        QCOMPARE(opacity->suffix(), QString(" %"));
-        QCOMPARE(form->findChild<QComboBox*>("m_pBlendCombo")->count(), 13);
-        QCOMPARE(form->findChild<QComboBox*>("m_pBlendCombo")->currentText(), QString("Normal"));
-        const auto* fillMode = form->findChild<QComboBox*>("m_pFillModeCmb");
-        QCOMPARE(fillMode->count(), 2);
-        QCOMPARE(fillMode->itemText(0), QString("Color"));
-        QCOMPARE(fillMode->itemText(1), QString("Pattern"));
-        for (const char* name :
-             {"m_pIgnoreChb", "m_pAntialiasingChb", "m_pContiguousChb", "m_pAllLayersChb"}) {
-            QVERIFY(!form->findChild<QCheckBox*>(name)->isChecked());
-        }
-    }
-    QCOMPARE(InBar<QSpinBox>("m_pToleranceSpn")->width(), 50);
-    QCOMPARE(InBar<QToolButton>("m_pSelectPatternBtn")->toolTip(), QString("Click to select a fill pattern"));
-}
-
-void TestFillCan::thePairsOfTheTwoFormsAgree()
-{
-    InBar<QSpinBox>("m_pToleranceSpn")->setValue(77);
-    QCOMPARE(InPanel<QSpinBox>("m_pToleranceSpn")->value(), 77);
-    QCOMPARE(InPanel<QSlider>("m_pToleranceSldr")->value(), 77);
-    InPanel<QSlider>("m_pToleranceSldr")->setValue(5);
-    QCOMPARE(InBar<QSpinBox>("m_pToleranceSpn")->value(), 5);
-
-    InPanel<QSlider>("m_pOpacitySldr")->setValue(50);
-    QCOMPARE(InBar<QSpinBox>("m_pOpacitySpn")->value(), 50);
-    InBar<QSpinBox>("m_pOpacitySpn")->setValue(10);
-    QCOMPARE(InPanel<QSpinBox>("m_pOpacitySpn")->value(), 10);
-
-    for (const char* name : {"m_pBlendCombo", "m_pFillModeCmb"}) {
-        InBar<QComboBox>(name)->setCurrentIndex(1);
-        QCOMPARE(InPanel<QComboBox>(name)->currentIndex(), 1);
-        InPanel<QComboBox>(name)->setCurrentIndex(0);
-        QCOMPARE(InBar<QComboBox>(name)->currentIndex(), 0);
-    }
-    for (const char* name : {"m_pIgnoreChb", "m_pAntialiasingChb", "m_pContiguousChb", "m_pAllLayersChb"}) {
-        InBar<QCheckBox>(name)->setChecked(true);
-        QVERIFY(InPanel<QCheckBox>(name)->isChecked());
-        InPanel<QCheckBox>(name)->setChecked(false);
-        QVERIFY(!InBar<QCheckBox>(name)->isChecked());
-    }
-}
-
-void TestFillCan::theButtonStandsInTheToolBox()
-{
-    const auto buttons = LToolBoxWidget::GetInstance()->findChildren<LToolBoxButton*>();
-    QCOMPARE(buttons.size(), 1);
-    QVERIFY(buttons[0]->isChecked());
-    QCOMPARE(buttons[0]->defaultAction()->text(), QString("Fill can tool"));
-    ZKToolGroupManager::Activate(nullptr);
-    QVERIFY(!buttons[0]->isChecked());
-    emit buttons[0]->LMousePressed(buttons[0]);
-    QVERIFY(m_pTool->IsActive());
-    QVERIFY(buttons[0]->isChecked());
-}
-
-void TestFillCan::settingsRememberTheActiveTool()
-{
-    m_pTool->SaveSettings();
-    QCOMPARE(ZKApplication::GetUserValue("FillCanTool/Active", false).toBool(), true);
-    ZKToolGroupManager::Activate(nullptr);
-    m_pTool->LoadSettings();
-    QVERIFY(m_pTool->IsActive());
-
-    ZKToolGroupManager::Activate(nullptr);
-    m_pTool->SaveSettings();
-    QCOMPARE(ZKApplication::GetUserValue("FillCanTool/Active", true).toBool(), false);
-    m_pTool->LoadSettings();
-    QVERIFY(!m_pTool->IsActive());
-}
-
-void TestFillCan::listsAreEmpty()
-{
-    QVERIFY(m_pAdapter->GetMenuActions().isEmpty());
-    QVERIFY(m_pAdapter->GetToolBarActions().isEmpty());
-    QVERIFY(m_pAdapter->GetMainMenuEntries().empty());
 }
 
 void TestFillCan::aClickFillsAndCanBeUndone()
@@ -333,6 +183,42 @@ void TestFillCan::aLockedLayerIsToldAbout()
         QVERIFY(!m_pFixture->Document()->GetLockState());
         QCOMPARE(m_pFixture->History().count(), 0);
     }
+}
+
+void TestFillCan::aLayerWithoutPixelsIsToldAbout_data()
+{
+    QTest::addColumn<unsigned int>("locks");
+    QTest::newRow("text") << 0U;
+    // What it is comes before whether it is locked.
+    QTest::newRow("locked text") << LayerLocks::All;
+}
+
+void TestFillCan::aLayerWithoutPixelsIsToldAbout()
+{
+    QFETCH(unsigned int, locks);
+    AddTextLayer(locks);
+    QStringList shown;
+    QObject* parent = nullptr;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        shown = QStringList{box->windowTitle(), box->GetText()};
+        parent = box->parent();
+        box->close();
+    });
+    Click({3.5, 2.5});
+    QCOMPARE(shown, QStringList({"Zenkari", "Cannot rasterize. Pixel data are not editable."}));
+    QCOMPARE(parent, m_pFixture->View());
+    QCOMPARE(m_pFixture->History().count(), 0);
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::ForbiddenCursor);
+}
+
+void TestFillCan::theMaskOfALayerWithoutPixelsIsFilled()
+{
+    AddTextLayer(LayerLocks::Pixels);
+    m_pFixture->Document()->AddMask(1, true);
+    m_pFixture->Document()->GetModel()->SetMaskSelected(0, true);
+    Click({3.5, 2.5});
+    WaitForTheJob();
+    QCOMPARE(m_pFixture->History().text(0), QString("Fill with mask"));
 }
 
 void TestFillCan::aLayerLockedForMovesIsFilled()
@@ -546,6 +432,24 @@ void TestFillCan::aViewThatGoesAwayGetsItsFillFirst()
     QCOMPARE(m_pFixture->History().count(), 1);
 }
 
+void TestFillCan::aFailedFillIsToldAfterItsViewWentAway()
+{
+    FaultSeams::SlowDown(FaultSeams::Seam::FloodFill, 50);
+    FaultSeams::FailNth(FaultSeams::Seam::FloodFill, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("line=1416"));
+    QString text;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        text = box->GetText();
+        box->close();
+    });
+    Click({3.5, 2.5});
+    m_pAdapter->SetDocumentView(nullptr);
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(m_pFixture->History().count(), 0);
+    QVERIFY(text.isEmpty());
+    QTRY_COMPARE(text, QString("Cannot fill. Unexpected error occurred."));
+}
+
 void TestFillCan::aDocumentThatClosesDropsTheJob()
 {
     FaultSeams::SlowDown(FaultSeams::Seam::FloodFill, 50);
@@ -586,81 +490,6 @@ void TestFillCan::withoutAHistoryTheFillIsKept()
     WaitForTheJob();
     QCOMPARE(m_pFixture->Pixel(3, 2), QRgb(0xFFFF0000));
     m_pAdapter->SetDocumentView(nullptr);
-}
-
-void TestFillCan::shortcutsStepThroughTheBlendModes()
-{
-    auto* combo = InPanel<QComboBox>("m_pBlendCombo");
-    SendShortcut("Shift++");
-    QCOMPARE(combo->currentIndex(), 1);
-    SendShortcut("Shift+-");
-    SendShortcut("Shift+-");
-    QCOMPARE(combo->currentText(), QString("Addition"));
-    SendShortcut("Shift+Alt+D");
-    QCOMPARE(combo->currentText(), QString("Color dodge"));
-    QCOMPARE(InBar<QComboBox>("m_pBlendCombo")->currentText(), QString("Color dodge"));
-    emit LexoAppKeyHook::instance()->ShortcutActivatedAmbiguously(QKeySequence("Shift+Alt+N"), 0);
-    QCOMPARE(combo->currentIndex(), 0);
-}
-
-void TestFillCan::shortcutsLeaveADisabledComboAlone()
-{
-    auto* combo = InPanel<QComboBox>("m_pBlendCombo");
-    combo->setCurrentIndex(5);
-    combo->setEnabled(false);
-    SendShortcut("Shift+Alt+N");
-    SendShortcut("Shift++");
-    QCOMPARE(combo->currentIndex(), 5);
-}
-
-void TestFillCan::shortcutsLiveWithTheActiveTool()
-{
-    auto* combo = InPanel<QComboBox>("m_pBlendCombo");
-    ZKToolGroupManager::Activate(nullptr);
-    SendShortcut("Shift++");
-    QCOMPARE(combo->currentIndex(), 0);
-    ZKToolGroupManager::Activate(m_pAdapter->GetActivateAction());
-    SendShortcut("Shift++");
-    QCOMPARE(combo->currentIndex(), 1);
-}
-
-void TestFillCan::thePatternListOpensUnderItsButton()
-{
-    auto* button = InBar<QToolButton>("m_pSelectPatternBtn");
-    auto* patterns = Bar()->findChild<PatternSelectWidget*>();
-    Bar()->show();
-    button->setChecked(true);
-    QVERIFY(patterns->isVisible());
-    QCOMPARE(patterns->pos(), button->mapToGlobal(QPoint(0, button->height() + 1)));
-    QVERIFY(!button->icon().isNull());
-
-    emit patterns->ItemDoubleClicked(0);
-    QVERIFY(!button->isChecked());
-    QVERIFY(!patterns->isVisible());
-}
-
-void TestFillCan::thePatternListClosesWithItsButton()
-{
-    auto* button = InBar<QToolButton>("m_pSelectPatternBtn");
-    auto* patterns = Bar()->findChild<PatternSelectWidget*>();
-    Bar()->show();
-    button->setChecked(true);
-    patterns->hide();
-    QVERIFY(!button->isChecked());
-
-    button->setChecked(true);
-    QCursor::setPos(799, 599);
-    QEvent deactivate(QEvent::WindowDeactivate);
-    QCoreApplication::sendEvent(patterns, &deactivate);
-    QVERIFY(!patterns->isVisible());
-    QVERIFY(!button->isChecked());
-
-    button->setChecked(true);
-    QCursor::setPos(button->mapToGlobal(QPoint(2, 2)));
-    QCoreApplication::sendEvent(patterns, &deactivate);
-    QVERIFY(patterns->isVisible());
-    button->setChecked(false);
-    QVERIFY(!patterns->isVisible());
 }
 
 ZK_REGISTER_TEST(tst_fillcan, TestFillCan)
