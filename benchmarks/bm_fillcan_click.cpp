@@ -104,18 +104,15 @@ double FloodTheSky(const LXImage32& layer)
     LXFloodFillHelper::ColorRangeFill(layer, coverage, InTheSky, Tolerance, Black, nullptr);
     return MillisecondsSince(start);
 }
-} // namespace
 
-int main(int argc, char** argv)
+bool MeasureClicks()
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
     EditorFixture editor;
     const QString file = editor.TempFile(QStringLiteral("large.png"));
     constexpr int fastest = 100;
     if (!MakePicture().save(file, "PNG", fastest) || !editor.Files()->Open(file)) {
         std::fputs("The picture could not be opened.\n", stderr);
-        return 1;
+        return false;
     }
     editor.Tool(QStringLiteral("Fillcan"));
     editor.Settle();
@@ -125,11 +122,24 @@ int main(int argc, char** argv)
         const double flood = FloodTheSky(*editor.Document()->GetLayerImage(1));
         ZKApplication::SetForeground(QColor(200, 40 + run, 20));
         const ClickTimes click = ClickIntoTheSky(editor);
-        if (editor.History()->index() != 1) return 1;
+        if (editor.History()->index() != 1) return false;
         std::printf("%10.1f %10.1f %12.1f %12.2f\n", flood, click.total, click.longestGap,
                     click.longestGap / flood);
         editor.History()->undo();
         editor.Settle();
     }
-    return 0;
+    return true;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        const QApplication application(argc, argv);
+        return MeasureClicks() ? 0 : 1;
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+        return 1;
+    }
 }
