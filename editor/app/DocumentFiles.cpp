@@ -1,5 +1,6 @@
 #include "app/DocumentFiles.h"
 
+#include "app/FormatLimitSettings.h"
 #include "app/MainWindow.h"
 #include "app/PictureLosses.h"
 #include "app/WaitedWork.h"
@@ -115,10 +116,12 @@ LXDocumentInterface* DocumentFiles::Open(const QString& path)
         return open;
     }
 
+    // Read here: the settings belong to the main thread.
+    const FormatLimits limits = FormatLimitSettings::Read();
     PictureFile::ReadResult result;
     WaitedWork::Run(m_pWindow, tr("Opening “%1”…").arg(file.fileName()), true,
                     [&](const FileProgress& progress) {
-                        result = PictureFile::ReadPicture(file.absoluteFilePath(), {}, progress);
+                        result = PictureFile::ReadPicture(file.absoluteFilePath(), limits, progress);
                     });
     if (!result.outcome.IsOk()) {
         if (result.outcome.error != PictureFile::Error::Cancelled) Tell(result.outcome.message);

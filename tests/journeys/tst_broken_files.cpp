@@ -1,5 +1,6 @@
 #include "app/DocumentFiles.h"
 #include "app/MainWindow.h"
+#include "core/ZKApplication.h"
 #include "gui/LXDocumentManager.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoUndoStack.h"
@@ -26,6 +27,9 @@ private slots:
 
     void openingLeavesTheEditorAsItWas_data();
     void openingLeavesTheEditorAsItWas();
+    void aPictureBeyondTheSetLimitIsRefused_data();
+    void aPictureBeyondTheSetLimitIsRefused();
+    void limitsThatMakeNoSenseAreNotFollowed();
     void aFullDiskLeavesTheOldFile();
     void aPictureTooLargeForTheMemoryIsNotMade();
 };
@@ -128,6 +132,42 @@ void TestBrokenFiles::openingLeavesTheEditorAsItWas()
     QCOMPARE(editor.Document(), document);
     QCOMPARE(editor.Pixels(), before);
     editor.CheckNothingIsLeft();
+}
+
+void TestBrokenFiles::aPictureBeyondTheSetLimitIsRefused_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("limit");
+    QTest::newRow("side") << "Files/LargestSide" << 1999;
+    QTest::newRow("memory") << "Files/LargestDecodedMegabytes" << 3;
+}
+
+void TestBrokenFiles::aPictureBeyondTheSetLimitIsRefused()
+{
+    QFETCH(QString, key);
+    QFETCH(int, limit);
+    EditorFixture editor;
+    const QString path = editor.TempFile(QStringLiteral("large.png"));
+    QVERIFY(QImage(2000, 1000, QImage::Format_RGB32).save(path));
+
+    ZKApplication::SetUserValue(key, limit);
+    QString told;
+    CloseBox(editor.GetInput(), told);
+    QVERIFY(!editor.Files()->Open(path));
+    QVERIFY2(told.contains(QLatin1String("large.png")), qPrintable(told));
+
+    ZKApplication::SetUserValue(key, 4 * limit);
+    QVERIFY(editor.Files()->Open(path));
+}
+
+void TestBrokenFiles::limitsThatMakeNoSenseAreNotFollowed()
+{
+    EditorFixture editor;
+    const QString path = editor.TempFile(QStringLiteral("small.png"));
+    QVERIFY(QImage(20, 10, QImage::Format_RGB32).save(path));
+    ZKApplication::SetUserValue(QStringLiteral("Files/LargestSide"), -1);
+    ZKApplication::SetUserValue(QStringLiteral("Files/LargestDecodedMegabytes"), QStringLiteral("much"));
+    QVERIFY(editor.Files()->Open(path));
 }
 
 void TestBrokenFiles::aFullDiskLeavesTheOldFile()

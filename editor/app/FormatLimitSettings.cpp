@@ -1,0 +1,29 @@
+#include "app/FormatLimitSettings.h"
+
+#include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
+
+namespace {
+const QLatin1String LargestSideKey("Files/LargestSide");
+const QLatin1String LargestDecodedKey("Files/LargestDecodedMegabytes");
+constexpr qint64 Megabyte = 1024 * 1024;
+constexpr qint64 MostMegabytes = 1024 * 1024;
+
+/// The value of a setting, or the default where it is missing, no number or out of range.
+qint64 ValueOf(const QString& key, qint64 defaultValue, qint64 most)
+{
+    bool isNumber = false;
+    const qint64 value = ZKApplication::GetUserValue(key, defaultValue).toLongLong(&isNumber);
+    return isNumber && value > 0 && value <= most ? value : defaultValue;
+}
+} // namespace
+
+FormatLimits FormatLimitSettings::Read()
+{
+    FormatLimits limits;
+    limits.maxSide =
+        static_cast<int>(ValueOf(LargestSideKey, limits.maxSide, LXDocumentInterface::MAX_DOC_DIMENSION));
+    limits.maxDecodedBytes =
+        ValueOf(LargestDecodedKey, limits.maxDecodedBytes / Megabyte, MostMegabytes) * Megabyte;
+    return limits;
+}
