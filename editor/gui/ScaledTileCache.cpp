@@ -65,32 +65,33 @@ QImage ScaledTileCache::Compose(const LXImage32& picture, int level, const QRect
         for (int column = tiles.left(); column <= tiles.right(); ++column) {
             const QRect tileRect = TileRect(column, row);
             const QRect shared = tileRect & levelRect;
-            const Tile* const tile = Fetch(picture, {level, column, row});
-            CopyPixels(tile->image, shared.topLeft() - tileRect.topLeft(), part,
+            CopyPixels(Fetch(picture, {level, column, row}), shared.topLeft() - tileRect.topLeft(), part,
                        shared.translated(-levelRect.topLeft()));
         }
     }
     return part;
 }
 
-ScaledTileCache::Tile* ScaledTileCache::Fetch(const LXImage32& picture, const Key& key)
+QImage ScaledTileCache::Fetch(const LXImage32& picture, const Key& key)
 {
+    const Tile* const kept = m_Tiles.object(key);
+    if (kept && kept->stale.isEmpty()) return kept->image;
+
     const QRect levelRect(QPoint(0, 0), LevelSize({picture.Width(), picture.Height()}, key.level));
     const QRect tileRect = TileRect(key.column, key.row) & levelRect;
-
-    Tile* tile = m_Tiles.object(key);
+    std::unique_ptr<Tile> tile(m_Tiles.take(key));
     if (!tile) {
-        auto made = std::make_unique<Tile>();
-        made->image = QImage(tileRect.size(), QImage::Format_ARGB32_Premultiplied);
-        made->stale = made->image.rect();
-        tile = made.get();
-        m_Tiles.insert(key, made.release(), TileCost);
+        tile = std::make_unique<Tile>();
+        tile->image = QImage(tileRect.size(), QImage::Format_ARGB32_Premultiplied);
+        tile->stale = tile->image.rect();
     }
-    if (!tile->stale.isEmpty()) {
-        ReduceInto(picture, key.level, tile->stale.translated(tileRect.topLeft()), tile->image,
-                   tile->stale.topLeft());
-        m_MadePixels += qint64(tile->stale.width()) * tile->stale.height();
-        tile->stale = QRect();
-    }
-    return tile;
+    ReduceInto(picture, key.level, tile->stale.translated(tileRect.topLeft()), tile->image,
+               tile->stale.topLeft());
+    m_MadePixels += qint64(tile->stale.width()) * tile->stale.height();
+    tile->stale = QRect();
+
+    // Held here, because a budget below one tile drops it at once.
+    const QImage image = tile->image;
+    m_Tiles.insert(key, tile.release(), TileCost);
+    return image;
 }

@@ -59,7 +59,8 @@ private:
         QRect stale; ///< tile coordinates; empty when nothing is
     };
 
-    Tile* Fetch(const LXImage32& picture, const Key& key);
+    /// The tile's pixels, made anew where they were stale.
+    QImage Fetch(const LXImage32& picture, const Key& key);
 
     QCache<Key, Tile> m_Tiles; ///< cost in kilobytes
     qint64 m_MadePixels = 0;

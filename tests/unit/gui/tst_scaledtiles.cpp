@@ -21,6 +21,7 @@ private slots:
     void onlyWhatChangedIsMadeAgain();
     void whatChangedIsSeen();
     void budgetDropsTiles();
+    void aBudgetBelowOneTileStillShowsThePicture();
 };
 
 namespace {
@@ -167,6 +168,14 @@ void TestScaledTiles::budgetDropsTiles()
     const QImage first = cache.Compose(picture, 0, picture.Rect());
     QCOMPARE(cache.Compose(picture, 0, picture.Rect()), first);
     QVERIFY(cache.MadePixels() > qint64(3 * 128 * 128));
+}
+
+void TestScaledTiles::aBudgetBelowOneTileStillShowsThePicture()
+{
+    const LXImage32 picture = Noise({200, 150});
+    ScaledTileCache none(0);
+    ScaledTileCache ample(Megabyte);
+    QCOMPARE(none.Compose(picture, 0, picture.Rect()), ample.Compose(picture, 0, picture.Rect()));
 }
 
 ZK_REGISTER_TEST(tst_scaledtiles, TestScaledTiles)
