@@ -14,11 +14,15 @@ ToolWork::~ToolWork()
 bool ToolWork::BeginWork()
 {
     if (m_bWorking) return true;
-    if (!m_Tool.LockDocument()) return false;
 
+    // First, so that whoever hears of the lock finds the cursor standing.
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    m_Tool.DisableShortcuts();
     m_bWaitCursor = true;
+    if (!m_Tool.LockDocument()) {
+        RestoreCursor();
+        return false;
+    }
+    m_Tool.DisableShortcuts();
     m_bWorking = true;
     return true;
 }

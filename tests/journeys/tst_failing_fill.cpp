@@ -10,6 +10,7 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -51,12 +52,17 @@ void ExpectReport(const QString& format, const QString& line)
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression(format.arg(line)));
 }
 
-/// Clicks, and closes the message that has to come. Its title and text.
+/// Clicks, and closes the message that has to come. Its title and text; nothing unless it is a box of the
+/// main window that tells of an error and can only be closed.
 QStringList ClickAndReadMessage(EditorFixture& editor)
 {
     QStringList shown;
     editor.GetInput().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
-        shown = QStringList{box->windowTitle(), box->GetText()};
+        const QList<QPushButton*> buttons = box->findChildren<QPushButton*>();
+        const bool isOfTheWindow = box->parentWidget() == editor.Window();
+        if (isOfTheWindow && box->GetIcon() == LXMessageBox::CriticalIcon && buttons.size() == 1) {
+            shown = QStringList{box->windowTitle(), box->GetText()};
+        }
         editor.GetInput().Key(Qt::Key_Escape);
     });
     editor.Tool("Fillcan").Click(Inside);

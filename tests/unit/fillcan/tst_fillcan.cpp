@@ -21,6 +21,8 @@
 #include <QSpinBox>
 #include <QTest>
 
+#include <algorithm>
+
 // What must hold after every gesture.
 #define VERIFY_NOTHING_IS_HELD()                                                                             \
     QVERIFY(!m_pFixture->Document()->GetLockState());                                                        \
@@ -46,10 +48,13 @@ private slots:
     void aLayerWithoutPixelsIsToldAbout();
     void theMaskOfALayerWithoutPixelsIsFilled();
     void aLayerLockedForMovesIsFilled();
+    void lockedTransparencyIsFilledToo();
     void aMaskLockedOnlyForPixelsIsFilled();
+    void aMaskLockedAsAWholeIsToldAbout();
     void twoSelectedLayersDoNothingInSilence();
     void theMaskIsFilledWhenItIsTheTarget();
     void aPatternFillsInPatternMode();
+    void aPatternFillsTheMaskWithItsLightness();
     void theTargetShowsInTheCursor();
     void anotherSelectionChangesTheCursor();
 
@@ -61,6 +66,7 @@ private slots:
     void aFailedPushIsToldAndRolledBack();
     void aLongJobShowsTheProgressDialog();
     void theWorkIsHeldWhileTheJobRuns();
+    void theWorkIsTakenAndGivenBackInOrder();
     void anotherToolMayComeWhileTheJobRuns();
     void aViewThatGoesAwayGetsItsFillFirst();
     void aFailedFillIsToldAfterItsViewWentAway();
@@ -229,6 +235,30 @@ void TestFillCan::aLayerLockedForMovesIsFilled()
     QCOMPARE(m_pFixture->History().count(), 1);
 }
 
+void TestFillCan::lockedTransparencyIsFilledToo()
+{
+    m_pFixture->Document()->SetLayerImage(1, LXImage32(8, 6), {});
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, LayerLocks::Transparency);
+    Click({3.5, 2.5});
+    WaitForTheJob();
+    QCOMPARE(m_pFixture->Pixel(3, 2), QRgb(0xFFFF0000));
+}
+
+void TestFillCan::aMaskLockedAsAWholeIsToldAbout()
+{
+    m_pFixture->Document()->AddMask(1, true);
+    m_pFixture->Document()->GetModel()->SetMaskSelected(0, true);
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, LayerLocks::All);
+    QString text;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        text = box->GetText();
+        box->close();
+    });
+    Click({3.5, 2.5});
+    QCOMPARE(text, QString("Cannot fill. Layer is locked."));
+    QCOMPARE(m_pFixture->History().count(), 0);
+}
+
 void TestFillCan::aMaskLockedOnlyForPixelsIsFilled()
 {
     m_pFixture->Document()->AddMask(1, true);
@@ -276,6 +306,28 @@ void TestFillCan::aPatternFillsInPatternMode()
         if (qAlpha(expected) == 255) QCOMPARE(m_pFixture->Pixel(position.x(), position.y()), expected);
     }
     QVERIFY(m_pFixture->Pixel(3, 2) != QRgb(0xFFFF0000));
+}
+
+void TestFillCan::aPatternFillsTheMaskWithItsLightness()
+{
+    m_pFixture->Document()->AddMask(1, false);
+    m_pFixture->Document()->GetModel()->SetMaskSelected(0, true);
+    auto* patterns = Bar()->findChild<PatternSelectWidget*>();
+    patterns->SelectItem(0);
+    InPanel<QComboBox>("m_pFillModeCmb")->setCurrentIndex(1);
+    Click({3.5, 2.5});
+    WaitForTheJob();
+    const QImage pattern = patterns->GetItemImage(0).toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < 6; ++y) {
+        for (int x = 0; x < 8; ++x) {
+            const QColor color = pattern.pixelColor(x % pattern.width(), y % pattern.height());
+            const int lightness = (std::max({color.red(), color.green(), color.blue()}) +
+                                   std::min({color.red(), color.green(), color.blue()})) /
+                                  2;
+            QCOMPARE(m_pFixture->Document()->GetMaskImage(1)->GetColor(x, y).Alpha(),
+                     lightness * color.alpha() / 255);
+        }
+    }
 }
 
 void TestFillCan::theTargetShowsInTheCursor()
@@ -407,6 +459,34 @@ void TestFillCan::theWorkIsHeldWhileTheJobRuns()
     locker.Unlock();
     WaitForTheJob();
     VERIFY_NOTHING_IS_HELD();
+}
+
+void TestFillCan::theWorkIsTakenAndGivenBackInOrder()
+{
+    struct Moment
+    {
+        bool hasCursor = false;
+        bool hasShortcuts = false;
+        int steps = -1;
+    };
+
+    const auto now = [&] {
+        return Moment{QGuiApplication::overrideCursor() != nullptr,
+                      LexoAppKeyHook::instance()->AreShortcutsEnabled(), m_pFixture->History().count()};
+    };
+    Moment locked;
+    Moment unlocked;
+    connect(m_pFixture->Document(), &LXDocumentInterface::Locked, this, [&] { locked = now(); });
+    connect(m_pFixture->Document(), &LXDocumentInterface::Unlocked, this, [&] { unlocked = now(); });
+    Click({3.5, 2.5});
+    WaitForTheJob();
+    QVERIFY(locked.hasCursor);
+    QVERIFY(locked.hasShortcuts);
+    QCOMPARE(locked.steps, 0);
+    // The command is there before the document is free; the lock goes before the shortcuts come back.
+    QVERIFY(!unlocked.hasCursor);
+    QVERIFY(!unlocked.hasShortcuts);
+    QCOMPARE(unlocked.steps, 1);
 }
 
 void TestFillCan::anotherToolMayComeWhileTheJobRuns()
