@@ -375,7 +375,10 @@ void TestFillCan::aSecondClickWaitsForTheFirst()
 void TestFillCan::aDocumentLockedBySomebodyElseIsLeftAlone()
 {
     m_pFixture->Document()->Lock();
+    FaultSeams::FailNth(FaultSeams::Seam::FloodFill, 1);
     Click({3.5, 2.5});
+    // No job came past: it might wait for the other's pixels, and the click for the job.
+    QVERIFY(FaultSeams::Pass(FaultSeams::Seam::FloodFill));
     QVERIFY(m_pFixture->Document()->GetLockState());
     QVERIFY(!QGuiApplication::overrideCursor());
     QVERIFY(LexoAppKeyHook::instance()->AreShortcutsEnabled());

@@ -69,6 +69,7 @@ private slots:
     void blendModesAreUsed();
     void antialiasingSoftensInsideTheBounds();
     void antialiasingLeavesAStraightEdgeOfTheBounds();
+    void antialiasingLeavesTheSelectionsEdge();
 
     void aPatternStartsAtTheAreasTopLeft();
     void aPatternBesideTheLayerStartsAtTheCanvas();
@@ -309,6 +310,16 @@ void TestFillJob::antialiasingLeavesAStraightEdgeOfTheBounds()
     FillJobData data = FillDocument::Click(2, 2, Qt::red);
     data.antialiasing = true;
     QCOMPARE(Filled(document, data), QStringList({"......", ".rrrr.", ".rrrr.", "......"}));
+}
+
+void TestFillJob::antialiasingLeavesTheSelectionsEdge()
+{
+    FillDocument document(5, 1);
+    document.AddLayer({"#####"});
+    document.SetSelection({"##.##"});
+    FillJobData data = FillDocument::Click(0, 0, Qt::red);
+    data.antialiasing = true;
+    QCOMPARE(Filled(document, data), QStringList({"rr#rr"}));
 }
 
 void TestFillJob::aPatternStartsAtTheAreasTopLeft()

@@ -54,6 +54,7 @@ private slots:
     void blackOnAWhiteMaskHides();
     void whiteOnABlackMaskReveals();
     void valuesAreComparedByTolerance();
+    void onlyTheValuesAreCompared();
     void outsideItsRectangleAMaskHasItsDefault_data();
     void outsideItsRectangleAMaskHasItsDefault();
     void aMaskThatGrowsIsFilledWithItsDefault();
@@ -105,6 +106,17 @@ void TestFillJobMask::valuesAreComparedByTolerance()
     other.SetMask({"#h#"}, Reveals);
     data.tolerance = 127;
     QCOMPARE(Filled(other, data), QStringList({"..."}));
+}
+
+void TestFillJobMask::onlyTheValuesAreCompared()
+{
+    FillDocument document(3, 1);
+    document.AddLayer({"rrr"});
+    document.SetMask({"##."}, Reveals);
+    document->GetMaskImage(1)->SetColor(1, 0, LXRGBA32i(0xFFFFFFFF));
+    FillJobData data = MaskClick(document, 0, 0, Qt::black);
+    data.tolerance = 0;
+    QCOMPARE(RunMaskFillJob(document, data).redoGeometry, QRect(0, 0, 2, 1));
 }
 
 void TestFillJobMask::outsideItsRectangleAMaskHasItsDefault_data()
