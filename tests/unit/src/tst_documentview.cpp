@@ -1,10 +1,14 @@
 #include "IDocumentView.h"
 
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
 #include "support/TestRegistry.h"
 #include "support/ViewFixture.h"
 
 #include <QGraphicsEllipseItem>
 #include <QGraphicsScene>
+#include <QLineF>
+#include <QMainWindow>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,7 +29,13 @@ private slots:
     void aMappedRectangleIsTheBoundOfItsPolygon();
     void itemsAreFoundByPointRectangleAndEllipse();
     void panningNeedsToBeEnabledAndAllowed();
+    void theViewIsMovedToAPlace();
+    void theViewIsMovedToShowSomething();
+    void theWholeDocumentIsMadeToFit();
+    void theCentreOfAScaleIsRounded();
+    void scrollingMovesWhatTheWidgetShows();
     void withoutAMainWindowTheCentralRectIsNull();
+    void theCentralRectIsThatOfTheCentralWidget();
 };
 
 void TestDocumentView::itGivesWhatBelongsToTheView()
@@ -162,9 +172,89 @@ void TestDocumentView::panningNeedsToBeEnabledAndAllowed()
     QVERIFY(!view.IsPanning());
 }
 
+void TestDocumentView::theViewIsMovedToAPlace()
+{
+    ViewFixture fixture(600, 600);
+    IDocumentView& view = fixture.ToolView();
+    auto* item = new QGraphicsEllipseItem(498, 98, 4, 4);
+    fixture.View()->scene()->addItem(item);
+    view.SetScale(4.0, {});
+    const auto distanceTo = [&](const QPointF& scenePos) {
+        return QLineF(view.MapToScene(view.Rect()).center(), scenePos).length();
+    };
+
+    view.CenterOn(QPointF(300, 200));
+    QVERIFY(distanceTo({300, 200}) < 5);
+    view.CenterOn(200, 400);
+    QVERIFY(distanceTo({200, 400}) < 5);
+    view.CenterOn(item);
+    QVERIFY(distanceTo({500, 100}) < 5);
+}
+
+void TestDocumentView::theViewIsMovedToShowSomething()
+{
+    ViewFixture fixture(600, 600);
+    IDocumentView& view = fixture.ToolView();
+    auto* item = new QGraphicsEllipseItem(498, 98, 4, 4);
+    fixture.View()->scene()->addItem(item);
+    view.SetScale(4.0, {});
+    view.CenterOn(QPointF(300, 300));
+
+    QVERIFY(!view.MapToScene(view.Rect()).contains(item->rect()));
+    view.EnsureVisible(item);
+    QVERIFY(view.MapToScene(view.Rect()).contains(item->rect()));
+    const QRectF other(100, 500, 10, 10);
+    QVERIFY(!view.MapToScene(view.Rect()).contains(other));
+    view.EnsureVisible(other, 0, 0);
+    QVERIFY(view.MapToScene(view.Rect()).contains(other));
+}
+
+void TestDocumentView::theWholeDocumentIsMadeToFit()
+{
+    ViewFixture fixture(600, 600);
+    IDocumentView& view = fixture.ToolView();
+    view.SetScale(4.0, {});
+    QVERIFY(!view.MapToScene(view.Rect()).contains(QRectF(0, 0, 600, 600)));
+    view.FitSizeToViewPort();
+    QVERIFY(view.GetScale() < 1.0);
+    QVERIFY(view.MapToScene(view.Rect()).contains(QRectF(0, 0, 600, 600)));
+}
+
+void TestDocumentView::theCentreOfAScaleIsRounded()
+{
+    ViewFixture rough(600, 600);
+    ViewFixture exact(600, 600);
+    for (ViewFixture* fixture : {&rough, &exact}) {
+        fixture->ToolView().SetScale(2.0, {});
+        fixture->ToolView().CenterOn(QPointF(300, 300));
+    }
+    rough.ToolView().SetScale(8.0, {100.4, 80.6});
+    exact.ToolView().SetScale(8.0, {100, 81});
+    QCOMPARE(rough.ToolView().MapToScene(QPoint(0, 0)), exact.ToolView().MapToScene(QPoint(0, 0)));
+}
+
+void TestDocumentView::scrollingMovesWhatTheWidgetShows()
+{
+    ViewFixture fixture;
+    auto* child = new QWidget(fixture.View());
+    child->setGeometry(10, 20, 5, 5);
+    fixture.ToolView().Scroll(7, -3);
+    QCOMPARE(child->pos(), QPoint(17, 17));
+}
+
 void TestDocumentView::withoutAMainWindowTheCentralRectIsNull()
 {
     QCOMPARE(IDocumentView::CentralRect(), QRect());
+}
+
+void TestDocumentView::theCentralRectIsThatOfTheCentralWidget()
+{
+    QMainWindow window;
+    window.setCentralWidget(LXDocumentManager::GetDocumentArea());
+    window.resize(500, 400);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCOMPARE(IDocumentView::CentralRect(), QRect({}, LXDocumentManager::GetDocumentArea()->size()));
 }
 
 ZK_REGISTER_TEST(tst_documentview, TestDocumentView)

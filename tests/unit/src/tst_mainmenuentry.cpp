@@ -26,6 +26,7 @@ private slots:
     void entriesAreOrderedByPath();
     void aPrefixStandsBeforeLongerPaths();
     void equalPathsStandInTheOrderOfInsertion();
+    void twoEntriesWithTheSamePathAreBothKept();
 
 private:
     QList<QAction*> EditMenu() const
@@ -37,7 +38,6 @@ private:
 };
 
 namespace {
-// Paths of three elements only record, so these entries reach no menu.
 QStringList TextsOf(const MainMenuEntries& entries)
 {
     QStringList texts;
@@ -152,6 +152,17 @@ void TestMainMenuEntry::equalPathsStandInTheOrderOfInsertion()
     entries.insert(MainMenuEntry({1, 3, 0}, &second));
     entries.insert(MainMenuEntry({1, 3, 0}, &third));
     QCOMPARE(TextsOf(entries), QStringList({"first", "second", "third"}));
+}
+
+void TestMainMenuEntry::twoEntriesWithTheSamePathAreBothKept()
+{
+    QAction first("first");
+    QAction second("second");
+    MainMenuEntries entries;
+    entries.insert(MainMenuEntry({ZKMenuManager::Edit, 11}, &first));
+    entries.insert(MainMenuEntry({ZKMenuManager::Edit, 11}, &second));
+    QCOMPARE(TextsOf(entries), QStringList({"first", "second"}));
+    QCOMPARE(EditMenu(), QList<QAction*>({&first, &second}));
 }
 
 ZK_REGISTER_TEST(tst_mainmenuentry, TestMainMenuEntry)

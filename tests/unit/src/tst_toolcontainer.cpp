@@ -1,12 +1,18 @@
 #include "IDocumentView.h"
 #include "IDocumentViewState.h"
 #include "IDocumentViewTool.h"
+#include "LXViewTool.h"
+#include "RecordingTool.h"
 #include "ZKOldToolContainer.h"
 
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
 #include "support/TestRegistry.h"
 #include "support/ViewFixture.h"
 
+#include <QMainWindow>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -64,7 +70,9 @@ private slots:
     void aNullWindowTakesTheViewAwayOnce();
     void aWindowWithoutADocumentLeavesTheToolsWithoutAView();
     void theLastDocumentsSignalsAreFollowed();
+    void theClosedLastDocumentOfTheAreaTakesTheViewAwayOnce();
     void stateBitsAreToldToTheTools();
+    void theViewLockOfAToolIsToldToAllTools();
     void theStateIsClearedWithTheWindow();
     void aDeletedToolLeavesTheList();
     void nullAndForeignObjectsAreSkipped();
@@ -105,6 +113,27 @@ void TestToolContainer::aNullWindowTakesTheViewAwayOnce()
     container.OnDocumentActivated(window.window);
     tool.notes.clear();
     container.OnDocumentActivated(nullptr);
+    QCOMPARE(tool.notes, QStringList({"no view"}));
+}
+
+void TestToolContainer::theClosedLastDocumentOfTheAreaTakesTheViewAwayOnce()
+{
+    QMainWindow mainWindow;
+    LXMdiArea* area = LXDocumentManager::GetDocumentArea();
+    mainWindow.setCentralWidget(area);
+    mainWindow.show();
+    QVERIFY(QTest::qWaitForWindowActive(&mainWindow));
+    ZKOldToolContainer container;
+    RecordingViewTool tool;
+    container.AddTool(&tool);
+
+    LXDocumentInterface* document = LXDocumentFactory::Instance()->Create(LXDocumentInterface::Argb32);
+    document->SetDocumentSize({8, 8});
+    QVERIFY(LXDocumentManager::Instance()->AddDocument(document));
+    QCOMPARE(tool.notes, QStringList({"no view", "view"}));
+    tool.notes.clear();
+    area->GetWindows().first()->close();
+    QTRY_VERIFY(LXDocumentManager::Instance()->GetDocuments().isEmpty());
     QCOMPARE(tool.notes, QStringList({"no view"}));
 }
 
@@ -149,6 +178,29 @@ void TestToolContainer::stateBitsAreToldToTheTools()
     tool.lastView->Lock(this);
     tool.lastView->Unlock(this);
     QCOMPARE(tool.notes, QStringList({"state 0 to 1", "state 1 to 0"}));
+}
+
+void TestToolContainer::theViewLockOfAToolIsToldToAllTools()
+{
+    Window window;
+    ZKOldToolContainer container;
+    auto* locking = new RecordingTool;
+    auto* other = new RecordingTool;
+    LXViewTool lockingAdapter(locking);
+    LXViewTool otherAdapter(other);
+    container.AddTool(&lockingAdapter);
+    container.AddTool(&otherAdapter);
+    container.OnDocumentActivated(window.window);
+    const QSignalSpy toItself(locking, &LXViewToolBase::OnDocumentStateChanged);
+    const QSignalSpy toTheOther(other, &LXViewToolBase::OnDocumentStateChanged);
+
+    QVERIFY(locking->LockView());
+    QVERIFY(!other->LockView());
+    QVERIFY(locking->UnlockView());
+    const QList<QVariantList> changes{{0ULL, 1ULL}, {1ULL, 0ULL}};
+    QCOMPARE(QList<QVariantList>(toItself), changes);
+    QCOMPARE(QList<QVariantList>(toTheOther), changes);
+    container.OnDocumentActivated(nullptr);
 }
 
 void TestToolContainer::theStateIsClearedWithTheWindow()
