@@ -12,6 +12,8 @@ class TestGeneralFunctions : public QObject
 private slots:
     void snapDirectionTakesTheSectorOfTheAngle_data();
     void snapDirectionTakesTheSectorOfTheAngle();
+    void anAngleOnABoundTakesTheSectorBehindIt_data();
+    void anAngleOnABoundTakesTheSectorBehindIt();
     void snapDirectionOfEqualPointsIsToTheRight();
     void projectionIsTheFootOfThePerpendicular();
     void projectionDoesNotNeedADirectionOfLengthOne();
@@ -53,6 +55,37 @@ void TestGeneralFunctions::snapDirectionTakesTheSectorOfTheAngle()
     QFETCH(double, angle);
     const QPointF from(30, 40);
     QTEST(ZKGeneralFunctions::SnapDirection(from, from + QLineF::fromPolar(1000, angle).p2()), "direction");
+}
+
+void TestGeneralFunctions::anAngleOnABoundTakesTheSectorBehindIt_data()
+{
+    QTest::addColumn<double>("angle");
+    QTest::addColumn<QPointF>("direction");
+    const auto row = [](double angle, double x, double y) {
+        QTest::addRow("angle %.1f", angle) << angle << QPointF(x, y);
+    };
+    row(22.5, 1, -1);
+    row(67.5, 0, -1);
+    row(112.5, -1, -1);
+    row(147.5, -1, 0);
+    row(-22.5, 1, 1);
+    row(-67.5, 0, 1);
+    row(-112.5, -1, 1);
+    row(-147.5, -1, 0);
+}
+
+void TestGeneralFunctions::anAngleOnABoundTakesTheSectorBehindIt()
+{
+    QFETCH(double, angle);
+    const double unsignedAngle = angle < 0 ? angle + 360 : angle;
+    // Most lengths miss the angle by a rounding.
+    QPointF end;
+    for (int length = 1; length < 10000 && end.isNull(); ++length) {
+        const QLineF line = QLineF::fromPolar(length, angle);
+        if (QLineF({}, line.p2()).angle() - unsignedAngle == 0.0) end = line.p2();
+    }
+    QVERIFY2(!end.isNull(), "no line has exactly this angle");
+    QTEST(ZKGeneralFunctions::SnapDirection({}, end), "direction");
 }
 
 void TestGeneralFunctions::snapDirectionOfEqualPointsIsToTheRight()
