@@ -34,6 +34,7 @@ private slots:
     void shutdownWithoutInitIsHarmless();
     void settingsAreLoadedWhenAllToolsStand();
     void settingsAreSavedAtShutdown();
+    void shutdownSavesBeforeItUnregistersAndDeletesAfter();
     void everyToolIsReachedThroughItsUnit();
 
 private:
@@ -183,6 +184,28 @@ void TestBasicTools::settingsAreSavedAtShutdown()
     ZKToolGroupManager::Activate(nullptr);
     Plugin()->Shutdown();
     QCOMPARE(ZKApplication::GetUserValue("FillCanTool/Active", true).toBool(), false);
+}
+
+void TestBasicTools::shutdownSavesBeforeItUnregistersAndDeletesAfter()
+{
+    ZKApplication::SetUserValue("FillCanTool/Active", true);
+    Plugin()->Init();
+    ZKToolGroupManager::Activate(nullptr);
+    QStringList log;
+    auto* container = qobject_cast<ZKPluginContainer*>(Instance());
+    connect(container, &ZKPluginContainer::PluginUnregistered, this, [&log](ZKPlugin* plugin) {
+        const bool isSaved = !ZKApplication::GetUserValue("FillCanTool/Active", true).toBool();
+        log << (isSaved ? "saved" : "not saved") << "unregistered " + plugin->GetName();
+        connect(plugin->property("tool").value<QObject*>(), &QObject::destroyed,
+                [&log] { log << "tool deleted"; });
+    });
+    Plugin()->Shutdown();
+    QStringList expected;
+    for (const QString& name : Names) {
+        expected << "saved"
+                 << "unregistered " + name << "tool deleted";
+    }
+    QCOMPARE(log, expected);
 }
 
 void TestBasicTools::everyToolIsReachedThroughItsUnit()
