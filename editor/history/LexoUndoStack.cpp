@@ -17,6 +17,8 @@ public:
     bool CloseDelayed();
     void Announce(LexoUndoStack* stack);
     void AnnounceIndex(LexoUndoStack* stack);
+    template <class Step>
+    void Run(LexoUndoStack* stack, bool hasClosed, const Step& step);
     void ApplyLimits(LexoUndoStack* stack, int steps, qint64 bytes);
 };
 
@@ -55,6 +57,19 @@ void LexoUndoStackPrivate::AnnounceIndex(LexoUndoStack* stack)
     Announce(stack);
 }
 
+/// A step that throws ends the call, but not before everybody has heard how far it came.
+template <class Step>
+void LexoUndoStackPrivate::Run(LexoUndoStack* stack, bool hasClosed, const Step& step)
+{
+    const int before = list.Index();
+    try {
+        step();
+    } catch (...) {
+        if (hasClosed || list.Index() != before) AnnounceIndex(stack);
+        throw;
+    }
+}
+
 void LexoUndoStackPrivate::ApplyLimits(LexoUndoStack* stack, int steps, qint64 bytes)
 {
     const int before = list.Index();
@@ -73,8 +88,8 @@ void LexoUndoStack::push(LexoCommand* command)
     std::unique_ptr<LexoCommand> owned(command);
     if (!owned) return;
     if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
-    m_pPrivate->CloseDelayed();
-    owned->redo();
+    const bool hasClosed = m_pPrivate->CloseDelayed();
+    m_pPrivate->Run(this, hasClosed, [&owned] { owned->redo(); });
     m_pPrivate->Append(std::move(owned));
     m_pPrivate->AnnounceIndex(this);
 }
@@ -84,8 +99,8 @@ void LexoUndoStack::pushDelayed(LexoCommand* command)
     std::unique_ptr<LexoCommand> owned(command);
     if (!owned) return;
     if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
-    m_pPrivate->CloseDelayed();
-    owned->BeginTransaction();
+    const bool hasClosed = m_pPrivate->CloseDelayed();
+    m_pPrivate->Run(this, hasClosed, [&owned] { owned->BeginTransaction(); });
     m_pPrivate->delayed = std::move(owned);
     m_pPrivate->Announce(this);
 }
@@ -123,9 +138,9 @@ void LexoUndoStack::undo()
 {
     if (m_pPrivate->IsMacroOpen()) return;
     emit aboutIndexChanged();
-    m_pPrivate->CloseDelayed();
+    const bool hasClosed = m_pPrivate->CloseDelayed();
     if (m_pPrivate->list.Index() == 0) return;
-    m_pPrivate->list.StepBack();
+    m_pPrivate->Run(this, hasClosed, [this] { m_pPrivate->list.StepBack(); });
     m_pPrivate->AnnounceIndex(this);
 }
 
@@ -147,12 +162,14 @@ void LexoUndoStack::setIndex(int index)
     CommandList& list = m_pPrivate->list;
     const int target = qBound(0, index, list.Count());
     if (target == list.Index() && !hasClosed) return;
-    while (list.Index() > target) {
-        list.StepBack();
-    }
-    while (list.Index() < target) {
-        list.StepForward();
-    }
+    m_pPrivate->Run(this, hasClosed, [&list, target] {
+        while (list.Index() > target) {
+            list.StepBack();
+        }
+        while (list.Index() < target) {
+            list.StepForward();
+        }
+    });
     m_pPrivate->AnnounceIndex(this);
 }
 

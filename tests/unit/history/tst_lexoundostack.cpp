@@ -53,6 +53,9 @@ private slots:
     void aDelayedCommandIsClosedIntoTheMacro();
     void aMacroThatFailsHalfwayIsTakenBack();
     void setIndexWalksBothWaysAndSendsOneSignal();
+    void aWalkThatThrowsTellsHowFarItCame();
+    void whatWasClosedBeforeAThrowIsTold_data();
+    void whatWasClosedBeforeAThrowIsTold();
     void nothingToUndoOnlyAsks();
     void textsTellWhatUndoAndRedoWouldDo();
     void cleanStateFollowsTheIndex();
@@ -307,6 +310,49 @@ void TestLexoUndoStack::setIndexWalksBothWaysAndSendsOneSignal()
              QStringList({"aboutIndexChanged", "b redo", "c redo", "indexChanged 3"}));
     logged.stack.setIndex(3);
     QCOMPARE(logged.TakeLog(), QStringList({"aboutIndexChanged"}));
+}
+
+void TestLexoUndoStack::aWalkThatThrowsTellsHowFarItCame()
+{
+    LoggedStack logged;
+    RecordedCommand* failing = logged.Make("a");
+    logged.stack.push(failing);
+    logged.stack.push(logged.Make("b"));
+    failing->failsOnUndo = true;
+    logged.TakeLog();
+    QVERIFY_EXCEPTION_THROWN(logged.stack.setIndex(0), std::runtime_error);
+    QCOMPARE(logged.TakeLog().filter("ndexChanged"), QStringList({"aboutIndexChanged", "indexChanged 1"}));
+    QCOMPARE(logged.stack.index(), 1);
+
+    QVERIFY_EXCEPTION_THROWN(logged.stack.setIndex(0), std::runtime_error);
+    QCOMPARE(logged.TakeLog().filter("ndexChanged"), QStringList({"aboutIndexChanged"}));
+}
+
+void TestLexoUndoStack::whatWasClosedBeforeAThrowIsTold_data()
+{
+    QTest::addColumn<bool>("isUndo");
+    QTest::newRow("push") << false;
+    QTest::newRow("undo") << true;
+}
+
+void TestLexoUndoStack::whatWasClosedBeforeAThrowIsTold()
+{
+    QFETCH(bool, isUndo);
+    LoggedStack logged;
+    RecordedCommand* open = logged.Make("open");
+    open->failsOnUndo = true;
+    logged.stack.pushDelayed(open);
+    logged.TakeLog();
+    if (isUndo) {
+        QVERIFY_EXCEPTION_THROWN(logged.stack.undo(), std::runtime_error);
+    } else {
+        RecordedCommand* failing = logged.Make("failing");
+        failing->failsOnRedo = true;
+        QVERIFY_EXCEPTION_THROWN(logged.stack.push(failing), std::runtime_error);
+    }
+    QCOMPARE(logged.TakeLog().filter(QRegExp("close|ndexChanged")),
+             QStringList({"aboutIndexChanged", "open close", "indexChanged 1"}));
+    QCOMPARE(logged.stack.undoText(), QString("open"));
 }
 
 void TestLexoUndoStack::nothingToUndoOnlyAsks()
