@@ -5,6 +5,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
 #include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
@@ -17,6 +18,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QSemaphore>
+#include <QTabBar>
 #include <QTest>
 
 #include <thread>
@@ -34,6 +36,8 @@ private slots:
     void undoDoesNothingWhileTheJobRuns();
     void savingDoesNothingWhileTheJobRuns();
     void closingIsRefusedWhileTheJobRuns();
+    void theTabsCloseButtonIsRefusedWhileTheJobRuns();
+    void anotherTabMayBeChosenWhileTheJobRuns();
     void shutdownDuringAJobLeavesNothing();
     void aFailedJobLeavesNothing();
     void thePointerDoesNotWaitForAWorker();
@@ -109,6 +113,45 @@ void TestRunningJob::closingIsRefusedWhileTheJobRuns()
     }
     editor.Settle();
     QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+void TestRunningJob::theTabsCloseButtonIsRefusedWhileTheJobRuns()
+{
+    EditorFixture editor(40, 30);
+    editor.Tool("Fillcan");
+    auto* tabs = editor.Window()->GetDocumentArea()->findChild<QTabBar*>();
+    {
+        const LXDocumentLayerLockerForWrite hold(editor.Document(), 1);
+        editor.GetInput().ClickInScene(editor.View(), Inside);
+        editor.GetInput().Click(tabs->tabButton(0, QTabBar::RightSide));
+        QVERIFY(editor.Document());
+        QVERIFY(editor.Document()->GetLockState());
+    }
+    editor.Settle();
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Fill"});
+}
+
+void TestRunningJob::anotherTabMayBeChosenWhileTheJobRuns()
+{
+    EditorFixture editor(40, 30);
+    LXDocumentInterface* first = editor.Document();
+    LexoUndoStack* firstHistory = editor.History();
+    LXDocumentInterface* second = editor.Files()->New(QSize(50, 20), Qt::white);
+    auto* tabs = editor.Window()->GetDocumentArea()->findChild<QTabBar*>();
+    editor.GetInput().Click(tabs, tabs->tabRect(0).center());
+    QCOMPARE(editor.Document(), first);
+
+    editor.Tool("Fillcan");
+    FaultSeams::SlowDown(FaultSeams::Seam::FloodFill, 200);
+    editor.GetInput().ClickInScene(editor.View(), Inside);
+    QVERIFY(first->GetLockState());
+    editor.GetInput().Click(tabs, tabs->tabRect(1).center());
+    editor.Settle();
+    QCOMPARE(editor.Document(), second);
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+    // The fill landed where it was wanted before the tool left.
+    QVERIFY(!first->GetLockState());
+    QCOMPARE(firstHistory->count(), 1);
 }
 
 void TestRunningJob::shutdownDuringAJobLeavesNothing()
