@@ -198,8 +198,8 @@ void TestToolContainer::theViewLockOfAToolIsToldToAllTools()
     QVERIFY(!other->LockView());
     QVERIFY(locking->UnlockView());
     const QList<QVariantList> changes{{0ULL, 1ULL}, {1ULL, 0ULL}};
-    QCOMPARE(QList<QVariantList>(toItself), changes);
-    QCOMPARE(QList<QVariantList>(toTheOther), changes);
+    QCOMPARE(toItself.mid(0), changes);
+    QCOMPARE(toTheOther.mid(0), changes);
     container.OnDocumentActivated(nullptr);
 }
 

@@ -11,6 +11,7 @@
 #include "support/TestRegistry.h"
 
 #include <QAction>
+#include <QPointer>
 #include <QTest>
 
 namespace {
@@ -21,8 +22,12 @@ public:
     FurnishedTool()
     {
         button.setCheckable(true);
-        bar.setWindowTitle("Furnished bar");
+        bar->setWindowTitle("Furnished bar");
     }
+
+    ~FurnishedTool() override { delete bar; }
+
+    Q_DISABLE_COPY(FurnishedTool)
 
     QList<QAction*> GetMenuActions() override { return {&menuAction}; }
 
@@ -31,7 +36,7 @@ public:
     MainMenuEntries GetMainMenuEntries() override { return {MainMenuEntry({1, 2, 3}, &menuAction)}; }
 
     LToolBoxButton button;
-    QWidget bar;
+    QPointer<QWidget> bar = new QWidget; // goes with the area, when one took it in
     QWidget panel;
     QAction menuAction;
     QAction barAction;
@@ -39,7 +44,7 @@ public:
 protected:
     QWidget* GetToolWidget() override { return &panel; }
 
-    QWidget* GetToolBar() override { return &bar; }
+    QWidget* GetToolBar() override { return bar; }
 
     LToolBoxButton* GetToolBoxButton() override { return &button; }
 
@@ -98,9 +103,8 @@ void TestViewToolWidgets::theBarIsTakenInUnderItsTitle()
 {
     ToolBarArea area;
     m_pAdapter->SetToolBarManager(nullptr);
-    QVERIFY(area.isAncestorOf(&m_pTool->bar));
-    QCOMPARE(m_pTool->bar.accessibleName(), QString("Furnished bar"));
-    m_pTool->bar.setParent(nullptr);
+    QVERIFY(area.isAncestorOf(m_pTool->bar));
+    QCOMPARE(m_pTool->bar->accessibleName(), QString("Furnished bar"));
 }
 
 void TestViewToolWidgets::theChosenToolShowsItsInterface()
@@ -109,13 +113,12 @@ void TestViewToolWidgets::theChosenToolShowsItsInterface()
     ZKToolGroupManager::Activate(m_pAdapter->GetActivateAction());
     QVERIFY(m_pTool->button.isChecked());
     QCOMPARE(LXToolWidgetManager::instance()->GetCurrentWidget(), &m_pTool->panel);
-    QCOMPARE(area.ShownBar(), &m_pTool->bar);
+    QCOMPARE(area.ShownBar(), m_pTool->bar);
 
     ZKToolGroupManager::Activate(nullptr);
     QVERIFY(!m_pTool->button.isChecked());
     QVERIFY(!LXToolWidgetManager::instance()->GetCurrentWidget());
-    QVERIFY2(area.ShownBar() == &m_pTool->bar, "the next tool shows its own bar");
-    m_pTool->bar.setParent(nullptr);
+    QVERIFY2(area.ShownBar() == m_pTool->bar, "the next tool shows its own bar");
 }
 
 void TestViewToolWidgets::aTemporaryToolLeavesTheInterfaceOfTheChosenOne()
@@ -129,7 +132,6 @@ void TestViewToolWidgets::aTemporaryToolLeavesTheInterfaceOfTheChosenOne()
     temporary.GetActivateAction()->SetImplicitChecked(false);
     QVERIFY(m_pTool->IsActive());
     ZKToolGroupManager::Activate(nullptr);
-    m_pTool->bar.setParent(nullptr);
 }
 
 void TestViewToolWidgets::aRefusalEndsThePressOnAButton()
@@ -148,7 +150,6 @@ void TestViewToolWidgets::aRefusalEndsThePressOnAButton()
     QVERIFY(m_pTool->IsActive());
     QVERIFY(!stubborn->IsActive());
     ZKToolGroupManager::Activate(nullptr);
-    m_pTool->bar.setParent(nullptr);
 }
 
 void TestViewToolWidgets::theLayersPanelIsStoredAfterTheSignal()
