@@ -2,13 +2,43 @@
 
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
+#include "document/AlphaScan.h"
 #include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "document/LXDocumentSelectionLockerForRead.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
+#include "history/SelectionCommand.h"
+#include "history/SelectionCommandData.h"
+#include "image/LXImage.h"
 
 #include <QAction>
+#include <QPainterPath>
+
+#include <memory>
+
+namespace {
+bool IsAllSelected(const LXDocumentInterface* document)
+{
+    const QRect canvas(QPoint(0, 0), document->GetDocumentSize());
+    if (document->GetSelectionBoundingRect() != canvas) return false;
+
+    const LXDocumentSelectionLockerForRead locker(document);
+    return AlphaScan::IsOpaque(document->GetSelectionMask(),
+                               canvas.translated(-document->GetSelectionMaskOffset()));
+}
+} // namespace
 
 EditMenu::EditMenu(MainWindow* window) : QObject(window), m_pWindow(window)
+{
+    AddHistoryEntries();
+    AddSelectionEntries();
+    connect(window, &MainWindow::ActiveViewChanged, this, &EditMenu::Follow);
+    UpdateActions();
+    UpdateSelectionActions();
+}
+
+void EditMenu::AddHistoryEntries()
 {
     const QList<QKeySequence> redoKeys{Qt::CTRL + Qt::SHIFT + Qt::Key_Z, Qt::CTRL + Qt::Key_Y};
     m_pUndo = AddMenuAction(this, {ZKMenuManager::Edit,
@@ -23,9 +53,23 @@ EditMenu::EditMenu(MainWindow* window) : QObject(window), m_pWindow(window)
     m_pRedo->setObjectName(QStringLiteral("redoAction"));
     connect(m_pUndo, &QAction::triggered, this, [this] { Step(&LexoUndoStack::undo); });
     connect(m_pRedo, &QAction::triggered, this, [this] { Step(&LexoUndoStack::redo); });
+}
 
-    connect(window, &MainWindow::ActiveViewChanged, this, &EditMenu::Follow);
-    UpdateActions();
+void EditMenu::AddSelectionEntries()
+{
+    AddMenuSeparator(this, ZKMenuManager::Edit, 60);
+    m_pSelectAll = AddMenuAction(
+        this,
+        {ZKMenuManager::Edit, 61, tr("Select &All"), tr("Selects the whole canvas"), {Qt::CTRL + Qt::Key_A}});
+    m_pDeselect = AddMenuAction(this, {ZKMenuManager::Edit,
+                                       62,
+                                       tr("D&eselect"),
+                                       tr("Selects nothing, so that the whole canvas can be changed"),
+                                       {Qt::CTRL + Qt::SHIFT + Qt::Key_A, Qt::CTRL + Qt::Key_D}});
+    m_pSelectAll->setObjectName(QStringLiteral("selectAllAction"));
+    m_pDeselect->setObjectName(QStringLiteral("deselectAction"));
+    connect(m_pSelectAll, &QAction::triggered, this, &EditMenu::SelectAll);
+    connect(m_pDeselect, &QAction::triggered, this, [this] { Select(QPainterPath(), tr("Deselect")); });
 }
 
 void EditMenu::Follow(ZKDocumentView* view)
@@ -34,6 +78,17 @@ void EditMenu::Follow(ZKDocumentView* view)
     m_pHistory = view ? view->GetHistory() : nullptr;
     if (m_pHistory) connect(m_pHistory, &LexoUndoStack::historyChanged, this, &EditMenu::UpdateActions);
     UpdateActions();
+
+    if (m_pDocument) m_pDocument->disconnect(this);
+    m_pDocument = view ? view->GetModel()->GetDocument() : nullptr;
+    if (m_pDocument) {
+        const auto update = &EditMenu::UpdateSelectionActions;
+        connect(m_pDocument, &LXDocumentInterface::SelectionChanged, this, update);
+        connect(m_pDocument, &LXDocumentInterface::DocumentSizeChanged, this, update);
+        connect(m_pDocument, &LXDocumentInterface::Locked, this, update);
+        connect(m_pDocument, &LXDocumentInterface::Unlocked, this, update);
+    }
+    UpdateSelectionActions();
 }
 
 void EditMenu::Step(void (LexoUndoStack::*step)())
@@ -43,6 +98,41 @@ void EditMenu::Step(void (LexoUndoStack::*step)())
     if (!m_pHistory || !document || document->GetLockState()) return;
 
     (m_pHistory->*step)();
+}
+
+void EditMenu::SelectAll()
+{
+    if (!m_pDocument) return;
+
+    QPainterPath canvas;
+    canvas.addRect(QRect(QPoint(0, 0), m_pDocument->GetDocumentSize()));
+    Select(canvas, tr("Select all"));
+}
+
+void EditMenu::Select(const QPainterPath& path, const QString& text)
+{
+    if (!m_pHistory || !m_pDocument || m_pDocument->GetLockState()) return;
+
+    auto data = std::make_unique<SelectionCommandData>();
+    data->SetSelectionOp(SelectionCommandData::Replace);
+    data->SetSelectionGeometry(path);
+    {
+        const LXDocumentSelectionLockerForRead locker(m_pDocument);
+        data->SetUndoSel(m_pDocument->GetSelectionMaskOffset(), m_pDocument->GetSelectionMask());
+    }
+    auto command = std::make_unique<SelectionCommand>(m_pDocument);
+    command->setText(text);
+    if (!command->SetCommandData(data.get())) return;
+
+    data.release(); // the command's now
+    m_pHistory->push(command.release());
+}
+
+void EditMenu::UpdateSelectionActions()
+{
+    const bool isFree = m_pDocument && m_pHistory && !m_pDocument->GetLockState();
+    m_pSelectAll->setEnabled(isFree && !IsAllSelected(m_pDocument));
+    m_pDeselect->setEnabled(isFree && m_pDocument->HasSelection());
 }
 
 void EditMenu::UpdateActions()

@@ -3,12 +3,15 @@
 #include <QObject>
 #include <QPointer>
 
+class LXDocumentInterface;
 class LexoUndoStack;
 class MainWindow;
 class QAction;
+class QPainterPath;
 class ZKDocumentView;
 
-/// The entries "Undo" and "Redo" of the menu "Edit", which follow the history of the active document.
+/// The entries of the menu "Edit", which follow the active document: its history for "Undo" and "Redo", its
+/// selection for "Select All" and "Deselect".
 /// Main thread only.
 class EditMenu : public QObject
 {
@@ -18,12 +21,21 @@ public:
     explicit EditMenu(MainWindow* window);
 
 private:
+    void AddHistoryEntries();
+    void AddSelectionEntries();
     void Follow(ZKDocumentView* view);
     void Step(void (LexoUndoStack::*step)());
+    void SelectAll();
+    /// One step that puts the inside of the path in the place of the selection.
+    void Select(const QPainterPath& path, const QString& text);
     void UpdateActions();
+    void UpdateSelectionActions();
 
     MainWindow* m_pWindow;
     QPointer<LexoUndoStack> m_pHistory;
+    QPointer<LXDocumentInterface> m_pDocument;
     QAction* m_pUndo;
     QAction* m_pRedo;
+    QAction* m_pSelectAll;
+    QAction* m_pDeselect;
 };
