@@ -111,6 +111,11 @@ void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->restore();
 }
 
+bool LayerDelegate::IsOnEye(const QRect& row, const QPoint& pos)
+{
+    return RowPlaces(row, false, false).eye.contains(pos);
+}
+
 QSize LayerDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
 {
     return {EyeWidth + 2 * (PictureSize + Gap), RowHeight};
@@ -175,10 +180,6 @@ bool LayerDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const 
 
     const RowPlaces places = PlacesOf(option, index);
     const QPoint pos = static_cast<QMouseEvent*>(event)->pos();
-    if (places.eye.contains(pos)) {
-        emit VisibleWanted(index.row(), !layers->GetVisible(index.row()));
-        return true;
-    }
     const bool onMask = HasMask(index) && places.mask.contains(pos);
     if (!onMask && !places.layer.contains(pos)) return false;
     layers->SetMaskSelected(index.row(), onMask);

@@ -3,13 +3,16 @@
 #include <QStyledItemDelegate>
 
 /// A row of the list of layers: an eye, the layer's picture, its mask's picture, the name, a lock. A press
-/// on the eye wants the layer shown or hidden, one on a picture makes it the target of painting.
+/// on a picture makes it the target of painting; one on the eye is the list's, since it selects nothing.
 class LayerDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// Whether the position is on the eye of the row; both in the coordinates of the list's viewport.
+    static bool IsOnEye(const QRect& row, const QPoint& pos);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

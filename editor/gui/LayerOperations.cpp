@@ -138,9 +138,9 @@ void LayerOperations::DeleteLayers()
     if (several && history) history->endMacro();
 }
 
-void LayerOperations::AddMask()
+void LayerOperations::AddMask(bool reveals)
 {
-    if (CanAddMask()) Push(LayerCommands::AddMask(GetModel()->GetDocument(), IdOf(GetRow()), true));
+    if (CanAddMask()) Push(LayerCommands::AddMask(GetModel()->GetDocument(), IdOf(GetRow()), reveals));
 }
 
 void LayerOperations::Move(int by)

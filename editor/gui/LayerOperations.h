@@ -37,7 +37,8 @@ public:
 
     void Add();
     void Delete();
-    void AddMask();
+    /// @param reveals  false for a mask that hides the layer
+    void AddMask(bool reveals);
     void Move(int by);
     void SetBlendMode(unsigned int mode);
     /// 0 to 1

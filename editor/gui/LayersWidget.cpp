@@ -11,6 +11,7 @@
 #include "image/BlendMode.h"
 #include "utils/ZKIconHelper.h"
 
+#include <QApplication>
 #include <QItemSelectionModel>
 #include <QSignalBlocker>
 
@@ -53,7 +54,8 @@ void LayersWidgetPrivate::SetUpButtons()
         QObject::connect(button, &QToolButton::clicked, &m_Operations, act);
     };
     setUp(m_Ui.m_pAddBtn, "layer_add", LayersWidget::tr("New layer"), [this] { m_Operations.Add(); });
-    setUp(m_Ui.m_pMaskBtn, "layer_mask", LayersWidget::tr("Add a mask"), [this] { m_Operations.AddMask(); });
+    setUp(m_Ui.m_pMaskBtn, "layer_mask", LayersWidget::tr("Add a mask (with Shift one that hides all)"),
+          [this] { m_Operations.AddMask(!QApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)); });
     setUp(m_Ui.m_pLockBtn, "layer_lock", LayersWidget::tr("Lock the layer"),
           [this](bool checked) { m_Operations.SetLocked(checked); });
     setUp(m_Ui.m_pUpBtn, "chevron_up", LayersWidget::tr("Move the layer up"),
@@ -91,6 +93,9 @@ void LayersWidgetPrivate::SetUpList()
     auto* const delegate = new LayerDelegate(m_Ui.m_pList);
     m_Ui.m_pList->setItemDelegate(delegate);
     QObject::connect(delegate, &LayerDelegate::VisibleWanted, &m_Operations, &LayerOperations::SetVisible);
+    QObject::connect(m_Ui.m_pList, &LayerListView::EyePressed, &m_Operations, [this](int row) {
+        m_Operations.SetVisible(row, !m_Operations.GetModel()->GetVisible(row));
+    });
     QObject::connect(delegate, &LayerDelegate::NameWanted, &m_Operations, &LayerOperations::Rename);
 }
 

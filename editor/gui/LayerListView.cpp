@@ -1,0 +1,40 @@
+#include "gui/LayerListView.h"
+
+#include "gui/LayerDelegate.h"
+
+#include <QMouseEvent>
+
+bool LayerListView::TakeEyePress(const QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->pos());
+    if (event->button() != Qt::LeftButton || !index.isValid()) return false;
+    if (!LayerDelegate::IsOnEye(visualRect(index), event->pos())) return false;
+
+    m_bEyeIsDown = true;
+    emit EyePressed(index.row());
+    return true;
+}
+
+void LayerListView::mousePressEvent(QMouseEvent* event)
+{
+    if (!TakeEyePress(event)) QListView::mousePressEvent(event);
+}
+
+void LayerListView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!TakeEyePress(event)) QListView::mouseDoubleClickEvent(event);
+}
+
+void LayerListView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!m_bEyeIsDown) QListView::mouseMoveEvent(event);
+}
+
+void LayerListView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!m_bEyeIsDown || event->button() != Qt::LeftButton) {
+        QListView::mouseReleaseEvent(event);
+        return;
+    }
+    m_bEyeIsDown = false;
+}
