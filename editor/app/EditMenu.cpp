@@ -124,7 +124,7 @@ void EditMenu::Select(const QPainterPath& path, const QString& text)
     command->setText(text);
     if (!command->SetCommandData(data.get())) return;
 
-    data.release(); // the command's now
+    static_cast<void>(data.release()); // the command has it now
     m_pHistory->push(command.release());
 }
 
