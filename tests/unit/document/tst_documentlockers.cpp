@@ -168,7 +168,7 @@ void TestDocumentLockers::releaseWaitsForWorkers()
 /// never see a mixture. Clean under the thread sanitizer.
 void TestDocumentLockers::manyThreadsReadWriteAndLookAtThePicture()
 {
-    constexpr int Rounds = 60;
+    constexpr int rounds = 60;
     const QSize size(200, 150);
     const OwnedDocument document = Make(size);
     document->AddLayer("low", Filled(size, 0xFF000001), QPoint());
@@ -181,7 +181,7 @@ void TestDocumentLockers::manyThreadsReadWriteAndLookAtThePicture()
                image.GetColor(rect.center().x(), rect.center().y()).value == first;
     };
     const auto write = [&](unsigned int id) {
-        for (int round = 0; round < Rounds; ++round) {
+        for (int round = 0; round < rounds; ++round) {
             LXDocumentLayerLockerForRead reader(document.get(), id);
             {
                 const LXDocumentLayerLockerForWrite writer(document.get(), id);
@@ -197,7 +197,7 @@ void TestDocumentLockers::manyThreadsReadWriteAndLookAtThePicture()
         }
     };
     const auto look = [&] {
-        for (int round = 0; round < Rounds; ++round) {
+        for (int round = 0; round < rounds; ++round) {
             const LXDocumentLayerLockerForRead merged(document.get(), 0);
             const LXImage32& picture = *document->GetLayerImage(0);
             if (!isUniform(picture, QRect(20, 20, 100, 100))) ++mixtures;
@@ -217,8 +217,8 @@ void TestDocumentLockers::manyThreadsReadWriteAndLookAtThePicture()
     QCOMPARE(mixtures.load(), 0);
 
     const LXDocumentLayerLockerForRead merged(document.get(), 0);
-    QCOMPARE(document->GetLayerImage(0)->GetColor(50, 50).value, 0xFF000000u | (Rounds - 1));
-    QCOMPARE(document->GetLayerImage(0)->GetColor(199, 149).value, 0xFF000000u | (Rounds - 1));
+    QCOMPARE(document->GetLayerImage(0)->GetColor(50, 50).value, 0xFF000000u | (rounds - 1));
+    QCOMPARE(document->GetLayerImage(0)->GetColor(199, 149).value, 0xFF000000u | (rounds - 1));
 }
 
 ZK_REGISTER_TEST(tst_documentlockers, TestDocumentLockers)

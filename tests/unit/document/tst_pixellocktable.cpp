@@ -198,14 +198,14 @@ void TestPixelLockTable::waitForOthersIgnoresTheCaller()
 
 void TestPixelLockTable::writersUnderHammeringLoseNoStep()
 {
-    constexpr int Threads = 8;
-    constexpr int Rounds = 300;
+    constexpr int threadCount = 8;
+    constexpr int rounds = 300;
     PixelLockTable locks;
     int counters[2] = {0, 0};
     std::atomic<int> torn{0};
 
     const auto hammer = [&](int seed) {
-        for (int round = 0; round < Rounds; ++round) {
+        for (int round = 0; round < rounds; ++round) {
             const PixelLockTable::Key key = static_cast<PixelLockTable::Key>((seed + round) % 2);
             const PixelReadScope reader(locks, key);
             const int seen = counters[key];
@@ -220,14 +220,15 @@ void TestPixelLockTable::writersUnderHammeringLoseNoStep()
         }
     };
     std::vector<std::thread> threads;
-    for (int i = 0; i < Threads; ++i) {
+    threads.reserve(threadCount);
+    for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back(hammer, i);
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
     QCOMPARE(torn.load(), 0);
-    QCOMPARE(counters[0] + counters[1], Threads * Rounds / 3);
+    QCOMPARE(counters[0] + counters[1], threadCount * rounds / 3);
 }
 
 ZK_REGISTER_TEST(tst_pixellocktable, TestPixelLockTable)
