@@ -91,7 +91,7 @@ QImage ScaledTileCache::Fetch(const LXImage32& picture, const Key& key)
     tile->stale = QRect();
 
     // Held here, because a budget below one tile drops it at once.
-    const QImage image = tile->image;
+    QImage image = tile->image;
     m_Tiles.insert(key, tile.release(), TileCost);
     return image;
 }
