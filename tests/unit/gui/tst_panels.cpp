@@ -43,7 +43,7 @@ QString WritePattern(const QTemporaryDir& folder, const QString& name, const QCo
 {
     QImage image(6, 4, QImage::Format_RGB32);
     image.fill(color);
-    const QString path = folder.filePath(name);
+    QString path = folder.filePath(name);
     image.save(path);
     return path;
 }

@@ -258,7 +258,7 @@ private slots:
 
 void TestCommandWalk::undoneAndRedoneEveryStepIsTheSame()
 {
-    constexpr int Steps = 500;
+    constexpr int steps = 500;
     Random random(31);
     const int tilesBefore = LXTileManager::Instance().LiveTileCount();
     {
@@ -274,24 +274,24 @@ void TestCommandWalk::undoneAndRedoneEveryStepIsTheSame()
         LexoUndoStack stack;
         Walker walker(document.get(), &stack, 500);
         QList<QStringList> states{DescribeAll(document.get())};
-        for (int step = 1; step <= Steps; ++step) {
+        for (int step = 1; step <= steps; ++step) {
             walker.Step();
             states << DescribeAll(document.get());
         }
         stack.commit();
-        QCOMPARE(stack.count(), Steps);
-        QVERIFY2(QSet<QStringList>(states.begin(), states.end()).size() > Steps * 9 / 10,
+        QCOMPARE(stack.count(), steps);
+        QVERIFY2(QSet<QStringList>(states.begin(), states.end()).size() > steps * 9 / 10,
                  "most steps change something");
-        for (int index = Steps - 1; index >= 0; --index) {
+        for (int index = steps - 1; index >= 0; --index) {
             stack.undo();
             QCOMPARE(DescribeAll(document.get()), states[index]);
         }
-        for (int index = 1; index <= Steps; ++index) {
+        for (int index = 1; index <= steps; ++index) {
             stack.redo();
             QCOMPARE(DescribeAll(document.get()), states[index]);
         }
-        stack.setIndex(Steps / 2);
-        QCOMPARE(DescribeAll(document.get()), states[Steps / 2]);
+        stack.setIndex(steps / 2);
+        QCOMPARE(DescribeAll(document.get()), states[steps / 2]);
     }
     QCOMPARE(LXTileManager::Instance().LiveTileCount(), tilesBefore);
 }
