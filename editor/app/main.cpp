@@ -1,79 +1,35 @@
+#include "app/CommandLine.h"
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
 #include "app/GuardedApplication.h"
+#include "app/PictureExport.h"
 #include "app/Tour.h"
 #include "resource/LXResource.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QFont>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
-/// What the shell sees.
-enum ExitCode
-{
-    Success = 0,
-    TourFailed = 1,
-    WrongUsage = 2,
-    NotStarted = 3,
-    Failed = GuardedApplication::FailureExitCode,
-};
-
 constexpr int TourFontSize = 9; // points
 
-struct Arguments
-{
-    QString tourFolder;
-    QStringList files;
-};
+static_assert(GuardedApplication::FailureExitCode == Crashed);
 
 void Print(std::FILE* stream, const QString& text)
 {
     std::fprintf(stream, "%s\n", qPrintable(text));
 }
 
-/// Ends the program for `--help`, `--version` and wrong usage, before anything is started.
-Arguments ParseArguments()
+/// Before the application object is there, which takes its own options out of the arguments.
+bool HasOption(int argc, char** argv, std::initializer_list<QByteArray> names)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QCoreApplication::translate("main", "A photo editor with layers."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption tour(
-        QStringLiteral("tour"),
-        QCoreApplication::translate(
-            "main", "Show what the editor does with the file, or with a sample, and leave a picture of "
-                    "each step in the folder."),
-        QCoreApplication::translate("main", "folder"));
-    parser.addOption(tour);
-    parser.addPositionalArgument(QStringLiteral("files"),
-                                 QCoreApplication::translate("main", "Pictures to open."),
-                                 QStringLiteral("[files...]"));
-
-    if (!parser.parse(QCoreApplication::arguments())) {
-        Print(stderr, parser.errorText());
-        std::exit(WrongUsage);
-    }
-    if (parser.isSet(help)) parser.showHelp(Success);
-    if (parser.isSet(version)) parser.showVersion();
-    if (parser.isSet(tour) && parser.positionalArguments().size() > 1) {
-        Print(stderr, QCoreApplication::translate("main", "A tour takes one file."));
-        std::exit(WrongUsage);
-    }
-    return {parser.value(tour), parser.positionalArguments()};
-}
-
-bool AsksForText(int argc, char** argv)
-{
-    return std::any_of(argv + 1, argv + argc, [](const char* argument) {
-        const QByteArray text(argument);
-        return text == "-h" || text == "--help" || text == "-v" || text == "--version";
+    return std::any_of(argv + 1, argv + argc, [&](const char* argument) {
+        const QByteArray option = QByteArray(argument).split('=').first();
+        return std::find(names.begin(), names.end(), option) != names.end();
     });
 }
 
@@ -84,38 +40,79 @@ bool Start(Editor& editor)
     return false;
 }
 
-/// The tour neither follows nor changes what the user has set.
-int RunTour(const Arguments& arguments)
+/// Neither follows nor changes what the user has set.
+class PrivateFolders
+{
+public:
+    ApplicationFolders Get() const
+    {
+        ApplicationFolders folders = ApplicationFolders::Default();
+        folders.config = m_UserFolder.filePath(QStringLiteral("config"));
+        folders.data = m_UserFolder.filePath(QStringLiteral("data"));
+        return folders;
+    }
+
+private:
+    QTemporaryDir m_UserFolder;
+};
+
+int RunTour(const CommandLine& line)
 {
     // The offscreen platform has no system font, and its stand-in is larger than any desktop's.
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
         QApplication::setFont(QFont(QStringLiteral("Sans Serif"), TourFontSize));
     }
 
-    const QTemporaryDir userFolder;
-    ApplicationFolders folders = ApplicationFolders::Default();
-    folders.config = userFolder.filePath(QStringLiteral("config"));
-    folders.data = userFolder.filePath(QStringLiteral("data"));
-    Editor editor(folders);
+    const PrivateFolders folders;
+    Editor editor(folders.Get());
     if (!Start(editor)) return NotStarted;
 
-    Tour tour(editor, arguments.tourFolder);
-    const bool isDone = tour.Run(arguments.files.value(0, Tour::DefaultFile()));
+    Tour tour(editor, line.tourFolder);
+    const bool isDone = tour.Run(line.files.value(0, Tour::DefaultFile()));
     Print(isDone ? stdout : stderr, tour.GetReport());
     return isDone ? Success : TourFailed;
 }
 
-int RunEditor(const QStringList& files)
+void OpenPictures(const Editor& editor, const CommandLine& line)
+{
+    if (!line.newSize.isEmpty()) editor.GetFiles()->New(line.newSize, Qt::white);
+    for (const QString& file : line.files)
+        editor.GetFiles()->Open(file);
+}
+
+int RunEditor(const CommandLine& line)
 {
     Editor editor;
     if (!Start(editor)) return NotStarted;
 
     QObject::connect(&editor, &Editor::Closed, qApp, &QApplication::quit);
-    QTimer::singleShot(0, &editor, [&editor, files] {
-        for (const QString& file : files)
-            editor.GetFiles()->Open(file);
-    });
+    QTimer::singleShot(0, &editor, [&] { OpenPictures(editor, line); });
     return QApplication::exec();
+}
+
+int RunExport(const CommandLine& line)
+{
+    QString losses;
+    const PictureFile::Outcome outcome = PictureExport::Run(line, &losses);
+    if (!outcome.IsOk()) {
+        Print(stderr, outcome.message);
+        return FileFailed;
+    }
+    if (!losses.isEmpty()) Print(stderr, losses);
+    return Success;
+}
+
+int Run(const CommandLine& line)
+{
+    switch (line.task) {
+    case CommandLine::Task::Help:
+    case CommandLine::Task::Version: Print(stdout, line.text); return Success;
+    case CommandLine::Task::Wrong: Print(stderr, line.text); return WrongUsage;
+    case CommandLine::Task::Export: return RunExport(line);
+    case CommandLine::Task::Tour: return RunTour(line);
+    case CommandLine::Task::Edit: break;
+    }
+    return RunEditor(line);
 }
 } // namespace
 
@@ -123,10 +120,13 @@ int main(int argc, char** argv)
 {
     QCoreApplication::setApplicationName(LXResource::GetData(LXResource::ApplicationName).toString());
     QCoreApplication::setApplicationVersion(LXResource::GetData(LXResource::ProductVersion).toString());
-    if (AsksForText(argc, argv)) {
-        // What only prints works without a screen too.
+    if (HasOption(argc, argv, {"-h", "--help", "-v", "--version"})) {
+        // What only prints works without any platform.
         const QCoreApplication application(argc, argv);
-        ParseArguments();
+        return Run(CommandLineReader::Read(QCoreApplication::arguments()));
+    }
+    if (HasOption(argc, argv, {"--export"}) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -135,7 +135,5 @@ int main(int argc, char** argv)
     QApplication::setApplicationDisplayName(LXResource::GetData(LXResource::ProductName).toString());
     // The editor itself says when it ends; a closed message box must not.
     QApplication::setQuitOnLastWindowClosed(false);
-
-    const Arguments arguments = ParseArguments();
-    return arguments.tourFolder.isEmpty() ? RunEditor(arguments.files) : RunTour(arguments);
+    return Run(CommandLineReader::Read(QCoreApplication::arguments()));
 }

@@ -20,6 +20,10 @@ private slots:
     void theTourLeavesItsPictures_data();
     void theTourLeavesItsPictures();
     void theTourTellsWhatFailed();
+    void exportWritesThePicture();
+    void exportMakesAPicture();
+    void exportTellsWhatFailed_data();
+    void exportTellsWhatFailed();
     void anExceptionEndsTheProgramWithAReport_data();
     void anExceptionEndsTheProgramWithAReport();
 };
@@ -39,7 +43,10 @@ Outcome Run(const QString& file, const QStringList& arguments, const QString& pl
 {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", platform);
+    if (platform.isEmpty())
+        environment.remove("QT_QPA_PLATFORM");
+    else
+        environment.insert("QT_QPA_PLATFORM", platform);
     environment.insert("QT_SCALE_FACTOR", scale);
     program.setProcessEnvironment(environment);
     program.start(file, arguments);
@@ -81,6 +88,8 @@ void TestCommandLine::wrongUsageIsTold_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("unknown option") << QStringList{"--no-such-option"};
     QTest::newRow("tour without a folder") << QStringList{"--tour"};
+    QTest::newRow("a size that is none") << QStringList{"--new", "wide"};
+    QTest::newRow("export of nothing") << QStringList{"--export", "a.png"};
     QTest::newRow("tour of two files") << QStringList{"--tour", "folder", "a.png", "b.png"};
 }
 
@@ -118,6 +127,67 @@ void TestCommandLine::theTourTellsWhatFailed()
     const Outcome outcome = RunProgram({"--tour", folder.path(), folder.filePath("missing.png")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains("FAILED"), qPrintable(outcome.errors));
+}
+
+void TestCommandLine::exportWritesThePicture()
+{
+    const QTemporaryDir folder;
+    QImage picture(3, 2, QImage::Format_ARGB32);
+    picture.fill(qRgba(10, 200, 30, 255));
+    picture.setPixel(1, 1, qRgba(250, 0, 128, 77));
+    QVERIFY(picture.save(folder.filePath("from.png")));
+
+    // The platform is the program's own choice then.
+    const Outcome outcome =
+        RunProgram({"--export", folder.filePath("to.png"), folder.filePath("from.png")}, QString());
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(QImage(folder.filePath("to.png")).convertToFormat(QImage::Format_ARGB32), picture);
+
+    const Outcome lossy =
+        RunProgram({"--export", folder.filePath("to.jpg"), folder.filePath("from.png")}, QString());
+    QCOMPARE(lossy.exitCode, 0);
+    QVERIFY2(lossy.errors.contains("transparen", Qt::CaseInsensitive), qPrintable(lossy.errors));
+    QCOMPARE(QImage(folder.filePath("to.jpg")).size(), QSize(3, 2));
+}
+
+void TestCommandLine::exportMakesAPicture()
+{
+    const QTemporaryDir folder;
+    const Outcome outcome = RunProgram({"--new", "7x5", "--export", folder.filePath("to.png")}, QString());
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const QImage picture(folder.filePath("to.png"));
+    QCOMPARE(picture.size(), QSize(7, 5));
+    QCOMPARE(picture.pixel(6, 4), qRgb(255, 255, 255));
+}
+
+void TestCommandLine::exportTellsWhatFailed_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::newRow("no such file") << "missing.png"
+                                  << "to.png";
+    QTest::newRow("no picture") << "text.png"
+                                << "to.png";
+    QTest::newRow("no such format") << "good.png"
+                                    << "to.xyz";
+    QTest::newRow("no such folder") << "good.png"
+                                    << "missing/to.png";
+}
+
+void TestCommandLine::exportTellsWhatFailed()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    const QTemporaryDir folder;
+    QVERIFY(QImage(2, 2, QImage::Format_RGB32).save(folder.filePath("good.png")));
+    QFile text(folder.filePath("text.png"));
+    QVERIFY(text.open(QIODevice::WriteOnly) && text.write("no picture") > 0);
+    text.close();
+
+    const Outcome outcome = RunProgram({"--export", folder.filePath(to), folder.filePath(from)}, QString());
+    QCOMPARE(outcome.exitCode, 5);
+    QVERIFY(!outcome.errors.isEmpty());
+    QVERIFY(!QFile::exists(folder.filePath(to)));
 }
 
 void TestCommandLine::anExceptionEndsTheProgramWithAReport_data()

@@ -1,0 +1,56 @@
+#include "app/PictureExport.h"
+
+#include "app/FormatLimitSettings.h"
+#include "app/PictureLosses.h"
+#include "document/LXDocumentFactory.h"
+#include "document/LXDocumentInterface.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+struct DocumentReleaser
+{
+    void operator()(LXDocumentInterface* document) const { LXDocumentFactory::Instance()->Release(document); }
+};
+
+using OwnedDocument = std::unique_ptr<LXDocumentInterface, DocumentReleaser>;
+
+PictureFile::ReadResult ReadOrMake(const CommandLine& line)
+{
+    if (line.newSize.isEmpty()) {
+        return PictureFile::ReadPicture(QFileInfo(line.files.first()).absoluteFilePath(),
+                                        FormatLimitSettings::Read());
+    }
+    PictureFile::ReadResult made;
+    try {
+        made.picture.image = LXImage32(line.newSize.width(), line.newSize.height());
+        made.picture.image.Fill(LXRGBA32i(qRgba(255, 255, 255, 255)));
+    } catch (const std::exception& error) {
+        made.outcome = {PictureFile::Error::OutOfMemory, QString::fromUtf8(error.what())};
+    }
+    return made;
+}
+} // namespace
+
+PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses)
+{
+    const PictureFile::Format format = PictureFile::FormatOfName(line.exportFile);
+    if (format == PictureFile::Format::Unknown) {
+        return {PictureFile::Error::UnknownFormat,
+                tr("“%1” can't be written, since its ending names no known format. Choose a name that ends "
+                   "in %2.")
+                    .arg(QDir::toNativeSeparators(line.exportFile), QStringLiteral(".png"))};
+    }
+
+    const PictureFile::ReadResult read = ReadOrMake(line);
+    if (!read.outcome.IsOk()) return read.outcome;
+
+    const OwnedDocument document(PictureFile::MakeDocument(read.picture, QString()));
+    if (!document) {
+        return {PictureFile::Error::OutOfMemory, tr("There is not enough memory for the picture.")};
+    }
+    const Picture picture = PictureFile::TakePicture(document.get());
+    *losses = PictureLosses(document.get(), picture, format);
+    return PictureFile::WritePicture(QFileInfo(line.exportFile).absoluteFilePath(), format, picture);
+}
