@@ -13,4 +13,8 @@ constexpr int LayerProperty = 8;
 constexpr int LayerOrder = 9;
 constexpr int LayerContent = 10;
 constexpr int LayerMaskContent = 11;
+constexpr int Transform = 12;
+constexpr int TransformSelection = 13;
+constexpr int ImageSize = 14;
+constexpr int Crop = 15;
 } // namespace CommandDataType

@@ -43,8 +43,11 @@ bool LexoCommand::SetCommandData(LexoCommandData* data)
 {
     if (!data || m_pPrivate->data || !AcceptsData(data)) return false;
     m_pPrivate->data.reset(data);
+    DataTaken(data);
     return true;
 }
+
+void LexoCommand::DataTaken(LexoCommandData*) {}
 
 LexoCommandData* LexoCommand::GetCommandData() const
 {

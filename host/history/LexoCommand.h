@@ -41,6 +41,8 @@ public:
 protected:
     /// Whether the data is of the command's kind.
     virtual bool AcceptsData(const LexoCommandData* data) const = 0;
+    /// SetCommandData() has taken the data. The base does nothing.
+    virtual void DataTaken(LexoCommandData* data);
     /// True inside undo() and redo().
     bool IsExecuting() const;
 
