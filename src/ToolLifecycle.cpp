@@ -21,7 +21,7 @@ QList<ITool*> ToolsAmong(const QList<QObject*>& objects)
 }
 } // namespace
 
-void StartTools(const QList<QObject*>& objects)
+void ConnectTools(const QList<QObject*>& objects)
 {
     const QList<ITool*> tools = ToolsAmong(objects);
     for (ITool* tool : tools) {
@@ -31,6 +31,17 @@ void StartTools(const QList<QObject*>& objects)
         tool->SetLayersWidget(LayersWidget::GetInstance());
         ZKToolGroupManager::Add(tool->GetActivateAction());
     }
+}
+
+ZKActivateAction* ActionOf(QObject* object)
+{
+    auto* tool = qobject_cast<ITool*>(object);
+    return tool ? tool->GetActivateAction() : nullptr;
+}
+
+void LoadTools(const QList<QObject*>& objects)
+{
+    const QList<ITool*> tools = ToolsAmong(objects);
     for (ITool* tool : tools) {
         tool->LoadSettings();
     }

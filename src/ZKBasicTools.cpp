@@ -1,9 +1,14 @@
 #include "ZKBasicTools.h"
 
+#include "ColorButton.h"
 #include "ToolLifecycle.h"
 #include "ToolTable.h"
 #include "ZKOldPluginWrapper.h"
 #include "ZKOldToolContainer.h"
+
+#include "gui/ZKButtonsContainer.h"
+
+#include <QVariant>
 
 ZKBasicTools::ZKBasicTools() = default;
 
@@ -15,7 +20,19 @@ void ZKBasicTools::Init()
     for (const ToolRow& row : ToolTable()) {
         RegisterTool(row);
     }
-    StartTools(m_pToolContainer->GetTools());
+    const QList<QObject*> tools = m_pToolContainer->GetTools();
+    ConnectTools(tools);
+    m_pColorButtons = MakeColorButton(ActionOf(FindTool(QStringLiteral("Color picker"))),
+                                      ActionOf(FindTool(QStringLiteral("Color sampler"))));
+    LoadTools(tools);
+}
+
+QObject* ZKBasicTools::FindTool(const QString& name)
+{
+    for (ZKPlugin* plugin : GetPlugins()) {
+        if (plugin->GetName() == name) return plugin->property("tool").value<QObject*>();
+    }
+    return nullptr;
 }
 
 void ZKBasicTools::RegisterTool(const ToolRow& row)

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class ZKButtonsContainer;
 class ZKOldToolContainer;
 struct ToolRow;
 
@@ -25,6 +26,8 @@ public:
 
 private:
     void RegisterTool(const ToolRow& row);
+    QObject* FindTool(const QString& name);
 
     std::unique_ptr<ZKOldToolContainer> m_pToolContainer;
+    std::unique_ptr<ZKButtonsContainer> m_pColorButtons; // stays after Shutdown()
 };

@@ -71,31 +71,41 @@ class TestToolLifecycle : public QObject
     Q_OBJECT
 
 private slots:
-    void startHandsTheEditorOverInOrderAndLoadsLast();
-    void startAddsTheActionsToTheGroup();
+    void connectingHandsTheEditorOverInOrder();
+    void connectingAddsTheActionsToTheGroup();
+    void loadAsksEveryToolInOrder();
     void saveAsksEveryTool();
+    void onlyAToolHasAnAction();
     void otherObjectsAreSkipped();
 };
 
-void TestToolLifecycle::startHandsTheEditorOverInOrderAndLoadsLast()
+void TestToolLifecycle::connectingHandsTheEditorOverInOrder()
 {
     QStringList notes;
     RecordingITool first("first", &notes);
     RecordingITool second("second", &notes);
-    StartTools({&first, &second});
-    QCOMPARE(notes,
-             QStringList({"first SetToolBarManager", "first SetToolWidgetManager", "first SetToolBox",
-                          "first SetLayersWidget", "first GetActivateAction", "second SetToolBarManager",
-                          "second SetToolWidgetManager", "second SetToolBox", "second SetLayersWidget",
-                          "second GetActivateAction", "first LoadSettings", "second LoadSettings"}));
+    ConnectTools({&first, &second});
+    QCOMPARE(notes, QStringList({"first SetToolBarManager", "first SetToolWidgetManager", "first SetToolBox",
+                                 "first SetLayersWidget", "first GetActivateAction",
+                                 "second SetToolBarManager", "second SetToolWidgetManager",
+                                 "second SetToolBox", "second SetLayersWidget", "second GetActivateAction"}));
 }
 
-void TestToolLifecycle::startAddsTheActionsToTheGroup()
+void TestToolLifecycle::loadAsksEveryToolInOrder()
 {
     QStringList notes;
     RecordingITool first("first", &notes);
     RecordingITool second("second", &notes);
-    StartTools({&first, &second});
+    LoadTools({&first, &second});
+    QCOMPARE(notes, QStringList({"first LoadSettings", "second LoadSettings"}));
+}
+
+void TestToolLifecycle::connectingAddsTheActionsToTheGroup()
+{
+    QStringList notes;
+    RecordingITool first("first", &notes);
+    RecordingITool second("second", &notes);
+    ConnectTools({&first, &second});
     first.action.SetChecked(true);
     second.action.SetChecked(true);
     QVERIFY(!first.action.IsChecked());
@@ -114,8 +124,19 @@ void TestToolLifecycle::saveAsksEveryTool()
 void TestToolLifecycle::otherObjectsAreSkipped()
 {
     QObject object;
-    StartTools({&object, nullptr});
+    ConnectTools({&object, nullptr});
+    LoadTools({&object, nullptr});
     SaveTools({&object, nullptr});
+}
+
+void TestToolLifecycle::onlyAToolHasAnAction()
+{
+    QStringList notes;
+    RecordingITool tool("tool", &notes);
+    QObject object;
+    QCOMPARE(ActionOf(&tool), &tool.action);
+    QVERIFY(!ActionOf(&object));
+    QVERIFY(!ActionOf(nullptr));
 }
 
 ZK_REGISTER_TEST(tst_toollifecycle, TestToolLifecycle)
