@@ -1,6 +1,8 @@
 #include "document/LXDocumentFactory.h"
 
+#include "document/LXColorSampleModel_p.h"
 #include "document/LXDocumentInterface_p.h"
+#include "document/LXPathsListModel_p.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -36,6 +38,9 @@ LXDocumentInterface* LXDocumentFactory::Copy(const LXDocumentInterface* document
     QPoint offset;
     const LXImage32 mask = from->selection.Snapshot(&offset);
     copy->SetSelectionMask(mask, offset);
+    LXPathsListModelPrivate::Get(to->paths)->Fill(LXPathsListModelPrivate::Get(from->paths)->Snapshot());
+    LXColorSampleModelPrivate::Get(to->samples)
+        ->Fill(LXColorSampleModelPrivate::Get(from->samples)->Snapshot());
 
     copy->moveToThread(QCoreApplication::instance()->thread());
     return copy.release();

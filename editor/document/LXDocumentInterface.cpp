@@ -1,7 +1,9 @@
 #include "document/LXDocumentInterface.h"
 
+#include "document/LXColorSampleModel_p.h"
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel_p.h"
+#include "document/LXPathsListModel_p.h"
 #include "utils/FaultSeams.h"
 
 const int LXDocumentInterface::MAX_DOC_DIMENSION = 300000;
@@ -9,6 +11,8 @@ const int LXDocumentInterface::MAX_DOC_DIMENSION = 300000;
 LXDocumentInterface::LXDocumentInterface() : m_pPrivate(std::make_unique<LXDocumentInterfacePrivate>(this))
 {
     m_pPrivate->model = LXDocumentModelPrivate::Create(this);
+    m_pPrivate->paths = LXPathsListModelPrivate::Create(this);
+    m_pPrivate->samples = LXColorSampleModelPrivate::Create(this);
     connect(m_pPrivate->model, &LXDocumentModel::LocksChanged, this, &LXDocumentInterface::LocksChanged);
     connect(m_pPrivate->model, &LXDocumentModel::LayerDataChanged, this,
             &LXDocumentInterface::LayerDataChanged);
@@ -17,13 +21,25 @@ LXDocumentInterface::LXDocumentInterface() : m_pPrivate(std::make_unique<LXDocum
 LXDocumentInterface::~LXDocumentInterface()
 {
     m_pPrivate->locks->WaitForOthers();
-    // The model looks into the document's insides until it is gone.
+    // The models look into the document's insides until they are gone.
+    delete m_pPrivate->samples;
+    delete m_pPrivate->paths;
     delete m_pPrivate->model;
 }
 
 LXDocumentModel* LXDocumentInterface::GetModel() const
 {
     return m_pPrivate->model;
+}
+
+LXPathsListModel* LXDocumentInterface::GetPathListModel() const
+{
+    return m_pPrivate->paths;
+}
+
+LXColorSampleModel* LXDocumentInterface::GetColorSamples() const
+{
+    return m_pPrivate->samples;
 }
 
 bool LXDocumentInterface::GetLockState() const

@@ -58,6 +58,8 @@ public:
     DocumentSelection selection;
     MergedPicture merged;
     LXDocumentModel* model = nullptr;
+    LXPathsListModel* paths = nullptr;
+    LXColorSampleModel* samples = nullptr;
 
     bool isLocked = false;
     int state = 0;

@@ -60,6 +60,11 @@ QItemSelectionModel* ZKDocumentView::GetLayerSelection() const
     return &m_pPrivate->m_LayerSelection;
 }
 
+QItemSelectionModel* ZKDocumentView::GetPathSelection() const
+{
+    return &m_pPrivate->m_PathSelection;
+}
+
 double ZKDocumentView::GetScale() const
 {
     return m_pPrivate->m_Scale;
@@ -116,6 +121,18 @@ void ZKDocumentView::BlockLayerOrderOperations(bool block)
 bool ZKDocumentView::IsLayerOrderBlocked() const
 {
     return m_pPrivate->m_bLayerOrderBlocked;
+}
+
+void ZKDocumentView::BlockPathOrderOperations(bool block)
+{
+    if (block == m_pPrivate->m_bPathOrderBlocked) return;
+    m_pPrivate->m_bPathOrderBlocked = block;
+    emit PathOrderOperationsBlocked(block);
+}
+
+bool ZKDocumentView::IsPathOrderBlocked() const
+{
+    return m_pPrivate->m_bPathOrderBlocked;
 }
 
 void ZKDocumentView::paintEvent(QPaintEvent* event)

@@ -55,6 +55,7 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_pDocument(document),
       m_pHistory(history),
       m_LayerSelection(document->GetModel(), nullptr),
+      m_PathSelection(document->GetPathListModel()),
       m_pPanning(new ViewPanning(view)),
       m_pAutoscroll(new ViewAutoscroll(view)),
       m_Tiles(TileBudget),

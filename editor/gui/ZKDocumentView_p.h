@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/LXPathSelectionModel.h"
 #include "gui/CanvasPainter.h"
 #include "gui/ScaledTileCache.h"
 #include "gui/SelectionAnts.h"
@@ -70,6 +71,7 @@ private:
     LXDocumentInterface* m_pDocument;
     LexoUndoStack* m_pHistory;
     QItemSelectionModel m_LayerSelection;
+    LXPathSelectionModel m_PathSelection;
     ViewPanning* m_pPanning;
     ViewAutoscroll* m_pAutoscroll;
 
@@ -86,5 +88,6 @@ private:
     bool m_bTouched = false; ///< until the person zooms, the whole picture stays visible
     bool m_bScaling = false; ///< intermediate scrolling isn't told
     bool m_bLayerOrderBlocked = false;
+    bool m_bPathOrderBlocked = false;
     bool m_bDestroyAnnounced = false;
 };

@@ -13,9 +13,11 @@
 
 #include <memory>
 
+class LXColorSampleModel;
 class LXDocumentFactory;
 class LXDocumentInterfacePrivate;
 class LXDocumentModel;
+class LXPathsListModel;
 
 /// One open picture: its layers with their masks, the selection, and the merged picture.
 ///
@@ -52,6 +54,10 @@ public:
 
     /// The layers as a list; never null.
     LXDocumentModel* GetModel() const;
+    /// The paths; never null. Any thread.
+    LXPathsListModel* GetPathListModel() const;
+    /// The color samples; never null.
+    LXColorSampleModel* GetColorSamples() const;
 
     /// The document lock: says who runs an interaction. One holder, no count; it guards no pixels.
     bool GetLockState() const;

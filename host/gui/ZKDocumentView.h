@@ -38,6 +38,9 @@ public:
     LexoUndoStack* GetHistory() const;
     /// Which rows of GetModel() are selected; each view has its own selection. Never null.
     QItemSelectionModel* GetLayerSelection() const;
+    /// Which of the document's paths are selected, an LXPathSelectionModel; none at first. Each view has its
+    /// own. Never null.
+    QItemSelectionModel* GetPathSelection() const;
 
     /// Device independent screen pixels for each document pixel.
     double GetScale() const;
@@ -66,6 +69,9 @@ public:
     /// While true, panels refuse to reorder, add and delete layers. A switch, not a counter.
     void BlockLayerOrderOperations(bool block);
     bool IsLayerOrderBlocked() const;
+    /// The same for paths.
+    void BlockPathOrderOperations(bool block);
+    bool IsPathOrderBlocked() const;
 
 signals:
     /// The view's own cursor is set before true and put back before false.
@@ -79,6 +85,7 @@ signals:
     void CursorMoved(QPointF scenePos);
     void CursorLeft();
     void LayerOrderOperationsBlocked(bool blocked);
+    void PathOrderOperationsBlocked(bool blocked);
 
 protected:
     void drawBackground(QPainter* painter, const QRectF& exposed) override;

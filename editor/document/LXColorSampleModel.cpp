@@ -1,0 +1,157 @@
+#include "document/LXColorSampleModel.h"
+
+#include "document/LXColorSampleModel_p.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentLayerLockerForRead.h"
+
+namespace {
+/// The mean of the pixels in the rectangle: alpha plain, color weighted by alpha, rounded to nearest.
+QColor MeanColor(const LXImage32& image, const QRect& rect)
+{
+    int alpha = 0;
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x) {
+            const LXRGBA32i pixel = image.GetColor(x, y);
+            alpha += pixel.Alpha();
+            red += pixel.Alpha() * pixel.Red();
+            green += pixel.Alpha() * pixel.Green();
+            blue += pixel.Alpha() * pixel.Blue();
+        }
+    }
+    if (alpha == 0) return QColor(0, 0, 0, 0);
+    const auto weighted = [alpha](int sum) { return (sum + alpha / 2) / alpha; };
+    const int count = rect.width() * rect.height();
+    return QColor(weighted(red), weighted(green), weighted(blue), (alpha + count / 2) / count);
+}
+
+QString Percent(double part)
+{
+    return LXColorSampleModel::tr("%1 %").arg(qRound(part * 100));
+}
+} // namespace
+
+LXColorSampleModel::LXColorSampleModel(LXDocumentInterface* document)
+    : QAbstractItemModel(document), m_pPrivate(std::make_unique<LXColorSampleModelPrivate>(this, document))
+{
+    connect(document, &LXDocumentInterface::CompositionChanged, this,
+            [this](const QRect& rect) { m_pPrivate->TellColorsChanged(rect); });
+    // What lies outside the canvas has no color.
+    connect(document, &LXDocumentInterface::DocumentSizeChanged, this, [this] {
+        for (int row = 0; row < rowCount(); ++row)
+            m_pPrivate->TellColorChanged(row);
+    });
+}
+
+LXColorSampleModel::~LXColorSampleModel() = default;
+
+QColor LXColorSampleModel::GetColor(int row) const
+{
+    const QRect canvas(QPoint(0, 0), m_pPrivate->document->GetDocumentSize());
+    const ColorSample sample = m_pPrivate->Row(row);
+    if (!m_pPrivate->IsRow(row) || !canvas.contains(sample.point)) return QColor();
+
+    const LXDocumentLayerLockerForRead locker(m_pPrivate->document, 0);
+    const LXImage32* picture = m_pPrivate->document->GetLayerImage(0);
+    return picture ? MeanColor(*picture, sample.Square() & canvas) : QColor();
+}
+
+QPoint LXColorSampleModel::GetPoint(int row) const
+{
+    return m_pPrivate->Row(row).point;
+}
+
+void LXColorSampleModel::SetPoint(int row, const QPoint& point)
+{
+    ColorSample sample = m_pPrivate->Row(row);
+    if (!m_pPrivate->IsRow(row) || sample.point == point) return;
+    sample.point = point;
+    m_pPrivate->Replace(row, sample);
+    emit SamplePosChanged(row);
+    emit SampleColorChanged(row);
+}
+
+int LXColorSampleModel::GetSampleRadius(int row) const
+{
+    return m_pPrivate->Row(row).radius;
+}
+
+void LXColorSampleModel::SetSampleRadius(int row, int radius)
+{
+    ColorSample sample = m_pPrivate->Row(row);
+    const int bounded = qBound(0, radius, MaxSampleRadius);
+    if (!m_pPrivate->IsRow(row) || sample.radius == bounded) return;
+    sample.radius = bounded;
+    m_pPrivate->Replace(row, sample);
+    emit SampleColorChanged(row);
+}
+
+LXColorSampleModel::SampleFormat LXColorSampleModel::GetDisplayFormat(int row) const
+{
+    return m_pPrivate->Row(row).format;
+}
+
+void LXColorSampleModel::SetDisplayFormat(int row, SampleFormat format)
+{
+    ColorSample sample = m_pPrivate->Row(row);
+    if (!m_pPrivate->IsRow(row) || sample.format == format) return;
+    sample.format = format;
+    m_pPrivate->Replace(row, sample);
+    emit SampleColorChanged(row);
+}
+
+QString LXColorSampleModel::GetColorText(int row) const
+{
+    const QColor color = GetColor(row);
+    if (!color.isValid()) return tr("–");
+    if (GetDisplayFormat(row) == RGB)
+        return tr("R %1  G %2  B %3").arg(color.red()).arg(color.green()).arg(color.blue());
+    const QColor ink = color.toCmyk();
+    return tr("C %1  M %2  Y %3  K %4")
+        .arg(Percent(ink.cyanF()), Percent(ink.magentaF()), Percent(ink.yellowF()), Percent(ink.blackF()));
+}
+
+void LXColorSampleModel::InsertSample(int row, const QPoint& point)
+{
+    ColorSample sample = m_pPrivate->Row(rowCount() - 1);
+    sample.point = point;
+    m_pPrivate->Insert(qBound(0, row, rowCount()), sample);
+}
+
+void LXColorSampleModel::RemoveSample(int row)
+{
+    if (m_pPrivate->IsRow(row)) m_pPrivate->Remove(row);
+}
+
+QModelIndex LXColorSampleModel::index(int row, int column, const QModelIndex& parent) const
+{
+    const bool exists = !parent.isValid() && m_pPrivate->IsRow(row) && column == 0;
+    return exists ? createIndex(row, column) : QModelIndex();
+}
+
+QModelIndex LXColorSampleModel::parent(const QModelIndex&) const
+{
+    return QModelIndex();
+}
+
+int LXColorSampleModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_pPrivate->Snapshot().size());
+}
+
+int LXColorSampleModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : 1;
+}
+
+QVariant LXColorSampleModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || !m_pPrivate->IsRow(index.row())) return QVariant();
+    switch (role) {
+    case Qt::DisplayRole: return tr("%1: %2").arg(index.row() + 1).arg(GetColorText(index.row()));
+    case Qt::DecorationRole: return GetColor(index.row());
+    default: return QVariant();
+    }
+}
