@@ -3,9 +3,12 @@
 #include "document/LXDocumentInterface.h"
 
 #include <QCommandLineParser>
+#include <QDir>
 #include <QRegularExpression>
 
 namespace {
+constexpr double LongestTimeLimit = 1e6; // seconds; more than a week
+
 /// "640x480"; empty when the text is no size that a picture can have.
 QSize SizeOfText(const QString& text)
 {
@@ -30,6 +33,12 @@ struct CommandLineReader::Options
     QCommandLineOption create;
     QCommandLineOption exportTo;
     QCommandLineOption tour;
+    QCommandLineOption script;
+    QCommandLineOption headless;
+    QCommandLineOption timeLimit;
+    QCommandLineOption failurePictures;
+    QCommandLineOption testFaults;
+    QCommandLineOption userFolder;
 };
 
 CommandLineReader::Options::Options()
@@ -44,10 +53,23 @@ CommandLineReader::Options::Options()
       tour(QStringLiteral("tour"),
            tr("Show what the editor does with the file, or with a sample, and leave a picture of each step "
               "in the folder."),
-           tr("folder"))
+           tr("folder")),
+      script(QStringLiteral("script"),
+             tr("Run this JavaScript file, and end. The files are its arguments; those that look like "
+                "options stand behind \"--\"."),
+             tr("file")),
+      headless(QStringLiteral("headless"), tr("Run the script without a display.")),
+      timeLimit(QStringLiteral("timeout"), tr("End the script after so many seconds."), tr("seconds")),
+      failurePictures(QStringLiteral("failure-pictures"),
+                      tr("Leave a picture of the window in this folder when the script fails."), tr("folder"),
+                      QDir::temp().filePath(QStringLiteral("zenkari-failures"))),
+      testFaults(QStringLiteral("test-faults"), tr("Let the script make the editor fail, for tests.")),
+      userFolder(QStringLiteral("user-data"),
+                 tr("Keep settings and data in this folder instead of the user's own."), tr("folder"))
 {
     parser.setApplicationDescription(tr("A photo editor with layers."));
-    parser.addOptions({create, exportTo, tour});
+    parser.addOptions(
+        {create, exportTo, tour, script, headless, timeLimit, failurePictures, testFaults, userFolder});
     parser.addPositionalArgument(QStringLiteral("files"), tr("Pictures to open."),
                                  QStringLiteral("[files...]"));
 }
@@ -83,8 +105,14 @@ CommandLine CommandLineReader::Interpret(const Options& options)
                     .arg(parser.value(options.create)));
         }
     }
-    if (parser.isSet(options.tour) && parser.isSet(options.exportTo)) {
-        return Wrong(tr("Choose one of --tour and --export."));
+    line.userFolder = parser.value(options.userFolder);
+    if (parser.isSet(options.tour) + parser.isSet(options.exportTo) + parser.isSet(options.script) > 1) {
+        return Wrong(tr("Choose one of --tour, --export and --script."));
+    }
+    if (parser.isSet(options.script)) return ReadScript(line, options);
+    for (const QCommandLineOption& option :
+         {options.headless, options.timeLimit, options.failurePictures, options.testFaults}) {
+        if (parser.isSet(option)) return Wrong(tr("--%1 needs --script.").arg(option.names().first()));
     }
     if (parser.isSet(options.tour)) return ReadTour(line, parser.value(options.tour));
     if (parser.isSet(options.exportTo)) return ReadExport(line, parser.value(options.exportTo));
@@ -108,6 +136,29 @@ CommandLine CommandLineReader::ReadExport(CommandLine line, const QString& file)
 
     line.task = CommandLine::Task::Export;
     line.exportFile = file;
+    return line;
+}
+
+CommandLine CommandLineReader::ReadScript(CommandLine line, const Options& options)
+{
+    if (!line.newSize.isEmpty()) return Wrong(tr("A script makes its documents itself, without --new."));
+
+    const QCommandLineParser& parser = options.parser;
+    if (parser.isSet(options.timeLimit)) {
+        bool isNumber = false;
+        const double seconds = parser.value(options.timeLimit).toDouble(&isNumber);
+        if (!isNumber || !(seconds > 0) || seconds > LongestTimeLimit) {
+            return Wrong(tr("\"%1\" is no number of seconds.").arg(parser.value(options.timeLimit)));
+        }
+        line.script.timeLimit = qMax(1, qRound(seconds * 1000));
+    }
+    line.task = CommandLine::Task::Script;
+    line.script.file = parser.value(options.script);
+    line.script.arguments = line.files;
+    line.script.isHeadless = parser.isSet(options.headless);
+    line.script.allowFaults = parser.isSet(options.testFaults);
+    line.script.pictureFolder = parser.value(options.failurePictures);
+    line.files.clear();
     return line;
 }
 

@@ -3,11 +3,11 @@
 #include "app/Editor.h"
 #include "app/GuardedApplication.h"
 #include "app/PictureExport.h"
+#include "app/ScriptRun.h"
 #include "app/Tour.h"
 #include "resource/LXResource.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -15,8 +15,6 @@
 #include <cstdio>
 
 namespace {
-constexpr int TourFontSize = 9; // points
-
 static_assert(GuardedApplication::FailureExitCode == Crashed);
 
 void Print(std::FILE* stream, const QString& text)
@@ -40,31 +38,12 @@ bool Start(Editor& editor)
     return false;
 }
 
-/// Neither follows nor changes what the user has set.
-class PrivateFolders
-{
-public:
-    ApplicationFolders Get() const
-    {
-        ApplicationFolders folders = ApplicationFolders::Default();
-        folders.config = m_UserFolder.filePath(QStringLiteral("config"));
-        folders.data = m_UserFolder.filePath(QStringLiteral("data"));
-        return folders;
-    }
-
-private:
-    QTemporaryDir m_UserFolder;
-};
-
 int RunTour(const CommandLine& line)
 {
-    // The offscreen platform has no system font, and its stand-in is larger than any desktop's.
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        QApplication::setFont(QFont(QStringLiteral("Sans Serif"), TourFontSize));
-    }
-
-    const PrivateFolders folders;
-    Editor editor(folders.Get());
+    ScriptRun::UseReadableFont();
+    // The tour neither follows nor changes what the user has set.
+    const QTemporaryDir userFolder;
+    Editor editor(ApplicationFolders::Below(line.userFolder.isEmpty() ? userFolder.path() : line.userFolder));
     if (!Start(editor)) return NotStarted;
 
     Tour tour(editor, line.tourFolder);
@@ -82,7 +61,8 @@ void OpenPictures(const Editor& editor, const CommandLine& line)
 
 int RunEditor(const CommandLine& line)
 {
-    Editor editor;
+    Editor editor(line.userFolder.isEmpty() ? ApplicationFolders::Default()
+                                            : ApplicationFolders::Below(line.userFolder));
     if (!Start(editor)) return NotStarted;
 
     QObject::connect(&editor, &Editor::Closed, qApp, &QApplication::quit);
@@ -110,6 +90,7 @@ int Run(const CommandLine& line)
     case CommandLine::Task::Wrong: Print(stderr, line.text); return WrongUsage;
     case CommandLine::Task::Export: return RunExport(line);
     case CommandLine::Task::Tour: return RunTour(line);
+    case CommandLine::Task::Script: return ScriptRun::Run(line);
     case CommandLine::Task::Edit: break;
     }
     return RunEditor(line);
@@ -125,6 +106,7 @@ int main(int argc, char** argv)
         const QCoreApplication application(argc, argv);
         return Run(CommandLineReader::Read(QCoreApplication::arguments()));
     }
+    if (HasOption(argc, argv, {"--headless"})) qputenv("QT_QPA_PLATFORM", "offscreen");
     if (HasOption(argc, argv, {"--export"}) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

@@ -2,6 +2,7 @@
 
 #include "resource/ResourceFolder.h"
 
+#include <QDir>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -16,6 +17,16 @@ ApplicationFolders ApplicationFolders::Default()
         folders.config = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
         folders.data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     }
+    folders.resources = ResourceFolder::Path();
+    return folders;
+}
+
+ApplicationFolders ApplicationFolders::Below(const QString& userFolder)
+{
+    const QDir folder(QDir(userFolder).absolutePath());
+    ApplicationFolders folders;
+    folders.config = folder.filePath(QStringLiteral("config"));
+    folders.data = folder.filePath(QStringLiteral("data"));
     folders.resources = ResourceFolder::Path();
     return folders;
 }

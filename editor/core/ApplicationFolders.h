@@ -15,4 +15,7 @@ struct ZK_EDITOR_EXPORT ApplicationFolders
     /// fresh folders that go with the process, so that tests see neither the person's settings nor each
     /// other's.
     static ApplicationFolders Default();
+
+    /// The same, but with config and data below a folder that is the program's alone.
+    static ApplicationFolders Below(const QString& userFolder);
 };
