@@ -4,6 +4,7 @@
 #include "app/Editor.h"
 #include "app/MainWindow.h"
 #include "gui/LXMdiArea_p.h"
+#include "plugincore/PluginLoader.h"
 
 EditorScriptHost::EditorScriptHost(Editor& editor) : m_Editor(editor) {}
 
@@ -20,6 +21,11 @@ ZKDocumentView* EditorScriptHost::GetActiveView() const
 LXDocumentInterface* EditorScriptHost::GetActiveDocument() const
 {
     return m_Editor.GetWindow()->GetActiveDocument();
+}
+
+QList<ZKPlugin*> EditorScriptHost::GetPlugins() const
+{
+    return m_Editor.GetPlugin()->GetPlugins();
 }
 
 LXDocumentInterface* EditorScriptHost::New(const QSize& size, const QColor& background)

@@ -16,6 +16,7 @@ public:
     QMainWindow* GetWindow() const override;
     ZKDocumentView* GetActiveView() const override;
     LXDocumentInterface* GetActiveDocument() const override;
+    QList<ZKPlugin*> GetPlugins() const override;
     LXDocumentInterface* New(const QSize& size, const QColor& background) override;
     LXDocumentInterface* Open(const QString& path) override;
     bool Save(LXDocumentInterface* document) override;

@@ -48,3 +48,13 @@ bool ScriptContext::IsEnding() const
 {
     return m_Engine.isInterrupted();
 }
+
+void ScriptContext::CheckEnd()
+{
+    for (const EndCheck& check : m_EndChecks) {
+        const QString complaint = check();
+        if (complaint.isEmpty()) continue;
+        Fail(complaint);
+        return;
+    }
+}

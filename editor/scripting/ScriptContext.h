@@ -7,6 +7,8 @@
 #include <QStringList>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 class InputDriver;
 class QJSEngine;
@@ -65,6 +67,15 @@ public:
 
     int GetExitCode() const { return m_ExitCode; }
 
+    /// Asked when a script has come to its end: words for something that must not stay as it is, such as an
+    /// expected dialog that never came, make it a failure. Empty when all is well.
+    using EndCheck = std::function<QString()>;
+
+    void AddEndCheck(EndCheck check) { m_EndChecks.push_back(std::move(check)); }
+
+    /// Asks them; Fail() is called for the first one that complains.
+    void CheckEnd();
+
     /// What the script says it does just now; a failure is told with it.
     QString GetStep() const { return m_Step; }
 
@@ -81,4 +92,5 @@ private:
     QJSValue m_Failure;
     bool m_bFailed = false;
     int m_ExitCode = 0;
+    std::vector<EndCheck> m_EndChecks;
 };

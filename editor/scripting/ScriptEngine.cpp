@@ -1,6 +1,7 @@
 #include "scripting/ScriptEngine.h"
 
 #include "scripting/InputDriver.h"
+#include "scripting/QuietEditor.h"
 #include "scripting/ScriptHost.h"
 #include "scripting/ScriptSurface.h"
 #include "scripting/ScriptWatchdog.h"
@@ -17,6 +18,7 @@
 
 namespace {
 constexpr int GraceAfterLimit = 5000; // ms
+constexpr int QuietLimit = 30000;     // ms
 
 /// Saves what the screen shows; empty when that isn't possible.
 QString SavePicture(const ScriptContext& context)
@@ -65,8 +67,22 @@ ScriptOutcome ScriptEngine::Run()
         [stuck = options.onStuck] {
             if (stuck) stuck();
         });
-    const QString file = QFileInfo(options.file).absoluteFilePath();
-    return CollectOutcome(ScriptFile::Run(*m_pEngine, file));
+    const ScriptFile::Result result = ScriptFile::Run(*m_pEngine, QFileInfo(options.file).absoluteFilePath());
+    if (!result.hasThrown) FinishScript();
+    return CollectOutcome(result);
+}
+
+/// What the script has set going may still fail it.
+void ScriptEngine::FinishScript()
+{
+    const QString busy = QuietEditor::WaitUntilQuiet(*m_pContext, QuietLimit);
+    if (!busy.isEmpty()) {
+        m_pContext->Fail(tr("the script ended, but not everything comes to rest: %1").arg(busy));
+    } else if (const QWidget* window = QApplication::activeModalWidget()) {
+        m_pContext->Fail(tr("a window stands open at the end: %1").arg(WindowPicture::WordsOf(window)));
+    } else {
+        m_pContext->CheckEnd();
+    }
 }
 
 void ScriptEngine::OnTimeLimit()

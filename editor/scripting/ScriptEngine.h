@@ -37,6 +37,7 @@ private:
     void InstallSurface();
     ScriptOutcome CollectOutcome(const ScriptFile::Result& result) const;
     ScriptOutcome TimedOut() const;
+    void FinishScript();
     void OnTimeLimit();
     void DismissModalWindows();
 

@@ -2,6 +2,7 @@
 
 #include "EditorExport.h"
 
+#include <QList>
 #include <QString>
 
 class LXDocumentInterface;
@@ -9,6 +10,7 @@ class QColor;
 class QMainWindow;
 class QSize;
 class ZKDocumentView;
+class ZKPlugin;
 
 /// What a script asks of the application, which stands above it and hands this down. The calls do what the
 /// menus do, with the same questions and message boxes. Main thread only.
@@ -24,6 +26,9 @@ public:
     /// Of the active document window; null without one.
     virtual ZKDocumentView* GetActiveView() const = 0;
     virtual LXDocumentInterface* GetActiveDocument() const = 0;
+
+    /// The units of the plug-in.
+    virtual QList<ZKPlugin*> GetPlugins() const = 0;
 
     /// Null, after a message, when there is no memory for it.
     virtual LXDocumentInterface* New(const QSize& size, const QColor& background) = 0;

@@ -1,12 +1,36 @@
 #include "scripting/ScriptProgram.h"
 
+#include "scripting/QuietEditor.h"
 #include "scripting/ScriptContext.h"
 #include "scripting/ScriptFile.h"
+#include "scripting/ScriptHost.h"
+#include "scripting/ScriptRandom.h"
+#include "scripting/WindowPicture.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
+#include <QMainWindow>
+#include <QTimer>
+#include <QWidget>
 
 #include <cstdio>
+
+namespace {
+constexpr int WaitStep = 10; // ms; how late an interruption is noticed
+
+/// A visible widget by its object name or window title; null when there is none.
+QWidget* FindVisible(const QString& name)
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (!widget->isVisible()) continue;
+        if (widget->objectName() == name || (widget->isWindow() && widget->windowTitle() == name))
+            return widget;
+    }
+    return nullptr;
+}
+} // namespace
 
 ScriptProgram::ScriptProgram(ScriptContext& context, QObject* parent)
     : QObject(parent), m_Context(context), m_Including{GetFile()}
@@ -56,4 +80,41 @@ void ScriptProgram::include(const QString& path)
 void ScriptProgram::exit(int code)
 {
     m_Context.Exit(code);
+}
+
+void ScriptProgram::wait(int milliseconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    // Wakes the loop, so that it sees the time and the interruption.
+    QTimer alarm;
+    alarm.start(WaitStep);
+    while (clock.elapsed() < milliseconds && !m_Context.IsEnding())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void ScriptProgram::idle(int limit)
+{
+    const QString busy = QuietEditor::WaitUntilQuiet(m_Context, limit);
+    if (!busy.isEmpty()) m_Context.ThrowError(tr("not at rest after %1 ms: %2").arg(limit).arg(busy));
+}
+
+QObject* ScriptProgram::random(int seed)
+{
+    // Without a parent: the script's garbage collector deletes it.
+    return new ScriptRandom(seed);
+}
+
+void ScriptProgram::grab(const QString& file, const QString& name)
+{
+    QPixmap picture;
+    if (name.isEmpty()) {
+        picture = WindowPicture::OfScreen(m_Context.GetHost().GetWindow());
+    } else if (QWidget* widget = FindVisible(name)) {
+        picture = widget->grab();
+    } else {
+        m_Context.ThrowError(tr("there is no visible widget \"%1\"").arg(name));
+        return;
+    }
+    if (!picture.save(file)) m_Context.ThrowError(tr("the picture %1 can't be written").arg(file));
 }

@@ -38,7 +38,20 @@ public:
     /// Ends the script at once, without an error; the program ends with the code.
     Q_INVOKABLE void exit(int code = 0);
 
+    /// Handles events for so many milliseconds.
+    Q_INVOKABLE void wait(int milliseconds);
+    /// Handles events until the editor has come to rest: no job runs, no document is locked, nothing is
+    /// about to be drawn, no event waits. An error when that takes longer than the limit in milliseconds.
+    Q_INVOKABLE void idle(int limit = DefaultIdleLimit);
+    /// A generator of random numbers, the same ones for the same seed.
+    Q_INVOKABLE QObject* random(int seed);
+    /// Saves a picture, of the whole window with what lies over it, or of one visible widget.
+    /// @param name  the widget's object name or a window's title
+    Q_INVOKABLE void grab(const QString& file, const QString& name = QString());
+
 private:
+    static constexpr int DefaultIdleLimit = 30000;
+
     ScriptContext& m_Context;
     QStringList m_Including; // the files that are being run, the innermost last
 };

@@ -1,6 +1,8 @@
 #include "scripting/ScriptSurface.h"
 
+#include "scripting/ScriptExpect.h"
 #include "scripting/ScriptProgram.h"
+#include "scripting/ScriptReports.h"
 
 namespace {
 template <typename Class>
@@ -14,12 +16,14 @@ const QVector<ScriptSurface::Entry>& ScriptSurface::Entries()
 {
     static const QVector<Entry> entries{
         {"script", Make<ScriptProgram>},
+        {"expect", Make<ScriptExpect>},
+        {"reports", Make<ScriptReports>},
     };
     return entries;
 }
 
 const QVector<const char*>& ScriptSurface::GlobalFunctions()
 {
-    static const QVector<const char*> names{"print", "step", "include"};
+    static const QVector<const char*> names{"print", "step", "include", "wait", "idle", "random", "grab"};
     return names;
 }

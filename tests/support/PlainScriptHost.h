@@ -16,6 +16,8 @@ public:
 
     LXDocumentInterface* GetActiveDocument() const override { return nullptr; }
 
+    QList<ZKPlugin*> GetPlugins() const override { return {}; }
+
     LXDocumentInterface* New(const QSize&, const QColor&) override { return nullptr; }
 
     LXDocumentInterface* Open(const QString&) override { return nullptr; }
