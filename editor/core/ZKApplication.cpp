@@ -125,6 +125,19 @@ QColor ZKApplication::GetMaskBackground()
     return LightnessOf(GetBackground());
 }
 
+QBrush ZKApplication::GetGradient()
+{
+    return ZKApplicationPrivate::Get().m_Gradient;
+}
+
+void ZKApplication::SetGradient(const QBrush& gradient)
+{
+    QBrush& present = ZKApplicationPrivate::Get().m_Gradient;
+    if (gradient == present) return;
+    present = gradient;
+    emit GetInstance()->GradientChanged(gradient);
+}
+
 int ZKApplication::GetPatternCount()
 {
     return ZKApplicationPrivate::Get().Patterns().size();
@@ -156,4 +169,16 @@ QString ZKApplication::GetUserDataFolder()
 QString ZKApplication::GetResourcePath()
 {
     return ZKApplicationPrivate::Get().Folders().resources;
+}
+
+QAction* ZKApplication::GetRefineSelection() const
+{
+    return m_pPrivate->m_pRefineSelection;
+}
+
+void ZKApplication::RegisterRefineSelection(QAction* action)
+{
+    if (m_pPrivate->m_pRefineSelection == action) return;
+    m_pPrivate->m_pRefineSelection = action;
+    emit RefineSelectionRegistered(action);
 }

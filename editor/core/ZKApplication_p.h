@@ -4,7 +4,10 @@
 
 #include "core/ApplicationFolders.h"
 
+#include <QAction>
+#include <QBrush>
 #include <QColor>
+#include <QPointer>
 #include <QSettings>
 #include <QStringList>
 
@@ -26,7 +29,9 @@ public:
 
     QColor m_Foreground = Qt::black;
     QColor m_Background = Qt::white;
+    QBrush m_Gradient;
     int m_TexturePatternIndex = 0;
+    QPointer<QAction> m_pRefineSelection;
 
 private:
     void UseDefaultFolders();

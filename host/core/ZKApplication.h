@@ -2,6 +2,7 @@
 
 #include "ZKHostExport.h"
 
+#include <QBrush>
 #include <QColor>
 #include <QObject>
 #include <QString>
@@ -9,10 +10,11 @@
 
 #include <memory>
 
+class QAction;
 class ZKApplicationPrivate;
 
 /// What belongs to the program and not to a document: the person's values, the two colors, the
-/// patterns and the folders. One instance, made at first use. Main thread only.
+/// gradient, the patterns and the folders. One instance, made at first use. Main thread only.
 class ZK_HOST_EXPORT ZKApplication : public QObject
 {
     Q_OBJECT
@@ -41,6 +43,10 @@ public:
     static QColor GetMaskForeground();
     static QColor GetMaskBackground();
 
+    /// The gradient that things are filled with; no brush at first.
+    static QBrush GetGradient();
+    static void SetGradient(const QBrush& gradient);
+
     /// The patterns that textures are filled with.
     static int GetPatternCount();
 
@@ -58,11 +64,20 @@ public:
     /// The folder of the files that came with the program; no trailing slash.
     static QString GetResourcePath();
 
+    /// The action that opens the dialog for refining a selection; null while nobody has registered one, and
+    /// again after it is destroyed.
+    QAction* GetRefineSelection() const;
+    /// Registers the action and tells everybody; null takes it away. The action keeps its owner.
+    void RegisterRefineSelection(QAction* action);
+
 signals:
     /// After a change; setting the present color again sends nothing.
     void ForegroundChanged(const QColor& color);
     void BackgroundChanged(const QColor& color);
     void TexturePatternIndexChanged(int index);
+    void GradientChanged(const QBrush& gradient);
+    /// Null when the action was taken away.
+    void RefineSelectionRegistered(QAction* action);
 
 private:
     friend class ZKApplicationPrivate;
