@@ -3,20 +3,33 @@
 #include "image/LXImage.h"
 
 #include <QPoint>
+#include <QRect>
 
 #include <vector>
+
+/// An image and where it lies.
+struct PlacedImage
+{
+    LXImage32 image;
+    QPoint offset; ///< top left in document pixels
+
+    QRect Rect() const { return image.Rect().translated(offset); }
+
+    /// A rectangle of the document in pixels of the image.
+    QRect FromDocument(const QRect& docRect) const { return docRect.translated(-offset); }
+};
 
 /// What of a layer the merged picture needs, as a value that shares the layer's tiles.
 struct CompositeLayer
 {
-    LXImage32 image;
-    QPoint offset; ///< top left in document pixels
+    PlacedImage pixels;
+    PlacedImage overlay; ///< floats above the pixels; an empty image for none
     double opacity = 1.0;
     unsigned int blendMode = 0;
 
     bool hasMask = false;
-    LXImage32 mask;
-    QPoint maskOffset;
+    PlacedImage mask;
+    PlacedImage maskOverlay; ///< gray, floats above the mask; an empty image for none
     bool maskReveals = true; ///< coverage outside the mask's rectangle: 255, else 0
 };
 

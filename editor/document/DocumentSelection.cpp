@@ -49,9 +49,24 @@ bool DocumentSelection::Translate(const QPoint& delta)
     const std::lock_guard<std::mutex> guard(m_Mutex);
     if (m_Geometry.isEmpty()) return false;
 
+    TranslateLocked(delta);
+    return true;
+}
+
+bool DocumentSelection::MoveTo(const QPoint& topLeft)
+{
+    const PixelWriteScope scope(m_Locks, Key);
+    const std::lock_guard<std::mutex> guard(m_Mutex);
+    if (m_Geometry.isEmpty()) return false;
+
+    TranslateLocked(topLeft - m_Geometry.topLeft());
+    return true;
+}
+
+void DocumentSelection::TranslateLocked(const QPoint& delta)
+{
     m_Geometry.translate(delta);
     m_Bounds.translate(delta);
-    return true;
 }
 
 bool DocumentSelection::HasAbove(unsigned char value) const

@@ -36,9 +36,14 @@ public:
     bool Set(const LXImage32& mask, const QPoint& offset);
     /// False without a selection.
     bool Translate(const QPoint& delta);
+    /// Puts the mask's top left there. False without a selection.
+    bool MoveTo(const QPoint& topLeft);
     bool HasAbove(unsigned char value) const;
 
 private:
+    /// Under both locks.
+    void TranslateLocked(const QPoint& delta);
+
     PixelLockTable& m_Locks;
     LXImage32 m_Mask;
 

@@ -28,12 +28,12 @@ LXDocumentInterface* LXDocumentFactory::Copy(const LXDocumentInterface* document
     std::unique_ptr<LXDocumentInterface> copy(new LXDocumentInterface);
     LXDocumentInterfacePrivate* to = LXDocumentInterfacePrivate::Get(copy.get());
 
-    to->name = from->name;
-    to->profile = from->profile;
-    to->dpi = from->dpi;
+    to->ChangeProperties([from](DocumentProperties& properties) { properties = from->Properties(); });
     copy->SetDocumentSize(document->GetDocumentSize());
-    for (int row = 0; row < from->layers.Count(); ++row) {
-        to->InsertLayer(row, from->GetLayerState(static_cast<unsigned int>(row) + 1));
+    // The list of one moment: the main thread may add and remove layers while a worker copies.
+    int row = 0;
+    for (const std::shared_ptr<Layer>& layer : from->layers.All()) {
+        to->InsertLayer(row++, from->LandedState(*layer));
     }
     QPoint offset;
     const LXImage32 mask = from->selection.Snapshot(&offset);

@@ -75,41 +75,24 @@ void LXDocumentInterface::SetDocumentState(int state)
     emit DocumentStateChanged(state);
 }
 
-ZKCMSProfile LXDocumentInterface::GetICCProfile() const
-{
-    return m_pPrivate->profile;
-}
-
-void LXDocumentInterface::SetICCProfile(const ZKCMSProfile& profile)
-{
-    m_pPrivate->profile = profile;
-}
-
-double LXDocumentInterface::GetDPI() const
-{
-    return m_pPrivate->dpi;
-}
-
-void LXDocumentInterface::SetDPI(double dpi)
-{
-    if (dpi > 0.0) m_pPrivate->dpi = dpi;
-}
-
-QString LXDocumentInterface::GetDocumentName() const
-{
-    return m_pPrivate->name;
-}
-
-void LXDocumentInterface::SetDocumentName(const QString& name)
-{
-    if (m_pPrivate->name == name) return;
-    m_pPrivate->name = name;
-    emit DocumentNameChanged(name);
-}
-
 void LXDocumentInterface::UpdateDocumentRect(const QRect& rect)
 {
     m_pPrivate->Invalidate(rect.isEmpty() ? m_pPrivate->Canvas() : rect);
+}
+
+void LXDocumentInterface::StopComposition()
+{
+    m_pPrivate->StopComposition();
+}
+
+void LXDocumentInterface::ResumeComposition()
+{
+    m_pPrivate->ResumeComposition();
+}
+
+bool LXDocumentInterface::IsCompositionStopped() const
+{
+    return m_pPrivate->compositionStops > 0;
 }
 
 QSize LXDocumentInterface::GetDocumentSize() const

@@ -2,7 +2,9 @@
 
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
+#include "document/LayerLocks.h"
 
 void LXDocumentInterface::EndLayerChange(unsigned int id)
 {
@@ -72,6 +74,26 @@ void LXDocumentInterface::SetMaskImage(unsigned int id, const LXImage32& image, 
         m_pPrivate->OnMainThread([this, id, offset] { emit GetModel()->MaskPositionChanged(id, offset); });
     }
     m_pPrivate->MaskPixelsChanged(id, before | GetMaskGeometry(id));
+}
+
+bool LXDocumentInterface::IsSelectionMoveLocked(unsigned int id) const
+{
+    return (GetLayerLockFlags(id) & LayerLocks::AgainstPaint) != 0;
+}
+
+bool LXDocumentInterface::IsLayerEditable(unsigned int id) const
+{
+    return id != 0 && GetLayerKind(id) == LayerKind::Raster;
+}
+
+bool LXDocumentInterface::GetPixel(unsigned int id, const QPoint& point, QColor* color) const
+{
+    const LXDocumentLayerLockerForRead locker(this, id);
+    const LXImage32* image = GetLayerImage(id);
+    const QPoint inImage = point - GetLayerGeometry(id).topLeft();
+    if (!image || !image->Rect().contains(inImage)) return false;
+    *color = QColor::fromRgba(image->GetColor(inImage.x(), inImage.y()).value);
+    return true;
 }
 
 unsigned int LXDocumentInterface::AddLayer(const QString& name, const LXImage32& image, const QPoint& offset,

@@ -1,7 +1,10 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel_p.h"
+#include "document/LandedLayer.h"
 
 #include <QThread>
+
+#include <utility>
 
 namespace {
 QRect RectOf(const LXImage32& image, const QPoint& offset)
@@ -11,7 +14,11 @@ QRect RectOf(const LXImage32& image, const QPoint& offset)
 } // namespace
 
 LXDocumentInterfacePrivate::LXDocumentInterfacePrivate(LXDocumentInterface* owner)
-    : document(owner), locks(std::make_shared<PixelLockTable>()), selection(*locks), merged(*locks, layers)
+    : document(owner),
+      locks(std::make_shared<PixelLockTable>()),
+      overlays(*locks, layers),
+      selection(*locks),
+      merged(*locks, layers)
 {}
 
 LXDocumentInterfacePrivate* LXDocumentInterfacePrivate::Get(const LXDocumentInterface* document)
@@ -25,6 +32,24 @@ LayerState LXDocumentInterfacePrivate::GetLayerState(unsigned int id) const
     if (!layer) return LayerState();
     const PixelReadScope scope(*locks, layer->key);
     return {layers.PropertiesOf(*layer), layer->image, layer->mask};
+}
+
+LayerState LXDocumentInterfacePrivate::LandedState(const Layer& layer) const
+{
+    LayerState landed;
+    PlacedImage overlay;
+    PlacedImage maskOverlay;
+    {
+        const PixelReadScope scope(*locks, layer.key);
+        landed = {layers.PropertiesOf(layer), layer.image, layer.mask};
+        const OverlayPlace place = layers.PlaceOf(layer.overlay);
+        if (place.isShown) overlay = {layer.overlay.image, place.topLeft};
+        const OverlayPlace maskPlace = layers.PlaceOf(layer.maskOverlay);
+        if (maskPlace.isShown) maskOverlay = {layer.maskOverlay.image, maskPlace.topLeft};
+    }
+    LandedLayer::Land(landed, overlay);
+    LandedLayer::LandOnMask(landed, maskOverlay);
+    return landed;
 }
 
 void LXDocumentInterfacePrivate::InsertLayer(int row, const LayerState& layer)
@@ -105,7 +130,47 @@ void LXDocumentInterfacePrivate::Invalidate(const QRect& docRect)
     const QRect visible = docRect & Canvas();
     if (visible.isEmpty()) return;
     merged.MarkDirty(visible);
-    OnMainThread([this, visible] { emit document->CompositionChanged(visible); });
+    OnMainThread([this, visible] { AnnounceComposition(visible); });
+}
+
+void LXDocumentInterfacePrivate::AnnounceComposition(const QRect& docRect)
+{
+    if (compositionStops > 0) {
+        heldBackRect |= docRect;
+    } else {
+        emit document->CompositionChanged(docRect);
+    }
+}
+
+void LXDocumentInterfacePrivate::StopComposition()
+{
+    ++compositionStops;
+}
+
+void LXDocumentInterfacePrivate::ResumeComposition()
+{
+    if (compositionStops == 0 || --compositionStops > 0) return;
+    // The canvas may have shrunk since.
+    const QRect visible = std::exchange(heldBackRect, QRect()) & Canvas();
+    if (!visible.isEmpty()) emit document->CompositionChanged(visible);
+}
+
+void LXDocumentInterfacePrivate::CreateOverlay(unsigned int id, LayerOverlays::Target target)
+{
+    Invalidate(overlays.Remove(id, target));
+    overlays.Create(id, target);
+}
+
+DocumentProperties LXDocumentInterfacePrivate::Properties() const
+{
+    const std::lock_guard<std::mutex> guard(m_PropertiesMutex);
+    return m_Properties;
+}
+
+void LXDocumentInterfacePrivate::ChangeProperties(const std::function<void(DocumentProperties&)>& change)
+{
+    const std::lock_guard<std::mutex> guard(m_PropertiesMutex);
+    change(m_Properties);
 }
 
 void LXDocumentInterfacePrivate::PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
@@ -135,6 +200,11 @@ void LXDocumentInterfacePrivate::SyncGeometry(Layer& layer)
         properties.rect = RectOf(layer.image, properties.rect.topLeft());
         if (properties.hasMask) properties.maskRect = RectOf(layer.mask, properties.maskRect.topLeft());
     });
+    for (Overlay* overlay : {&layer.overlay, &layer.maskOverlay}) {
+        layers.ChangePlaceOf(*overlay, [overlay](OverlayPlace& place) {
+            place.size = QSize(overlay->image.Width(), overlay->image.Height());
+        });
+    }
 }
 
 QRect LXDocumentInterfacePrivate::Canvas() const

@@ -46,7 +46,9 @@ void LXDocumentInterface::MoveToSelection(const QPoint& topLeft)
 {
     if (!HasSelection()) return;
     m_pPrivate->OnMainThread([this] { emit AboutSelectionMove(); });
-    TranslateSelection(topLeft - GetSelectionMaskOffset());
+    if (m_pPrivate->selection.MoveTo(topLeft)) {
+        m_pPrivate->OnMainThread([this] { emit SelectionChanged(); });
+    }
 }
 
 bool LXDocumentInterface::HasAboveSelected(unsigned char value) const

@@ -2,9 +2,11 @@
 
 #include "EditorExport.h"
 
+#include "document/DocumentProperties.h"
 #include "document/DocumentSelection.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LayerList.h"
+#include "document/LayerOverlays.h"
 #include "document/MergedPicture.h"
 #include "document/PixelLockTable.h"
 
@@ -23,6 +25,8 @@ public:
 
     /// A copy of the whole layer, sharing its tiles; an empty one for a bad id. Any thread.
     LayerState GetLayerState(unsigned int id) const;
+    /// The same with what floats above it put down, so that a copy shows what the document shows. Any thread.
+    LayerState LandedState(const Layer& layer) const;
     /// Adds a layer at the row, which becomes its id minus 1.
     ZK_EDITOR_EXPORT void InsertLayer(int row, const LayerState& state);
     void RemoveLayer(int row);
@@ -37,6 +41,15 @@ public:
     void MaskPixelsChanged(unsigned int id, const QRect& docRect);
     /// Marks for recomposition and sends CompositionChanged(); an empty rectangle does nothing. Any thread.
     void Invalidate(const QRect& docRect);
+
+    /// Any thread.
+    DocumentProperties Properties() const;
+    void ChangeProperties(const std::function<void(DocumentProperties&)>& change);
+
+    /// A new overlay in place of one that is there.
+    void CreateOverlay(unsigned int id, LayerOverlays::Target target);
+    void StopComposition();
+    void ResumeComposition();
 
     /// Replaces image and place under the write locker, without a signal. Any thread.
     void PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
@@ -55,6 +68,7 @@ public:
     /// Lockers keep it alive when the document goes first.
     const std::shared_ptr<PixelLockTable> locks;
     LayerList layers;
+    LayerOverlays overlays;
     DocumentSelection selection;
     MergedPicture merged;
     LXDocumentModel* model = nullptr;
@@ -63,10 +77,14 @@ public:
 
     bool isLocked = false;
     int state = 0;
-    QString name;
-    ZKCMSProfile profile;
-    double dpi = 72.0;
+    int compositionStops = 0;
+    QRect heldBackRect; ///< what changed while the composition is stopped
 
 private:
+    /// Main thread.
+    void AnnounceComposition(const QRect& docRect);
+
+    mutable std::mutex m_PropertiesMutex;
+    DocumentProperties m_Properties;
     PixelLockTable::Key m_LastLockKey = MergedPicture::Key;
 };

@@ -5,7 +5,9 @@
 #include "image/LXImage.h"
 
 #include <QImage>
+#include <QPoint>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 /// Everything of a layer but its pixels.
@@ -34,6 +36,26 @@ struct LayerState
     LXImage32 mask;
 };
 
+/// Where an overlay lies, in document pixels.
+struct OverlayPlace
+{
+    bool exists = false;
+    bool isShown = false;
+    QPoint topLeft;
+    QSize size{0, 0}; ///< of the image while it is shown
+
+    /// Empty while it isn't shown.
+    QRect ShownRect() const { return isShown ? QRect(topLeft, size) : QRect(); }
+};
+
+/// A picture that floats above a layer's pixels or its mask.
+struct Overlay
+{
+    LXImage32 image;    ///< under the pixel lock of the layer, once it shows
+    OverlayPlace place; ///< under the mutex of the LayerList
+    int pins = 0;       ///< main thread: readers that wait for their end
+};
+
 /// A layer of a document. It stays at its address while the list around it changes.
 struct Layer
 {
@@ -43,6 +65,9 @@ struct Layer
 
     LXImage32 image; ///< under the pixel lock of `key`
     LXImage32 mask;  ///< likewise
+
+    Overlay overlay;
+    Overlay maskOverlay;
 
     LayerProperties properties; ///< under the mutex of the LayerList
 

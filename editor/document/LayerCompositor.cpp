@@ -17,68 +17,90 @@ struct Contribution
 
 using Contributions = QVarLengthArray<Contribution, 32>;
 
-QRect RectOf(const LXImage32& image, const QPoint& offset)
+/// Where in the tile the layer, or what floats above it, has pixels.
+QRect ExtentIn(const CompositeLayer& layer, const QRect& tileRect)
 {
-    return QRect(offset, QSize(image.Width(), image.Height()));
+    return (layer.pixels.Rect() & tileRect) | (layer.overlay.Rect() & tileRect);
 }
 
 Contributions ContributionsTo(const QRect& tileRect, const CompositeLayers& layers)
 {
     Contributions contributions;
     for (const CompositeLayer& layer : layers) {
-        const QRect rect = RectOf(layer.image, layer.offset) & tileRect;
+        const QRect rect = ExtentIn(layer, tileRect);
         if (rect.isEmpty()) continue;
-        const bool isMasked = layer.hasMask && rect.intersects(RectOf(layer.mask, layer.maskOffset));
+        const bool isMasked = layer.hasMask && (rect.intersects(layer.mask.Rect()) ||
+                                                rect.intersects(layer.maskOverlay.Rect()));
         if (layer.hasMask && !isMasked && !layer.maskReveals) continue;
         contributions.append({&layer, rect, isMasked});
     }
     return contributions;
 }
 
-/// Whether nothing below can be seen through the tile.
+/// Whether nothing below can be seen through the tile. What floats above opaque pixels leaves them opaque.
 bool HidesAllBelow(const Contribution& top, const QRect& tileRect)
 {
     const CompositeLayer& layer = *top.layer;
     return !top.isMasked && layer.blendMode == BlendMode::Normal && layer.opacity >= 1.0 &&
-           top.rect == tileRect && AlphaScan::IsOpaque(layer.image, top.rect.translated(-layer.offset));
+           layer.pixels.Rect().contains(tileRect) &&
+           AlphaScan::IsOpaque(layer.pixels.image, layer.pixels.FromDocument(tileRect));
 }
 
-/// The layer's own tile under the tile of the picture, or null when its tiles lie otherwise.
+/// The layer's own tile under the tile of the picture, or null when its tiles lie otherwise or aren't all
+/// that shows of it.
 const LXTilePointer* AlignedTile(const CompositeLayer& layer, const QRect& tileRect)
 {
-    const QPoint inLayer = tileRect.topLeft() - layer.offset;
+    if (layer.overlay.Rect().intersects(tileRect)) return nullptr;
+    const QPoint inLayer = tileRect.topLeft() - layer.pixels.offset;
     const bool isAligned = inLayer.x() % TileSide == 0 && inLayer.y() % TileSide == 0;
-    return isAligned ? &layer.image.TileAt(inLayer.x() / TileSide, inLayer.y() / TileSide) : nullptr;
+    return isAligned ? &layer.pixels.image.TileAt(inLayer.x() / TileSide, inLayer.y() / TileSide) : nullptr;
 }
 
-/// The mask as a picture of the contribution's rectangle, the default where the mask doesn't reach.
-LXImage32 CoverageOf(const Contribution& part)
+/// Blends what of the image lies in the document rectangle on a picture of that rectangle.
+void BlendPart(const PlacedImage& source, unsigned int mode, const QRect& docRect, LXImage32& picture)
+{
+    const QRect part = source.Rect() & docRect;
+    BlendOn(source.image, source.FromDocument(part), mode, picture, part.translated(-docRect.topLeft()), 1.0,
+            false);
+}
+
+/// The layer's pixels in the contribution's rectangle, with what floats above them.
+PlacedImage PixelsOf(const Contribution& part)
 {
     const CompositeLayer& layer = *part.layer;
-    LXImage32 coverage(part.rect.width(), part.rect.height());
-    if (layer.maskReveals) coverage.Fill(LXRGBA32i(0xFF000000));
-    const QRect covered = part.rect & RectOf(layer.mask, layer.maskOffset);
-    BlendOn(layer.mask, covered.translated(-layer.maskOffset), BlendMode::Source, coverage,
-            covered.translated(-part.rect.topLeft()), 1.0, false);
+    if (!layer.overlay.Rect().intersects(part.rect)) return layer.pixels;
+    PlacedImage pixels{LXImage32(part.rect.width(), part.rect.height()), part.rect.topLeft()};
+    BlendPart(layer.pixels, BlendMode::Source, part.rect, pixels.image);
+    BlendPart(layer.overlay, BlendMode::Normal, part.rect, pixels.image);
+    return pixels;
+}
+
+/// The mask in the contribution's rectangle, the default where it doesn't reach, with what floats above it.
+PlacedImage CoverageOf(const Contribution& part)
+{
+    const CompositeLayer& layer = *part.layer;
+    const bool floats = layer.maskOverlay.Rect().intersects(part.rect);
+    if (!floats && layer.mask.Rect().contains(part.rect)) return layer.mask;
+
+    PlacedImage coverage{LXImage32(part.rect.width(), part.rect.height()), part.rect.topLeft()};
+    if (layer.maskReveals) coverage.image.Fill(LXRGBA32i(0xFF000000));
+    BlendPart(layer.mask, BlendMode::Source, part.rect, coverage.image);
+    BlendPart(layer.maskOverlay, BlendMode::GrayToMask, part.rect, coverage.image);
     return coverage;
 }
 
 void Blend(const Contribution& part, LXImage32& picture)
 {
     const CompositeLayer& layer = *part.layer;
-    const QRect source = part.rect.translated(-layer.offset);
+    const PlacedImage pixels = PixelsOf(part);
+    const QRect source = pixels.FromDocument(part.rect);
     if (!part.isMasked) {
-        BlendOn(layer.image, source, layer.blendMode, picture, part.rect, layer.opacity, false);
+        BlendOn(pixels.image, source, layer.blendMode, picture, part.rect, layer.opacity, false);
         return;
     }
-    if (RectOf(layer.mask, layer.maskOffset).contains(part.rect)) {
-        BlendMaskOn(layer.image, source, layer.blendMode, picture, part.rect, layer.opacity, layer.mask,
-                    part.rect.translated(-layer.maskOffset), false, false);
-        return;
-    }
-    const LXImage32 coverage = CoverageOf(part);
-    BlendMaskOn(layer.image, source, layer.blendMode, picture, part.rect, layer.opacity, coverage,
-                QRect(QPoint(0, 0), part.rect.size()), false, false);
+    const PlacedImage coverage = CoverageOf(part);
+    BlendMaskOn(pixels.image, source, layer.blendMode, picture, part.rect, layer.opacity, coverage.image,
+                coverage.FromDocument(part.rect), false, false);
 }
 
 } // namespace

@@ -51,6 +51,18 @@ void LayerList::ChangePropertiesOf(Layer& layer, const Change& change)
     change(layer.properties);
 }
 
+OverlayPlace LayerList::PlaceOf(const Overlay& overlay) const
+{
+    const std::lock_guard<std::mutex> guard(m_Mutex);
+    return overlay.place;
+}
+
+void LayerList::ChangePlaceOf(Overlay& overlay, const std::function<void(OverlayPlace&)>& change)
+{
+    const std::lock_guard<std::mutex> guard(m_Mutex);
+    change(overlay.place);
+}
+
 void LayerList::Insert(int row, std::shared_ptr<Layer> layer)
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);

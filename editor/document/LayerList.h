@@ -28,6 +28,9 @@ public:
     bool ChangeProperties(unsigned int id, const Change& change);
     void ChangePropertiesOf(Layer& layer, const Change& change);
 
+    OverlayPlace PlaceOf(const Overlay& overlay) const;
+    void ChangePlaceOf(Overlay& overlay, const std::function<void(OverlayPlace&)>& change);
+
     void Insert(int row, std::shared_ptr<Layer> layer);
     void Remove(int row);
     /// The layer at `from` stands at `to` afterwards.

@@ -3,23 +3,10 @@
 #include "document/LayerCompositor.h"
 
 namespace {
-CompositeLayer SnapshotOf(const Layer& layer, const LayerProperties& properties)
+PlacedImage SnapshotOf(const Overlay& overlay, const OverlayPlace& place)
 {
-    CompositeLayer snapshot;
-    snapshot.image = layer.image;
-    snapshot.offset = properties.rect.topLeft();
-    snapshot.opacity = properties.opacity;
-    snapshot.blendMode = properties.blendMode;
-    snapshot.hasMask = properties.hasMask;
-    snapshot.mask = layer.mask;
-    snapshot.maskOffset = properties.maskRect.topLeft();
-    snapshot.maskReveals = properties.maskReveals;
-    return snapshot;
-}
-
-bool ShowsIn(const LayerProperties& properties, const QRect& bounds)
-{
-    return properties.isVisible && properties.opacity > 0.0 && properties.rect.intersects(bounds);
+    // Before it shows, the image belongs to who makes it.
+    return place.isShown ? PlacedImage{overlay.image, place.topLeft} : PlacedImage();
 }
 } // namespace
 
@@ -67,10 +54,33 @@ CompositeLayers MergedPicture::Snapshot(const QRect& bounds) const
     CompositeLayers snapshot;
     const std::vector<std::shared_ptr<Layer>> layers = m_Layers.All();
     for (auto layer = layers.rbegin(); layer != layers.rend(); ++layer) {
-        if (!ShowsIn(m_Layers.PropertiesOf(**layer), bounds)) continue;
+        if (!ShowsIn(**layer, bounds)) continue;
         const PixelReadScope scope(m_Locks, (*layer)->key);
-        snapshot.push_back(SnapshotOf(**layer, m_Layers.PropertiesOf(**layer)));
+        snapshot.push_back(SnapshotOf(**layer));
     }
+    return snapshot;
+}
+
+bool MergedPicture::ShowsIn(const Layer& layer, const QRect& bounds) const
+{
+    const LayerProperties properties = m_Layers.PropertiesOf(layer);
+    if (!properties.isVisible || properties.opacity <= 0.0) return false;
+    const QRect floating = m_Layers.PlaceOf(layer.overlay).ShownRect();
+    return properties.rect.intersects(bounds) || floating.intersects(bounds);
+}
+
+CompositeLayer MergedPicture::SnapshotOf(const Layer& layer) const
+{
+    const LayerProperties properties = m_Layers.PropertiesOf(layer);
+    CompositeLayer snapshot;
+    snapshot.pixels = {layer.image, properties.rect.topLeft()};
+    snapshot.overlay = ::SnapshotOf(layer.overlay, m_Layers.PlaceOf(layer.overlay));
+    snapshot.opacity = properties.opacity;
+    snapshot.blendMode = properties.blendMode;
+    snapshot.hasMask = properties.hasMask;
+    snapshot.mask = {layer.mask, properties.maskRect.topLeft()};
+    snapshot.maskOverlay = ::SnapshotOf(layer.maskOverlay, m_Layers.PlaceOf(layer.maskOverlay));
+    snapshot.maskReveals = properties.maskReveals;
     return snapshot;
 }
 

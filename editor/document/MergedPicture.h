@@ -39,6 +39,9 @@ public:
 private:
     /// The layers that show in the rectangle.
     CompositeLayers Snapshot(const QRect& bounds) const;
+    bool ShowsIn(const Layer& layer, const QRect& bounds) const;
+    /// Under the layer's pixel lock.
+    CompositeLayer SnapshotOf(const Layer& layer) const;
     void Compose(const CompositeLayers& layers, const std::vector<int>& tiles);
 
     PixelLockTable& m_Locks;

@@ -2,6 +2,7 @@
 
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "document/LXLayerNameHelper.h"
 #include "document/LayerLocks.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LayerCommands.h"
@@ -107,7 +108,8 @@ void LayerOperations::Add()
     const QList<int> rows = SelectedRows(m_pView);
     auto* data = new LayerCreateCommandData(m_pView->GetLayerSelection(), LayerCreateCommandData::Raster,
                                             rows.isEmpty() ? 0 : rows.first());
-    data->SetLayerName(NewName());
+    data->SetLayerName(
+        LXLayerNameHelper::MakeDefaultName(GetModel()->GetDocument(), LXLayerNameHelper::New, 0));
     auto* command = new LayerCreateCommand(GetModel()->GetDocument(), true);
     command->setText(tr("New layer"));
     if (!command->SetCommandData(data)) delete data;
@@ -205,19 +207,4 @@ void LayerOperations::Push(LexoCommand* command)
     }
     const std::unique_ptr<LexoCommand> owned(command);
     owned->redo();
-}
-
-QString LayerOperations::NewName() const
-{
-    const LXDocumentModel* model = GetModel();
-    const auto isTaken = [&](const QString& name) {
-        for (int row = 0; row < model->rowCount(); ++row) {
-            if (model->GetName(row) == name) return true;
-        }
-        return false;
-    };
-    int number = 1;
-    while (isTaken(tr("Layer %1").arg(number)))
-        ++number;
-    return tr("Layer %1").arg(number);
 }

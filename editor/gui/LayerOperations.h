@@ -57,7 +57,6 @@ private:
     bool IsLocked(int row) const;
     void Push(LexoCommand* command);
     void DeleteLayers();
-    QString NewName() const;
 
     QPointer<ZKDocumentView> m_pView;
 };

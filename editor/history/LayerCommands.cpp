@@ -32,6 +32,9 @@ LexoCommand* LayerCommands::Duplicate(LXDocumentInterface* document, QItemSelect
                                       unsigned int id, const QString& name)
 {
     constexpr int noRow = -1;
+    // Whatever floats above the layer belongs to the copy as well.
+    emit document->AboutRequesAdditionalLayer(id);
+    emit document->AboutRequesAdditionalMask(id);
     LXDocumentInterfacePrivate* insides = LXDocumentInterfacePrivate::Get(document);
     LayerState layer = insides->GetLayerState(id);
     layer.properties.name = name;

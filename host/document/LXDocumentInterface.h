@@ -2,9 +2,11 @@
 
 #include "ZKHostExport.h"
 
+#include "document/LXGuide.h"
 #include "image/LXImage.h"
 #include "image/ZKCMSProfile.h"
 
+#include <QColor>
 #include <QObject>
 #include <QPoint>
 #include <QRect>
@@ -34,6 +36,10 @@ class LXPathsListModel;
 /// **Threads.** Operations marked "any thread" may be called from workers; all others belong to the main
 /// thread. Pixels are touched only under a locker (LXDocumentLayerLockerForRead and its siblings). Signals
 /// always arrive on the main thread: those of a worker's change are queued.
+///
+/// **Overlay.** Above the pixels of every layer, and above its mask, one picture may float that is not part
+/// of them: pixels that a tool carries about until it puts them down. It belongs to who created it. It shows
+/// wherever the layer shows, but is in no layer's image and in no file.
 ///
 /// **Lock order.** Whoever holds a layer's write locker doesn't take the locker of id 0.
 class ZK_HOST_EXPORT LXDocumentInterface : public QObject
@@ -100,12 +106,31 @@ public:
     /// Values that aren't above 0 are ignored.
     void SetDPI(double dpi);
 
+    /// The unit that lengths are read out in: 0 pixels, 1 inches, 2 millimeters.
+    int GetUnit() const;
+    /// Other numbers are ignored.
+    void SetUnit(int unit);
+
+    /// The guide lines, in the order in which they were set. No undo.
+    LXGuides GetGuides() const;
+    void SetGuides(const LXGuides& guides);
+
     QString GetDocumentName() const;
     void SetDocumentName(const QString& name);
 
     /// Marks the rectangle for recomposition and sends CompositionChanged(); an empty rectangle means the
     /// whole canvas. Any thread.
     void UpdateDocumentRect(const QRect& rect);
+    /// Between the two CompositionChanged() is held back; at the end it goes out once for all that changed.
+    /// They nest. Main thread.
+    void StopComposition();
+    void ResumeComposition();
+    bool IsCompositionStopped() const;
+
+    /// Around the interaction of a tool that works on whole layers. The begin asks for every overlay to be
+    /// put down (AboutRequesAdditionalLayer and its sibling), the end recomposes everything.
+    void BeginOperation();
+    void EndOperation();
     /// Closes a change of a layer's or its mask's pixels: thumbnails, the model's LayerDataChanged(uint) and,
     /// for a layer with a mask, LayerMaskChanged(uint).
     void EndLayerChange(unsigned int id);
@@ -125,6 +150,49 @@ public:
     /// mask that isn't there. Any thread.
     void SetLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     void SetMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset);
+
+    /// Whether locks keep the selected pixels of the layer where they are.
+    bool IsSelectionMoveLocked(unsigned int id) const;
+    /// Whether the layer consists of pixels that tools may paint; locks are another matter. Any thread.
+    bool IsLayerEditable(unsigned int id) const;
+    /// The color of one pixel of a layer; of the merged picture for id 0. False, and nothing written, outside
+    /// of it and for a bad id. Takes the locker itself.
+    /// @param point  document pixels
+    bool GetPixel(unsigned int id, const QPoint& point, QColor* color) const;
+
+    /// Gives the layer, or its mask, an empty overlay at (0, 0) that doesn't show yet. First sends
+    /// AboutRequesAdditionalLayer (or its sibling), so that an older piece is put down; one that is still
+    /// there is dropped. Nothing for a bad id, or for a mask that isn't there.
+    void CreateAdditionalLayer(unsigned int id);
+    void CreateAdditionalMask(unsigned int id);
+    /// The overlay's pixels, straight alpha; a mask's overlay is a gray image, its color the value and its
+    /// alpha the coverage. Null without an overlay. Until it shows it belongs to who created it; from then on
+    /// it is touched under the layer's locker like the layer's own pixels. Any thread.
+    LXImage32* GetAdditionalLayerImage(unsigned int id) const;
+    LXImage32* GetAdditionalMaskImage(unsigned int id) const;
+    /// Puts the overlay's top left at the point of the document. The pixels stay, and who moves it tells
+    /// which part changed (UpdateDocumentRect). Nothing without an overlay. Any thread.
+    void SetAdditionalLayerPosition(unsigned int id, const QPoint& topLeft);
+    void SetAdditionalMaskPosition(unsigned int id, const QPoint& topLeft);
+    /// The overlay's rectangle; QRect() without one, empty while its image is. Any thread.
+    QRect GetAdditionalLayerGeometry(unsigned int id) const;
+    QRect GetAdditionalMaskGeometry(unsigned int id) const;
+    /// From now on the overlay is drawn: over the layer's pixels in mode 0, before the layer's mask, opacity
+    /// and blend mode; in mode 64 into the mask, which counts as its default where it doesn't reach.
+    void ShowAdditionalLayer(unsigned int id);
+    void ShowAdditionalMask(unsigned int id);
+    /// Marks the part of the document for recomposition, without a signal; an empty rectangle does nothing.
+    /// Any thread.
+    void InvalidateAdditionalLayer(unsigned int id, const QRect& rect);
+    void InvalidateAdditionalMask(unsigned int id, const QRect& rect);
+    /// Drops the overlay; harmless without one.
+    void RemoveAdditionalLayer(unsigned int id);
+    void RemoveAdditionalMask(unsigned int id);
+    /// Holds the mask's overlay as a reader until the matching end; pairs nest. Nothing without an overlay.
+    void BeginAdditionalMaskRead(unsigned int id);
+    void EndAdditionalMaskRead(unsigned int id);
+    /// Tells views that a part of an overlay changed; an empty rectangle means all of it. Any thread.
+    void AdditionalLayerDataChangedExternal(unsigned int id, const QRect& rect);
 
     /// Changes the canvas; layers stay where they are. No undo. Nothing for sizes that are empty or above
     /// MAX_DOC_DIMENSION; throws std::bad_alloc for a size that LXImage refuses.
@@ -168,6 +236,10 @@ signals:
     void DocumentStateChanged(int state);
     void DocumentNameChanged(const QString& name);
     void DocumentSizeChanged(const QSize& size);
+    void ResolutionChanged(double dpi);
+    void UnitChanged(int unit);
+    void GuidesChanged();
+    void ICCProfileChanged();
     void SelectionChanged();
     /// Before the selection moves by anything but TranslateSelection.
     void AboutSelectionMove();
@@ -177,6 +249,10 @@ signals:
     void AboutRequesAdditionalMask(uint id);
     /// The merged picture changed in this part of the canvas.
     void CompositionChanged(QRect rect);
+    /// Effects of layers are shown from now on, or no longer.
+    void StyleStateChanged(bool shown);
+    /// A view of the document has another current layer; 0 for none.
+    void CurrentLayerChanged(uint id);
     /// Asked before a close: who still keeps the document locked after this refuses the close.
     void WantToClose(LXDocumentInterface* document);
     /// The document is going away.
