@@ -9,6 +9,8 @@
 #include "history/MoveCommandData.h"
 #include "history/SelectionCommandData.h"
 #include "history/SelectionMoveCommandData.h"
+#include "history/TransformCommandData.h"
+#include "history/TransformSelectionCommandData.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
@@ -81,6 +83,26 @@ DataPointer MakeLayerCreate(LXDocumentInterface*, bool hasValues)
     data->SetOpacity(0.5);
     return data;
 }
+
+DataPointer MakeTransform(LXDocumentInterface*, bool hasValues)
+{
+    auto data = std::make_shared<TransformCommandData>();
+    if (!hasValues) return data;
+    data->SetUndoLayerImage(2, Filled(QSize(140, 10), 0x40102030), QPoint(3, -4));
+    data->SetTransform(QTransform(1, 2, 0.001, 3, 4, 0.002, 5, 6, 1));
+    data->SetOldTransform(QTransform::fromScale(2, 3));
+    data->SetMaskTarget(true);
+    return data;
+}
+
+DataPointer MakeTransformSelection(LXDocumentInterface*, bool hasValues)
+{
+    auto data = std::make_shared<TransformSelectionCommandData>();
+    if (!hasValues) return data;
+    data->SetUndoImage(Filled(QSize(20, 140), 0x40000000), QPoint(3, -4));
+    data->SetTransform(QTransform().rotate(30));
+    return data;
+}
 } // namespace
 
 Q_DECLARE_METATYPE(MakeData)
@@ -118,6 +140,8 @@ void TestCommandData::AddRows()
     QTest::newRow("selection move") << MakeData(MakeSelectionMove);
     QTest::newRow("move") << MakeData(MakeMove);
     QTest::newRow("layer create") << MakeData(MakeLayerCreate);
+    QTest::newRow("transform") << MakeData(MakeTransform);
+    QTest::newRow("transformed selection") << MakeData(MakeTransformSelection);
     QTest::newRow("layer property") << MakeData([](LXDocumentInterface* document, bool hasValues) {
         return DataOf(hasValues ? LayerCommands::SetOpacity(document, 1, 0.25)
                                 : LayerCommands::Rename(document, 2, "other"));
@@ -204,14 +228,14 @@ void TestCommandData::everyKindHasItsNumber()
     QSet<int> numbers;
     for (const DataPointer& data :
          {MakeSelection(nullptr, false), MakeMWSelection(nullptr, false), MakeSelectionMove(nullptr, false),
-          MakeMove(nullptr, false), MakeLayerCreate(nullptr, false),
-          DataOf(LayerCommands::Move(document.get(), 1, 2)),
+          MakeMove(nullptr, false), MakeLayerCreate(nullptr, false), MakeTransform(nullptr, false),
+          MakeTransformSelection(nullptr, false), DataOf(LayerCommands::Move(document.get(), 1, 2)),
           DataOf(LayerCommands::Rename(document.get(), 1, "x")),
           DataOf(LayerCommands::RemoveMask(document.get(), 1)),
           DataOf(LayerCommands::Remove(document.get(), nullptr, 1))}) {
         numbers << data->GetDataType();
     }
-    QCOMPARE(numbers.size(), 9);
+    QCOMPARE(numbers.size(), 11);
 }
 
 void TestCommandData::unknownOperationsAreDamage()
