@@ -1,19 +1,8 @@
 #pragma once
 
-#include "image/LXImage.h"
+#include "document/CompositeLayer.h"
 
-#include <QPoint>
-#include <QRect>
 #include <QTransform>
-
-/// An image with its place in the document.
-struct PlacedImage
-{
-    QRect Rect() const { return image.Rect().translated(offset); }
-
-    LXImage32 image;
-    QPoint offset;
-};
 
 /// What a free transformation makes of an image, as far as the canvas reaches: the very pixels that a tool
 /// has shown while it rendered the same step. The image's top left lies at the transform's origin. An empty
