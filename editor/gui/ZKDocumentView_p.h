@@ -44,6 +44,9 @@ public:
     /// How many pixels were made from the merged picture since the view exists; tells how local painting is.
     qint64 MadePixels() const { return m_Tiles.MadePixels(); }
 
+    /// A view may stand without a history; tests take it away.
+    void SetHistory(LexoUndoStack* history) { m_pHistory = history; }
+
     const SelectionAnts& Ants() const { return m_Ants; }
 
 private:

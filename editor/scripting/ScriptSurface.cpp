@@ -1,6 +1,7 @@
 #include "scripting/ScriptSurface.h"
 
 #include "scripting/ScriptExpect.h"
+#include "scripting/ScriptFaults.h"
 #include "scripting/ScriptProgram.h"
 #include "scripting/ScriptReports.h"
 
@@ -18,6 +19,7 @@ const QVector<ScriptSurface::Entry>& ScriptSurface::Entries()
         {"script", Make<ScriptProgram>},
         {"expect", Make<ScriptExpect>},
         {"reports", Make<ScriptReports>},
+        {"faults", Make<ScriptFaults>, true},
     };
     return entries;
 }
