@@ -1,5 +1,6 @@
 #include "app/CommandLine.h"
 
+#include "app/TimeLimit.h"
 #include "document/LXDocumentInterface.h"
 
 #include <QCommandLineParser>
@@ -7,8 +8,6 @@
 #include <QRegularExpression>
 
 namespace {
-constexpr double LongestTimeLimit = 1e6; // seconds; more than a week
-
 /// "640x480"; empty when the text is no size that a picture can have.
 QSize SizeOfText(const QString& text)
 {
@@ -145,12 +144,8 @@ CommandLine CommandLineReader::ReadScript(CommandLine line, const Options& optio
 
     const QCommandLineParser& parser = options.parser;
     if (parser.isSet(options.timeLimit)) {
-        bool isNumber = false;
-        const double seconds = parser.value(options.timeLimit).toDouble(&isNumber);
-        if (!isNumber || !(seconds > 0) || seconds > LongestTimeLimit) {
-            return Wrong(tr("\"%1\" is no number of seconds.").arg(parser.value(options.timeLimit)));
-        }
-        line.script.timeLimit = qMax(1, qRound(seconds * 1000));
+        line.script.timeLimit = TimeLimit::FromSeconds(parser.value(options.timeLimit));
+        if (line.script.timeLimit == 0) return Wrong(TimeLimit::Complaint(parser.value(options.timeLimit)));
     }
     line.task = CommandLine::Task::Script;
     line.script.file = parser.value(options.script);

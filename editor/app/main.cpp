@@ -1,3 +1,5 @@
+#include "app/BatchLine.h"
+#include "app/BatchRun.h"
 #include "app/CommandLine.h"
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
@@ -95,12 +97,27 @@ int Run(const CommandLine& line)
     }
     return RunEditor(line);
 }
+
+int RunBatch()
+{
+    const BatchLine line = BatchLineReader::Read(QCoreApplication::arguments());
+    switch (line.task) {
+    case BatchLine::Task::Help: Print(stdout, line.text); return Success;
+    case BatchLine::Task::Wrong: Print(stderr, line.text); return BatchRun::NotBegun;
+    case BatchLine::Task::Run: break;
+    }
+    return BatchRun(line, QCoreApplication::applicationFilePath()).Run();
+}
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication::setApplicationName(LXResource::GetData(LXResource::ApplicationName).toString());
     QCoreApplication::setApplicationVersion(LXResource::GetData(LXResource::ProductVersion).toString());
+    if (argc > 1 && QByteArray(argv[1]) == BatchLineReader::Word) {
+        const QCoreApplication application(argc, argv);
+        return RunBatch();
+    }
     if (HasOption(argc, argv, {"-h", "--help", "-v", "--version"})) {
         // What only prints works without any platform.
         const QCoreApplication application(argc, argv);
