@@ -150,7 +150,10 @@ QVariant LXColorSampleModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || !m_pPrivate->IsRow(index.row())) return QVariant();
     switch (role) {
-    case Qt::DisplayRole: return tr("%1: %2").arg(index.row() + 1).arg(GetColorText(index.row()));
+    case Qt::DisplayRole: {
+        const QPoint point = GetPoint(index.row());
+        return tr("%1, %2: %3").arg(point.x()).arg(point.y()).arg(GetColorText(index.row()));
+    }
     case Qt::DecorationRole: return GetColor(index.row());
     default: return QVariant();
     }

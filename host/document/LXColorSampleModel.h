@@ -14,7 +14,7 @@ class LXDocumentInterface;
 /// The color samples of a document as a list of one column: numbered points whose color is read from the
 /// merged picture and follows it. Main thread; signals too. Nothing here can be undone; commands can.
 ///
-/// `Qt::DisplayRole` gives the number and the color in words, `Qt::DecorationRole` the color.
+/// `Qt::DisplayRole` gives the place and the color in words, `Qt::DecorationRole` the color.
 /// Getters answer an empty value and setters do nothing for a bad row.
 class ZK_HOST_EXPORT LXColorSampleModel : public QAbstractItemModel
 {

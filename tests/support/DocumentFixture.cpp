@@ -1,7 +1,9 @@
 #include "support/DocumentFixture.h"
 
+#include "document/LXColorSampleModel.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
+#include "document/LXPathsListModel.h"
 
 using namespace DocumentFixture;
 
@@ -129,6 +131,44 @@ bool DocumentFixture::AreEqual(const LXImage32& a, const LXImage32& b)
     return a.Rect() == b.Rect() && Checksum(a) == Checksum(b);
 }
 
+namespace {
+/// To the last bit.
+QString Exact(const QPointF& point)
+{
+    return QString("%1,%2").arg(point.x(), 0, 'g', 17).arg(point.y(), 0, 'g', 17);
+}
+
+QStringList DescribePaths(const LXPathsListModel* paths)
+{
+    QStringList lines;
+    for (int row = 0; row < paths->rowCount(); ++row) {
+        lines << QString("path %1 %2").arg(paths->GetPathName(row)).arg(paths->GetPathVisible(row));
+        for (const auto& [elements, operation] : paths->GetPath(row)) {
+            QString line = QString("  sub path, operation %1:").arg(operation);
+            for (const LXPathElement& element : elements) {
+                line += QString(element.StartsContour() ? " | %1 %2 %3" : " / %1 %2 %3")
+                            .arg(Exact(element.GetCenterPoint()), Exact(element.GetInGuide()),
+                                 Exact(element.GetOutGuide()));
+            }
+            lines << line;
+        }
+    }
+    return lines;
+}
+
+QStringList DescribeSamples(const LXColorSampleModel* samples)
+{
+    QStringList lines;
+    for (int row = 0; row < samples->rowCount(); ++row) {
+        lines << QString("sample %1 radius %2 format %3")
+                     .arg(Text(samples->GetPoint(row)))
+                     .arg(samples->GetSampleRadius(row))
+                     .arg(samples->GetDisplayFormat(row));
+    }
+    return lines;
+}
+} // namespace
+
 QStringList DocumentFixture::Describe(LXDocumentInterface* document)
 {
     QStringList lines{QString("canvas %1").arg(Text(document->GetLayerGeometry(0)))};
@@ -142,7 +182,7 @@ QStringList DocumentFixture::Describe(LXDocumentInterface* document)
                      .arg(Checksum(document->GetSelectionMask()), 0, 16)
                      .arg(Text(document->GetSelectionBoundingRect()));
     }
-    return lines;
+    return lines + DescribePaths(document->GetPathListModel()) + DescribeSamples(document->GetColorSamples());
 }
 
 SignalLog::SignalLog(LXDocumentInterface* document)
