@@ -17,4 +17,16 @@ constexpr int Transform = 12;
 constexpr int TransformSelection = 13;
 constexpr int ImageSize = 14;
 constexpr int Crop = 15;
+constexpr int TransformPath = 20;
+constexpr int ChangeSubpath = 21;
+constexpr int RemoveSubpath = 22;
+constexpr int InsertSubpath = 23;
+constexpr int RemovePath = 24;
+constexpr int InsertPath = 25;
+constexpr int PathProperty = 26;
+constexpr int PathOrder = 27;
+constexpr int ColorSamplesAdd = 28;
+constexpr int ColorSamplesRemove = 29;
+constexpr int ColorSamplesMove = 30;
+constexpr int ColorSamplesClear = 31;
 } // namespace CommandDataType
