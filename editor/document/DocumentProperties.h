@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ForeignContent.h"
 #include "document/LXGuide.h"
 #include "image/ZKCMSProfile.h"
 
@@ -13,4 +14,5 @@ struct DocumentProperties
     double dpi = 72.0;
     int unit = 0;
     LXGuides guides;
+    ForeignDocumentContent foreign;
 };

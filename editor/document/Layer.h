@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/ForeignContent.h"
 #include "document/LayerKind.h"
 #include "document/PixelLockTable.h"
 #include "image/LXImage.h"
@@ -26,6 +27,8 @@ struct LayerProperties
     bool isMaskSelected = false;
     bool isMaskLinked = true;
     QRect maskRect; ///< as large as the mask; null without one
+
+    ForeignContent foreign;
 };
 
 /// A whole layer as a value: what commands keep and documents copy. Images share their tiles.

@@ -60,10 +60,10 @@ int PointOnCanvas(int pixel, int point, int pixels, int canvas)
     return qMin(canvas - 1, static_cast<int>(middle * canvas / pixels));
 }
 
-QImage Sampled(const Sampler& sampler, const QSize& canvas)
+QImage Sampled(const Sampler& sampler, const QSize& canvas, int side)
 {
     if (canvas.isEmpty()) return QImage();
-    const double scale = qMin(1.0, double(Thumbnail::Side) / qMax(canvas.width(), canvas.height()));
+    const double scale = qMin(1.0, double(side) / qMax(canvas.width(), canvas.height()));
     QImage thumbnail(qMax(1, qRound(canvas.width() * scale)), qMax(1, qRound(canvas.height() * scale)),
                      QImage::Format_ARGB32);
     for (int y = 0; y < thumbnail.height(); ++y) {
@@ -80,14 +80,14 @@ QImage Sampled(const Sampler& sampler, const QSize& canvas)
 }
 } // namespace
 
-QImage Thumbnail::OfLayer(const LXImage32& image, const QPoint& offset, const QSize& canvas)
+QImage Thumbnail::OfLayer(const LXImage32& image, const QPoint& offset, const QSize& canvas, int side)
 {
-    return Sampled(Sampler(image, offset, LXRGBA32i()), canvas);
+    return Sampled(Sampler(image, offset, LXRGBA32i()), canvas, side);
 }
 
 QImage Thumbnail::OfMask(const LXImage32& mask, const QPoint& offset, bool reveals, const QSize& canvas)
 {
-    QImage thumbnail = Sampled(Sampler(mask, offset, LXRGBA32i(reveals ? 0xFF000000 : 0)), canvas);
+    QImage thumbnail = Sampled(Sampler(mask, offset, LXRGBA32i(reveals ? 0xFF000000 : 0)), canvas, Side);
     for (int y = 0; y < thumbnail.height(); ++y) {
         for (int x = 0; x < thumbnail.width(); ++x) {
             const int value = qAlpha(thumbnail.pixel(x, y));

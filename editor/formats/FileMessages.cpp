@@ -17,6 +17,17 @@ QString FormatNames()
     }
     return names.join(QStringLiteral(", "));
 }
+
+QString SizeText(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeTraditionalFormat);
+}
+
+qint64 PixelBytes(const QSize& size)
+{
+    constexpr int bytesPerPixel = 4;
+    return qint64(size.width()) * size.height() * bytesPerPixel;
+}
 } // namespace
 
 FileMessages::FileMessages(const QString& path)
@@ -45,6 +56,12 @@ QString FileMessages::OfReading(Error error) const
     }
 }
 
+QString FileMessages::OfReading(const FormatFailure& failure) const
+{
+    if (failure.why.isEmpty() || failure.error == Error::Cancelled) return OfReading(failure.error);
+    return NotOpened(failure.why);
+}
+
 QString FileMessages::OfEmptyFile() const
 {
     return NotOpened(tr("The file is empty. Try another copy of it."));
@@ -53,11 +70,13 @@ QString FileMessages::OfEmptyFile() const
 QString FileMessages::OfTooLarge(const QSize& size, const FormatLimits& limits) const
 {
     return NotOpened(
-        tr("The picture is too large: %1 x %2 pixels. At most %3 pixels a side and %4 of memory are allowed.")
+        tr("The picture is too large: %1 x %2 pixels, which need %3 of memory. At most %4 pixels a side and "
+           "%5 of memory are allowed.")
             .arg(size.width())
             .arg(size.height())
+            .arg(SizeText(PixelBytes(size)))
             .arg(limits.maxSide)
-            .arg(QLocale().formattedDataSize(limits.maxDecodedBytes, 1, QLocale::DataSizeTraditionalFormat)));
+            .arg(SizeText(limits.maxDecodedBytes)));
 }
 
 QString FileMessages::OfWriting(Error error, const QString& reason) const

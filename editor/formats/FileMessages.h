@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/FormatFailure.h"
 #include "formats/FormatLimits.h"
 #include "formats/PictureFile.h"
 
@@ -16,6 +17,8 @@ public:
 
     /// Empty for None and Cancelled.
     QString OfReading(PictureFile::Error error) const;
+    /// The failure's own reason where it has one.
+    QString OfReading(const FormatFailure& failure) const;
     QString OfEmptyFile() const;
     QString OfTooLarge(const QSize& size, const FormatLimits& limits) const;
 

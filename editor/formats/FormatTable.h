@@ -9,6 +9,13 @@
 
 class QIODevice;
 
+/// What the pixels of an image are, in the editor and in the file.
+enum class PixelMeaning
+{
+    Color,    ///< straight alpha on both sides
+    Coverage, ///< the alpha byte alone, as masks and selections have it; gray in the file
+};
+
 /// What a decoder gets and gives.
 struct DecodeJob
 {
@@ -18,6 +25,8 @@ struct DecodeJob
 
     QSize size;      ///< as the file's header says, also when that is too large
     Picture picture; ///< upright and whole when there is no error
+
+    PixelMeaning pixels = PixelMeaning::Color; ///< read by PNG only
 };
 
 /// What an encoder gets.
@@ -27,6 +36,8 @@ struct EncodeJob
     const Picture& picture;
     const PictureFile::WriteOptions& options;
     const FileProgress& progress;
+
+    PixelMeaning pixels = PixelMeaning::Color; ///< read by PNG only
 };
 
 /// One kind of file. Decoders and encoders answer with the error; exceptions of image code pass through them.

@@ -15,9 +15,8 @@ bool PictureMetadata::IsRgbProfile(const QByteArray& bytes)
 
 double PictureMetadata::TidyDpi(double dpi)
 {
-    constexpr double largest = 100000;
     constexpr double dust = 0.02;
-    if (!(dpi > 0 && dpi <= largest)) return 0;
+    if (!(dpi > 0 && dpi <= LargestDpi)) return 0;
     const double whole = std::round(dpi);
     return std::abs(dpi - whole) < dust ? whole : std::round(dpi * 100) / 100;
 }

@@ -6,6 +6,9 @@ struct Picture;
 
 /// What goes with a picture's pixels. Any thread.
 namespace PictureMetadata {
+/// Resolutions above mean nothing.
+constexpr double LargestDpi = 100000;
+
 /// Whether the bytes are an ICC profile for RGB; profiles of gray and CMYK files mean nothing for pixels that
 /// came in as RGB.
 bool IsRgbProfile(const QByteArray& bytes);

@@ -5,11 +5,13 @@
 #include "formats/PictureMetadata.h"
 
 #include <QIODevice>
+#include <QtEndian>
 
 #include <png.h>
 
 #include <algorithm>
 #include <csetjmp>
+#include <limits>
 #include <vector>
 
 namespace {
@@ -52,6 +54,33 @@ void WriteBytes(png_structp png, png_bytep bytes, size_t length)
 
 /// The bytes come all the way at their commit.
 void FlushNothing(png_structp) {}
+
+/// From opaque gray pixels to pixels that have the gray in their alpha byte.
+void GatherCoverage(std::vector<LXRGBA32i>& row)
+{
+    constexpr int alphaShift = 24;
+    for (LXRGBA32i& pixel : row) {
+        pixel = LXRGBA32i(static_cast<quint32>(pixel.Blue()) << alphaShift);
+    }
+}
+
+/// The way back.
+void SpreadCoverage(std::vector<LXRGBA32i>& row)
+{
+    for (LXRGBA32i& pixel : row) {
+        const auto gray = static_cast<quint32>(pixel.Alpha());
+        pixel = LXRGBA32i(0xFF000000 | gray << 16 | gray << 8 | gray);
+    }
+}
+
+/// The alpha bytes, packed to the front of the row.
+void PackCoverage(std::vector<LXRGBA32i>& row)
+{
+    auto* packed = reinterpret_cast<quint8*>(row.data());
+    for (const LXRGBA32i pixel : row) {
+        *packed++ = static_cast<quint8>(pixel.Alpha());
+    }
+}
 
 /// The library's two objects for reading a file.
 class PngReader
@@ -132,6 +161,7 @@ Error PngReader::ReadRows(ImageRowWriter& rows)
 {
     const int height = m_Job.size.height();
     const bool isInterlaced = m_Passes > 1;
+    const bool isCoverage = m_Job.pixels == PixelMeaning::Coverage;
     std::vector<LXRGBA32i> row(static_cast<size_t>(m_Job.size.width()));
     auto* bytes = reinterpret_cast<png_bytep>(row.data());
     for (int pass = 0; pass < m_Passes; ++pass) {
@@ -145,7 +175,9 @@ Error PngReader::ReadRows(ImageRowWriter& rows)
             }
             // The library sets only the pixels of this pass, the others are those of the passes before.
             if (isInterlaced) rows.Get(y, row.data());
+            if (isCoverage && isInterlaced) SpreadCoverage(row);
             if (!ReadRow(bytes)) return Error::Broken;
+            if (isCoverage) GatherCoverage(row);
             rows.Put(y, row.data());
         }
     }
@@ -197,8 +229,11 @@ public:
     Error Write();
 
 private:
+    bool IsCoverage() const { return m_Job.pixels == PixelMeaning::Coverage; }
+
+    int ColorType();
     bool IsOpaque();
-    bool WriteHeader(bool hasAlpha);
+    bool WriteHeader(int colorType);
     void PutMetadata();
 
     const EncodeJob& m_Job;
@@ -210,7 +245,7 @@ private:
 Error PngWriter::Write()
 {
     if (!m_pInfo) return Error::OutOfMemory;
-    if (!WriteHeader(!IsOpaque())) return Error::WriteFailed;
+    if (!WriteHeader(ColorType())) return Error::WriteFailed;
     const LXImage32& image = m_Job.picture.image;
     std::vector<LXRGBA32i> row(static_cast<size_t>(image.Width()));
     auto* bytes = reinterpret_cast<png_const_bytep>(row.data());
@@ -218,10 +253,17 @@ Error PngWriter::Write()
         if (m_Job.progress.IsCancelled()) return Error::Cancelled;
         m_Job.progress.Tell(static_cast<int>(qint64(y) * 1000 / image.Height()));
         m_Rows.Get(y, row.data());
+        if (IsCoverage()) PackCoverage(row);
         if (!Guarded(m_pPng, [this, bytes] { png_write_row(m_pPng, bytes); })) return Error::WriteFailed;
     }
     const bool isEnded = Guarded(m_pPng, [this] { png_write_end(m_pPng, nullptr); });
     return isEnded ? Error::None : Error::WriteFailed;
+}
+
+int PngWriter::ColorType()
+{
+    if (IsCoverage()) return PNG_COLOR_TYPE_GRAY;
+    return IsOpaque() ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA;
 }
 
 bool PngWriter::IsOpaque()
@@ -237,24 +279,23 @@ bool PngWriter::IsOpaque()
     return true;
 }
 
-bool PngWriter::WriteHeader(bool hasAlpha)
+bool PngWriter::WriteHeader(int colorType)
 {
     const LXImage32& image = m_Job.picture.image;
     const auto width = static_cast<png_uint_32>(image.Width());
     const auto height = static_cast<png_uint_32>(image.Height());
-    return Guarded(m_pPng, [this, width, height, hasAlpha] {
+    return Guarded(m_pPng, [this, width, height, colorType] {
         png_set_write_fn(m_pPng, &m_Job.device, WriteBytes, FlushNothing);
         // A profile that the library finds odd was good enough for the file it came from.
         png_set_benign_errors(m_pPng, 1);
         png_set_user_limits(m_pPng, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
         png_set_compression_level(m_pPng, CompressionLevel);
-        png_set_IHDR(m_pPng, m_pInfo, width, height, 8,
-                     hasAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE,
+        png_set_IHDR(m_pPng, m_pInfo, width, height, 8, colorType, PNG_INTERLACE_NONE,
                      PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         PutMetadata();
         png_write_info(m_pPng, m_pInfo);
-        png_set_bgr(m_pPng);
-        if (!hasAlpha) png_set_filler(m_pPng, 0, PNG_FILLER_AFTER);
+        if (colorType != PNG_COLOR_TYPE_GRAY) png_set_bgr(m_pPng);
+        if (colorType == PNG_COLOR_TYPE_RGB) png_set_filler(m_pPng, 0, PNG_FILLER_AFTER);
     });
 }
 
@@ -288,4 +329,20 @@ PictureFile::Error PngCodec::Decode(DecodeJob& job)
 PictureFile::Error PngCodec::Encode(const EncodeJob& job)
 {
     return PngWriter(job).Write();
+}
+
+bool PngCodec::ReadSize(QIODevice& device, QSize* size)
+{
+    constexpr int headBytes = 24;
+    constexpr int widthAt = 16;
+    constexpr int heightAt = 20;
+    const QByteArray head = device.read(headBytes);
+    if (head.size() != headBytes || !head.startsWith("\x89PNG\r\n\x1a\n") || head.mid(12, 4) != "IHDR")
+        return false;
+    const auto width = qFromBigEndian<quint32>(head.constData() + widthAt);
+    const auto height = qFromBigEndian<quint32>(head.constData() + heightAt);
+    constexpr auto largest = static_cast<quint32>(std::numeric_limits<int>::max());
+    if (width == 0 || height == 0 || width > largest || height > largest) return false;
+    *size = QSize(static_cast<int>(width), static_cast<int>(height));
+    return true;
 }

@@ -11,6 +11,13 @@ public:
     /// Puts the file in its place; false, with the older file as it was, when any byte of it is missing.
     bool Finish();
 
+    /// The same, and the older file stays under another name, where it replaces what is there. A copy that
+    /// can't be made stands in no way.
+    bool FinishKeeping(const QString& backupPath);
+
+    /// The file that is replaced: where a link points to, not the link.
+    QString GetTarget() const;
+
     /// The system's words for the first failure.
     QString GetReason() const;
 

@@ -9,6 +9,7 @@ enum class Seam
     TileAllocation,        ///< LXTileManager::MakeTile() throws std::bad_alloc
     StrangeTileAllocation, ///< LXTileManager::MakeTile() throws a StrangeFailure
     FileWrite,             ///< a write of a saved file reports a full disk
+    FileCommit,            ///< a step of putting a saved file into its place; only for ExitAtNth
     DocumentLock,          ///< LXDocumentInterface::Lock() is refused
     DocumentUnlock,        ///< LXDocumentInterface::Unlock() is refused
     FloodFill,             ///< LXFloodFillHelper throws std::runtime_error
@@ -20,6 +21,12 @@ struct StrangeFailure
 
 /// Lets the n-th pass from now through this place fail, 1 being the next one; later passes succeed again.
 ZK_EDITOR_EXPORT void FailNth(Seam seam, int n);
+
+/// Ends the process at once, as a crash would, at the n-th pass from now through this place.
+ZK_EDITOR_EXPORT void ExitAtNth(Seam seam, int n);
+
+/// With which ExitAtNth ends the process.
+constexpr int ExitCode = 86;
 
 /// Makes each pass through this place wait for so long, to stretch a job; 0 takes it back.
 ZK_EDITOR_EXPORT void SlowDown(Seam seam, int milliseconds);
