@@ -197,6 +197,11 @@ QString LexoUndoStack::text(int index) const
     return index >= 0 && index < count() ? m_pPrivate->list.At(index)->text() : QString();
 }
 
+const LexoCommand* LexoUndoStack::command(int index) const
+{
+    return index >= 0 && index < count() ? m_pPrivate->list.At(index) : nullptr;
+}
+
 bool LexoUndoStack::canUndo() const
 {
     return !m_pPrivate->IsMacroOpen() && (m_pPrivate->delayed || index() > 0);

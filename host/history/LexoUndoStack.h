@@ -57,6 +57,8 @@ public:
     int count() const;
     /// The text of the command at the index; empty outside the list.
     QString text(int index) const;
+    /// The command at the index, which stays the history's own; null outside the list.
+    const LexoCommand* command(int index) const;
 
     /// A delayed command can be undone too.
     bool canUndo() const;

@@ -194,7 +194,8 @@ void TestScriptEngine::aModalDialogIsDismissedAtTheLimitAndNamed()
     ScriptFixture fixture;
     ScriptOptions options;
     options.timeLimit = 100;
-    options.file = fixture.Write("main.js", "dialogOpener.toggle()");
+    options.file = fixture.Write(
+        "main.js", "dialogs.expect({ title: 'Question' }, function() { wait(10000) }); dialogOpener.toggle()");
     QDialog dialog;
     dialog.setWindowTitle("Question");
     QLabel label("Which color?", &dialog);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "scripting/ScriptObject.h"
+
+#include <QPointer>
+#include <QString>
+
+/// One open document, as a script holds it. Once the document is closed, everything but `isOpen` fails.
+class ScriptDocument : public ScriptObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool isOpen READ IsOpen)
+    Q_PROPERTY(bool isActive READ IsActive)
+    Q_PROPERTY(QString name READ GetName)
+    /// The file that it was opened from or saved to; empty for none.
+    Q_PROPERTY(QString path READ GetPath)
+    Q_PROPERTY(int width READ GetWidth)
+    Q_PROPERTY(int height READ GetHeight)
+    Q_PROPERTY(double dpi READ GetDpi WRITE SetDpi)
+    /// Whether a tool or a job holds the document's lock.
+    Q_PROPERTY(bool locked READ IsLocked)
+    /// How many reasons there are to keep the document, the history apart.
+    Q_PROPERTY(int state READ GetState)
+    /// Whether closing it would lose something.
+    Q_PROPERTY(bool modified READ IsModified)
+
+public:
+    ScriptDocument(ScriptContext& context, LXDocumentInterface* document);
+
+    LXDocumentInterface* Get() const { return m_pDocument; }
+
+    bool IsOpen() const { return !m_pDocument.isNull(); }
+
+    bool IsActive() const;
+    QString GetName() const;
+    QString GetPath() const;
+    int GetWidth() const;
+    int GetHeight() const;
+    double GetDpi() const;
+    void SetDpi(double dpi);
+    bool IsLocked() const;
+    int GetState() const;
+    bool IsModified() const;
+
+    /// Brings its window to the front.
+    Q_INVOKABLE void activate();
+    /// To the path, or to its own file. False when a question was answered with cancel.
+    Q_INVOKABLE bool save(const QString& path = QString());
+    /// Writes a copy; the document stays what it is. What the format can't hold is left out unasked.
+    Q_INVOKABLE void exportAs(const QString& path);
+    /// As the menu does, with its question. False when somebody refused.
+    Q_INVOKABLE bool close();
+
+private:
+    LXDocumentInterface* Require() const;
+
+    QPointer<LXDocumentInterface> m_pDocument;
+};

@@ -1,0 +1,133 @@
+#include "scripting/WidgetReading.h"
+
+#include "guicore/LXMessageBox.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTextEdit>
+
+namespace {
+template <typename Bar>
+QStringList TabTexts(const Bar* bar)
+{
+    QStringList texts;
+    for (int i = 0; i < bar->count(); ++i)
+        texts.append(WidgetReading::WithoutMnemonic(bar->tabText(i)));
+    return texts;
+}
+
+QStringList ActionTexts(const QMenu* menu)
+{
+    QStringList texts;
+    for (const QAction* action : menu->actions()) {
+        if (!action->isSeparator() && action->isVisible()) {
+            texts.append(WidgetReading::WithoutMnemonic(action->text()));
+        }
+    }
+    return texts;
+}
+
+QStringList RowTexts(const QAbstractItemModel* model)
+{
+    QStringList texts;
+    for (int row = 0; model && row < model->rowCount(); ++row)
+        texts.append(model->index(row, 0).data(Qt::DisplayRole).toString());
+    return texts;
+}
+} // namespace
+
+QString WidgetReading::WithoutMnemonic(const QString& text)
+{
+    QString result;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text[i] == '&' && i + 1 < text.size()) ++i;
+        result.append(text[i]);
+    }
+    return result;
+}
+
+QString WidgetReading::Text(const QWidget* widget)
+{
+    if (const auto* box = qobject_cast<const LXMessageBox*>(widget)) return box->GetText();
+    if (const auto* box = qobject_cast<const QMessageBox*>(widget)) return box->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+        return label->buddy() ? WithoutMnemonic(label->text()) : label->text();
+    }
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
+        return WithoutMnemonic(button->text());
+    }
+    if (const auto* group = qobject_cast<const QGroupBox*>(widget)) return WithoutMnemonic(group->title());
+    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) return combo->currentText();
+    if (const auto* edit = qobject_cast<const QTextEdit*>(widget)) return edit->toPlainText();
+    if (const auto* edit = qobject_cast<const QPlainTextEdit*>(widget)) return edit->toPlainText();
+    if (qobject_cast<const QTabBar*>(widget) || qobject_cast<const QTabWidget*>(widget)) {
+        return Items(widget).value(Index(widget));
+    }
+    // Line edits, spin boxes and progress bars.
+    return widget->property("text").toString();
+}
+
+QVariant WidgetReading::Value(const QWidget* widget)
+{
+    return widget->property("value");
+}
+
+QStringList WidgetReading::Items(const QWidget* widget)
+{
+    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) {
+        QStringList texts;
+        for (int i = 0; i < combo->count(); ++i)
+            texts.append(combo->itemText(i));
+        return texts;
+    }
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) return RowTexts(view->model());
+    if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) return TabTexts(tabs);
+    if (const auto* tabs = qobject_cast<const QTabWidget*>(widget)) return TabTexts(tabs);
+    if (const auto* menu = qobject_cast<const QMenu*>(widget)) return ActionTexts(menu);
+    return {};
+}
+
+int WidgetReading::Index(const QWidget* widget)
+{
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) return view->currentIndex().row();
+    const QVariant index = widget->property("currentIndex");
+    return index.isValid() ? index.toInt() : -1;
+}
+
+QString WidgetReading::Line(const QWidget* widget)
+{
+    QString line = QString::fromLatin1(widget->metaObject()->className());
+    if (!widget->objectName().isEmpty()) line += QStringLiteral(" ") + widget->objectName();
+    QString text = Text(widget);
+    if (text.isEmpty() && widget->isWindow()) text = widget->windowTitle();
+    if (!text.isEmpty()) line += QStringLiteral(" \"%1\"").arg(text.replace('\n', QStringLiteral("\\n")));
+    const QVariant checked =
+        widget->property("checkable").toBool() ? widget->property("checked") : QVariant();
+    if (checked.toBool()) line += QStringLiteral(" checked");
+    if (!widget->isEnabled()) line += QStringLiteral(" disabled");
+    if (!widget->isVisible()) line += QStringLiteral(" hidden");
+    return line;
+}
+
+QString WidgetReading::Path(const QWidget* widget)
+{
+    QStringList names;
+    for (const QWidget* part = widget; part; part = part->parentWidget()) {
+        // What Qt made for itself says nothing.
+        if (!part->objectName().isEmpty() && !part->objectName().startsWith(QLatin1String("qt_"))) {
+            names.prepend(part->objectName());
+        }
+    }
+    if (names.isEmpty()) names.append(QString::fromLatin1(widget->metaObject()->className()));
+    return names.join('/');
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+class QWidget;
+
+/// What a widget shows, whatever kind of control it is. Main thread only.
+namespace WidgetReading {
+/// What can be read on it, without marks for keys: of a label, a button, a field, a group, a message box.
+QString Text(const QWidget* widget);
+
+/// Of spin boxes, sliders and progress bars; invalid for others.
+QVariant Value(const QWidget* widget);
+
+/// The texts of a list, a combo box, tabs or a menu.
+QStringList Items(const QWidget* widget);
+
+/// Which of the items is the current one; -1 for none.
+int Index(const QWidget* widget);
+
+/// Class, name, text and state in one line.
+QString Line(const QWidget* widget);
+
+/// A path by which the widget may be found, as far as there are names.
+QString Path(const QWidget* widget);
+
+/// A text without the marks for keys: "&Save" is "Save".
+QString WithoutMnemonic(const QString& text);
+} // namespace WidgetReading

@@ -1,0 +1,217 @@
+#include "document/LXDocumentInterface.h"
+#include "support/EditorScriptFixture.h"
+#include "support/TestRegistry.h"
+
+#include <QImage>
+#include <QTimer>
+
+/// `documents` and the documents it gives.
+class TestScriptDocuments : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aNewDocumentIsAsAsked();
+    void withoutOptionsItIsWhite();
+    void wrongSizesAndOptionsAreRefused_data();
+    void wrongSizesAndOptionsAreRefused();
+    void withoutADocumentThereIsNoActiveOne();
+    void openShowsTheFileOnce();
+    void aMissingFileIsAnErrorThatCanBeCaught();
+    void savingGivesTheDocumentItsFile();
+    void exportLeavesTheDocumentAsItIs();
+    void exportRefusesAnUnknownEnding();
+    void aLockedDocumentIsNeitherSavedNorExported();
+    void activateBringsADocumentToTheFront();
+    void aClosedDocumentSaysSo();
+    void stateAndResolutionAreThoseOfTheDocument();
+};
+
+void TestScriptDocuments::aNewDocumentIsAsAsked()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, R"(
+        const made = documents.create(40, 30, { dpi: 300, background: "#ff0000" })
+        expect.equal([made.width, made.height, made.dpi], [40, 30, 300])
+        expect.equal(documents.count, 1)
+        expect.equal(documents.active.name, made.name)
+        expect.equal(made.path, "")
+        expect.ok(made.isOpen && made.isActive && !made.modified)
+    )");
+    QCOMPARE(editor.Document()->GetDocumentSize(), QSize(40, 30));
+    QCOMPARE(editor.Document()->GetDPI(), 300.0);
+    QCOMPARE(editor.Pixels(1).pixelColor(39, 29), QColor(255, 0, 0));
+}
+
+void TestScriptDocuments::withoutOptionsItIsWhite()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, "documents.create(2, 1)");
+    QCOMPARE(editor.Pixels(1).pixelColor(1, 0), QColor(Qt::white));
+    QCOMPARE(editor.Document()->GetDPI(), 72.0);
+}
+
+void TestScriptDocuments::wrongSizesAndOptionsAreRefused_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("words");
+    QTest::newRow("no size") << "documents.create(0, 1)"
+                             << "width has to be a whole number from 1 to 300000";
+    QTest::newRow("a text") << "documents.create(4, 'high')"
+                            << "height has to be a number, not \"high\"";
+    QTest::newRow("a part of a pixel") << "documents.create(1.5, 1)"
+                                       << "not 1.5";
+    QTest::newRow("too wide") << "documents.create(300001, 1)"
+                              << "300000";
+    QTest::newRow("an option that isn't") << "documents.create(1, 1, { backgroud: 'red' })"
+                                          << "There is no option \"backgroud\"";
+    QTest::newRow("no options") << "documents.create(1, 1, 300)"
+                                << "Options are an object, not 300";
+    QTest::newRow("a color that isn't") << "documents.create(1, 1, { background: 'pinkish' })"
+                                        << "\"pinkish\" is no color";
+    QTest::newRow("no resolution") << "documents.create(1, 1, { dpi: -1 })"
+                                   << "above 0";
+}
+
+void TestScriptDocuments::wrongSizesAndOptionsAreRefused()
+{
+    QFETCH(QString, call);
+    QFETCH(QString, words);
+    EditorScriptFixture editor;
+    const ScriptOutcome outcome = editor.Run(call);
+    QCOMPARE(outcome.kind, ScriptOutcome::Kind::Failed);
+    QVERIFY2(outcome.message.contains(words), qPrintable(outcome.message));
+    QVERIFY(!editor.Document());
+}
+
+void TestScriptDocuments::withoutADocumentThereIsNoActiveOne()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, R"(
+        expect.equal(documents.active, null)
+        expect.equal(documents.all.length, 0)
+        expect.throws(function() { layers.count }, "No document is open.")
+        expect.throws(function() { history.undo() }, "No document is open.")
+        expect.throws(function() { input.click(1, 1) }, "No document is open.")
+    )");
+}
+
+void TestScriptDocuments::openShowsTheFileOnce()
+{
+    EditorScriptFixture editor;
+    QImage picture(6, 5, QImage::Format_ARGB32);
+    picture.fill(Qt::blue);
+    QVERIFY(picture.save(editor.TempFile("blue.png")));
+    ZK_RUN(editor, QStringLiteral(R"(
+        const path = %1
+        const first = documents.open(path)
+        expect.equal([first.name, first.path, first.width, first.height], ["blue.png", path, 6, 5])
+        documents.create(3, 3)
+        documents.open(path)
+        expect.equal(documents.count, 2)
+        expect.ok(first.isActive)
+    )")
+                       .arg(editor.Quoted("blue.png")));
+}
+
+void TestScriptDocuments::aMissingFileIsAnErrorThatCanBeCaught()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, R"(
+        expect.throws(function() { documents.open("nowhere.png") }, "There is no file \"nowhere.png\".")
+    )");
+}
+
+void TestScriptDocuments::savingGivesTheDocumentItsFile()
+{
+    EditorScriptFixture editor(4, 3, Qt::green);
+    ZK_RUN(editor, QStringLiteral(R"(
+        const path = %1, active = documents.active
+        layers.at(0).setPixel(0, 0, "red")
+        expect.ok(active.modified, "modified by a pixel")
+        expect.ok(active.save(path))
+        expect.equal([active.path, active.name, active.modified], [path, "kept.png", false])
+        layers.at(0).setPixel(1, 0, "red")
+        expect.ok(active.save())
+    )")
+                       .arg(editor.Quoted("kept.png")));
+    const QImage kept(editor.TempFile("kept.png"));
+    QCOMPARE(kept.pixelColor(1, 0), QColor(Qt::red));
+    QCOMPARE(kept.pixelColor(2, 0), QColor(Qt::green));
+}
+
+void TestScriptDocuments::exportLeavesTheDocumentAsItIs()
+{
+    EditorScriptFixture editor(4, 3, Qt::green);
+    ZK_RUN(editor, QStringLiteral(R"(
+        layers.at(0).setPixel(0, 0, "red")
+        documents.active.exportAs(%1)
+        expect.equal([documents.active.path, documents.active.modified], ["", true])
+    )")
+                       .arg(editor.Quoted("copy.png")));
+    QCOMPARE(QImage(editor.TempFile("copy.png")).pixelColor(0, 0), QColor(Qt::red));
+}
+
+void TestScriptDocuments::exportRefusesAnUnknownEnding()
+{
+    EditorScriptFixture editor(4, 3);
+    const ScriptOutcome outcome = editor.Run("documents.active.exportAs('picture.xyz')");
+    QVERIFY2(outcome.message.contains("names no format"), qPrintable(outcome.message));
+}
+
+void TestScriptDocuments::aLockedDocumentIsNeitherSavedNorExported()
+{
+    EditorScriptFixture editor(4, 3);
+    QVERIFY(editor.Document()->Lock());
+    // When the script is through: it ends only with an editor that is at rest.
+    QTimer::singleShot(0, editor.Document(), &LXDocumentInterface::Unlock);
+    ZK_RUN(editor, QStringLiteral(R"(
+        expect.equal(documents.active.locked, true)
+        for (const act of [d => d.save(%1), d => d.exportAs(%1), () => history.undo(),
+                           () => layers.add(), () => layers.at(0).fill("red")]) {
+            expect.throws(function() { act(documents.active) }, "The document is being changed.")
+        }
+    )")
+                       .arg(editor.Quoted("never.png")));
+    QVERIFY(!editor.Document()->GetLockState());
+    QVERIFY(!QFile::exists(editor.TempFile("never.png")));
+}
+
+void TestScriptDocuments::activateBringsADocumentToTheFront()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, R"(
+        const first = documents.create(10, 10), second = documents.create(20, 20)
+        expect.equal([first.isActive, second.isActive], [false, true])
+        first.activate()
+        expect.equal([first.isActive, documents.active.width], [true, 10])
+    )");
+}
+
+void TestScriptDocuments::aClosedDocumentSaysSo()
+{
+    EditorScriptFixture editor;
+    ZK_RUN(editor, R"(
+        const gone = documents.create(10, 10)
+        expect.equal(gone.close(), true)
+        expect.equal([gone.isOpen, documents.count], [false, 0])
+        for (const act of [() => gone.width, () => gone.save(), () => gone.close(), () => gone.activate()])
+            expect.throws(act, "The document is closed.")
+    )");
+}
+
+void TestScriptDocuments::stateAndResolutionAreThoseOfTheDocument()
+{
+    EditorScriptFixture editor(4, 3);
+    editor.Document()->SetDocumentState(2);
+    ZK_RUN(editor, R"(
+        expect.equal([documents.active.state, documents.active.modified], [2, true])
+        documents.active.dpi = 150
+        expect.throws(function() { documents.active.dpi = 0 }, "above 0")
+    )");
+    QCOMPARE(editor.Document()->GetDPI(), 150.0);
+    editor.Document()->SetDocumentState(0);
+}
+
+#include "tst_scriptdocuments.moc"
+ZK_REGISTER_TEST(tst_scriptdocuments, TestScriptDocuments)
