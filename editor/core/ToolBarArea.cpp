@@ -60,13 +60,20 @@ void ToolBarArea::Show(QWidget* bar)
     if (!m_pShown.isNull()) m_pShown->hide();
     m_pShown = bar;
 
-    const bool hasPicture = bar != nullptr && bar->testAttribute(Qt::WA_SetWindowIcon);
-    if (hasPicture)
-        m_pPicture->setPixmap(bar->windowIcon().pixmap(windowHandle(), {PictureSize, PictureSize}));
-    m_pPicture->setVisible(hasPicture);
+    ShowPicture();
     if (bar != nullptr) bar->show();
     horizontalScrollBar()->setValue(0);
     emit ShownBarChanged(bar);
+}
+
+void ToolBarArea::ShowPicture()
+{
+    const bool hasPicture = !m_pShown.isNull() && m_pShown->testAttribute(Qt::WA_SetWindowIcon);
+    if (hasPicture) {
+        const QIcon picture = m_pShown->windowIcon();
+        m_pPicture->setPixmap(picture.pixmap(window()->windowHandle(), {PictureSize, PictureSize}));
+    }
+    m_pPicture->setVisible(hasPicture);
 }
 
 void ToolBarArea::ShowMore()
@@ -81,6 +88,13 @@ void ToolBarArea::PlaceMore()
     m_pMore->setVisible(horizontalScrollBar()->maximum() > 0);
     m_pMore->setGeometry(width() - MoreWidth, 0, MoreWidth, height());
     m_pMore->raise();
+}
+
+void ToolBarArea::changeEvent(QEvent* event)
+{
+    QScrollArea::changeEvent(event);
+    const bool isNewLook = event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
+    if (isNewLook && m_pPicture) ShowPicture();
 }
 
 void ToolBarArea::resizeEvent(QResizeEvent* event)

@@ -36,15 +36,17 @@ signals:
     void ShownBarChanged(QWidget* bar);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    void ShowPicture();
     void ShowMore();
     void PlaceMore();
 
     QHBoxLayout* m_pLayout;
-    QLabel* m_pPicture;
+    QLabel* m_pPicture = nullptr;
     QToolButton* m_pMore; // over the right edge while the bar is wider than the area
     QPointer<QWidget> m_pShown;
 };

@@ -34,6 +34,7 @@ void CommandList::Clear()
     m_Entries.clear();
     m_Cost = 0;
     m_Index = 0;
+    m_bHasForgotten = false;
 }
 
 void CommandList::SetLimits(int steps, qint64 bytes)
@@ -54,6 +55,7 @@ void CommandList::Trim()
         m_Cost -= m_Entries.front().cost;
         m_Entries.erase(m_Entries.begin());
         --m_Index;
+        m_bHasForgotten = true;
         // The clean state can't be reached any more once its first step is gone.
         m_CleanIndex = m_CleanIndex > 0 ? m_CleanIndex - 1 : NoCleanIndex;
     }

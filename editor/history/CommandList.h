@@ -22,6 +22,9 @@ public:
     void StepForward();
     void Clear();
 
+    /// -1 when no state of the list is the clean one.
+    int CleanIndex() const { return m_CleanIndex; }
+
     bool IsAtClean() const { return m_Index == m_CleanIndex; }
 
     void SetClean(bool here) { m_CleanIndex = here ? m_Index : NoCleanIndex; }
@@ -29,6 +32,12 @@ public:
     int StepLimit() const { return m_StepLimit; }
 
     qint64 MemoryLimit() const { return m_MemoryLimit; }
+
+    /// What the commands hold, in bytes.
+    qint64 Cost() const { return m_Cost; }
+
+    /// Whether a limit has taken commands away since the last Clear().
+    bool HasForgotten() const { return m_bHasForgotten; }
 
     void SetLimits(int steps, qint64 bytes);
 
@@ -48,6 +57,7 @@ private:
     qint64 m_Cost = 0;
     int m_Index = 0;
     int m_CleanIndex = 0;
+    bool m_bHasForgotten = false;
     int m_StepLimit = 0;
     qint64 m_MemoryLimit = 0;
 };

@@ -202,6 +202,11 @@ const LexoCommand* LexoUndoStack::command(int index) const
     return index >= 0 && index < count() ? m_pPrivate->list.At(index) : nullptr;
 }
 
+bool LexoUndoStack::isDelayedOpen() const
+{
+    return m_pPrivate->delayed != nullptr;
+}
+
 bool LexoUndoStack::canUndo() const
 {
     return !m_pPrivate->IsMacroOpen() && (m_pPrivate->delayed || index() > 0);
@@ -234,6 +239,11 @@ void LexoUndoStack::setClean()
     m_pPrivate->Announce(this);
 }
 
+int LexoUndoStack::cleanIndex() const
+{
+    return m_pPrivate->list.CleanIndex();
+}
+
 void LexoUndoStack::resetClean()
 {
     m_pPrivate->list.SetClean(false);
@@ -253,6 +263,16 @@ void LexoUndoStack::setStepLimit(int steps)
 qint64 LexoUndoStack::memoryLimit() const
 {
     return m_pPrivate->list.MemoryLimit();
+}
+
+qint64 LexoUndoStack::memoryCost() const
+{
+    return m_pPrivate->list.Cost();
+}
+
+bool LexoUndoStack::hasForgotten() const
+{
+    return m_pPrivate->list.HasForgotten();
 }
 
 void LexoUndoStack::setMemoryLimit(qint64 bytes)

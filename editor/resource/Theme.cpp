@@ -4,11 +4,14 @@
 #include <QDir>
 #include <QFile>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QStyleFactory>
 
 #include <utility>
 
 namespace {
+constexpr const char* HasStyle = "zkHasStyle";
+
 Theme::Look s_look = Theme::Look::Dark;
 
 QColor Mix(const QColor& one, const QColor& other, double share)
@@ -31,13 +34,24 @@ QString ReadText(const QString& path)
 
 void Theme::Apply(Look look, const QString& resources)
 {
+    // A new style would make all widgets anew; it is the same for every look.
+    if (!qApp->property(HasStyle).toBool()) {
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+        qApp->setProperty(HasStyle, true);
+    }
     s_look = look;
     const ThemeTokens& tokens = Tokens(look);
     QDir::setSearchPaths("theme", {resources + "/theme/" + tokens.name});
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    // Pictures of the style sheet are kept by names that mean others now.
+    QPixmapCache::clear();
     QApplication::setPalette(Palette(tokens));
     qApp->setStyleSheet(StyleSheet(tokens, ReadText(resources + "/style.qss")));
     QApplication::setWindowIcon(ApplicationIcon(resources));
+}
+
+Theme::Look Theme::Current()
+{
+    return s_look;
 }
 
 const ThemeTokens& Theme::Tokens()

@@ -24,12 +24,15 @@ public:
 
     Theme() = delete;
 
-    /// Gives the running application this look. Called once at start, before the first icon is loaded:
-    /// icons keep the ink that they were loaded with.
+    /// Gives the running application this look: before the first window at start, and whenever it changes.
+    /// Icons by ZKIconHelper follow by themselves; who keeps a pixmap takes it anew on a palette change.
     /// @param resources  the folder that holds `theme/`; ResourceFolder::Path() as a rule.
     static void Apply(Look look, const QString& resources);
 
-    /// The colors of the look that was applied last; dark before.
+    /// The look that was applied last; dark before.
+    static Look Current();
+
+    /// The colors of the look that was applied last.
     static const ThemeTokens& Tokens();
     static const ThemeTokens& Tokens(Look look);
 

@@ -60,6 +60,8 @@ public:
     /// The command at the index, which stays the history's own; null outside the list.
     const LexoCommand* command(int index) const;
 
+    /// Whether a delayed command stands open.
+    bool isDelayedOpen() const;
     /// A delayed command can be undone too.
     bool canUndo() const;
     bool canRedo() const;
@@ -70,6 +72,8 @@ public:
     /// The state that is on disk. Not clean while a delayed command or a macro is open.
     bool isClean() const;
     void setClean();
+    /// The index of the clean state; -1 when none of those in the list is it.
+    int cleanIndex() const;
     /// No state is the clean one any more.
     void resetClean();
 
@@ -80,6 +84,10 @@ public:
     /// 0 means no limit.
     qint64 memoryLimit() const;
     void setMemoryLimit(qint64 bytes);
+    /// How many bytes the steps of the list hold.
+    qint64 memoryCost() const;
+    /// Whether a limit has taken steps out of the list since the last clear().
+    bool hasForgotten() const;
 
 signals:
     void aboutIndexChanged();

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QImage>
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -22,6 +23,9 @@ private slots:
     void iconHasAFaintDisabledForm();
     void selectedFormIsNotTinted();
     void iconTakesEverySize();
+    void iconIsShrunkButNeverBlownUp();
+    void iconChangesWithTheLook();
+    void iconIsDrawnInThePixelsOfADenseScreen();
     void pixmapKeepsItsRatio();
     void nullPixmapGivesANullIcon();
 
@@ -101,6 +105,43 @@ void TestIconHelper::iconTakesEverySize()
     QCOMPARE(icon.pixmap(24).toImage().pixelColor(8, 8), QColor(Qt::red));
     QCOMPARE(icon.pixmap(40).toImage().pixelColor(8, 8), QColor(Qt::yellow));
     QCOMPARE(icon.pixmap(48).toImage().pixelColor(8, 8), QColor(Qt::green));
+}
+
+void TestIconHelper::iconIsShrunkButNeverBlownUp()
+{
+    const QIcon icon = ZKIconHelper::DisabledIcon(QString("theme:fill.png"));
+    QCOMPARE(icon.pixmap(36).size(), QSize(36, 36));
+    QCOMPARE(icon.pixmap(36).toImage().pixelColor(8, 8), QColor(Qt::yellow));
+    QCOMPARE(icon.pixmap(100).size(), QSize(48, 48));
+    QCOMPARE(icon.actualSize({100, 100}), QSize(48, 48));
+    QCOMPARE(icon.actualSize({36, 40}), QSize(36, 36));
+}
+
+void TestIconHelper::iconChangesWithTheLook()
+{
+    const QIcon icon = ZKIconHelper::DisabledIcon(QString("theme:fill.png"));
+    QCOMPARE(icon.pixmap(24).toImage().pixelColor(8, 8), QColor(Qt::red));
+
+    const QTemporaryDir other;
+    QImage image(24, 24, QImage::Format_ARGB32);
+    image.fill(Qt::magenta);
+    QVERIFY(image.save(other.filePath("fill.png")));
+    QDir::setSearchPaths("theme", {other.path()});
+    QCOMPARE(icon.pixmap(24).toImage().pixelColor(8, 8), QColor(Qt::magenta));
+}
+
+void TestIconHelper::iconIsDrawnInThePixelsOfADenseScreen()
+{
+    QImage canvas(60, 60, QImage::Format_ARGB32);
+    canvas.setDevicePixelRatio(2);
+    canvas.fill(Qt::white);
+    QPainter painter(&canvas);
+    ZKIconHelper::DisabledIcon(QString("theme:fill.png")).paint(&painter, QRect(3, 3, 24, 24));
+    painter.end();
+    QCOMPARE(canvas.pixelColor(5, 5), QColor(Qt::white));
+    QCOMPARE(canvas.pixelColor(6, 6), QColor(Qt::green)); // of the picture with 48 pixels
+    QCOMPARE(canvas.pixelColor(53, 53), QColor(Qt::green));
+    QCOMPARE(canvas.pixelColor(54, 54), QColor(Qt::white));
 }
 
 void TestIconHelper::pixmapKeepsItsRatio()

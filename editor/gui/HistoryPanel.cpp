@@ -1,0 +1,88 @@
+#include "gui/HistoryPanel.h"
+
+#include "ui_HistoryPanel.h"
+
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "gui/HistoryDelegate.h"
+#include "gui/HistoryModel.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LexoUndoStack.h"
+
+#include <QItemSelectionModel>
+#include <QLocale>
+#include <QScopedValueRollback>
+
+HistoryPanel::HistoryPanel(QWidget* parent)
+    : QWidget(parent), m_pUi(std::make_unique<Ui::HistoryPanel>()), m_pModel(new HistoryModel(this))
+{
+    m_pUi->setupUi(this);
+    m_pUi->m_pList->setModel(m_pModel);
+    m_pUi->m_pList->setItemDelegate(new HistoryDelegate(this));
+    connect(m_pModel, &HistoryModel::Updated, this, &HistoryPanel::ShowState);
+    connect(m_pUi->m_pList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &HistoryPanel::GoTo);
+    ShowState();
+}
+
+HistoryPanel::~HistoryPanel() = default;
+
+void HistoryPanel::SetView(ZKDocumentView* view)
+{
+    if (view == m_pView) return;
+
+    if (m_pView) {
+        m_pView->disconnect(this);
+        m_pView->GetModel()->GetDocument()->disconnect(this);
+    }
+    m_pView = view;
+    if (view) {
+        const LXDocumentInterface* document = view->GetModel()->GetDocument();
+        connect(view, &ZKDocumentView::AboutDestroy, this, [this] { SetView(nullptr); });
+        connect(document, &LXDocumentInterface::Locked, this, &HistoryPanel::UpdateLock);
+        connect(document, &LXDocumentInterface::Unlocked, this, &HistoryPanel::UpdateLock);
+    }
+    m_pModel->SetHistory(view ? view->GetHistory() : nullptr);
+    UpdateLock();
+}
+
+QSize HistoryPanel::sizeHint() const
+{
+    return {260, 240};
+}
+
+bool HistoryPanel::MayWork() const
+{
+    return m_pView && !m_pView->GetModel()->GetDocument()->GetLockState();
+}
+
+void HistoryPanel::GoTo(const QModelIndex& index)
+{
+    if (m_bFollowing || !index.isValid()) return;
+
+    if (MayWork()) m_pModel->GetHistory()->setIndex(index.row());
+    // The history may have gone elsewhere, or nowhere.
+    ShowState();
+}
+
+void HistoryPanel::ShowState()
+{
+    const QScopedValueRollback<bool> following(m_bFollowing, true);
+    const LexoUndoStack* history = m_pModel->GetHistory();
+    QListView* list = m_pUi->m_pList;
+    m_pUi->m_pPages->setCurrentWidget(history ? static_cast<QWidget*>(list) : m_pUi->m_pNoDocumentLbl);
+    m_pUi->m_pFooter->setEnabled(history != nullptr);
+
+    const QModelIndex current = m_pModel->index(m_pModel->GetCurrentRow());
+    list->selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect);
+    if (current.isValid()) list->scrollTo(current);
+    m_pUi->m_pMemoryValueLbl->setText(history ? QLocale().formattedDataSize(history->memoryCost(), 1)
+                                              : QString());
+}
+
+void HistoryPanel::UpdateLock()
+{
+    const bool isLocked = m_pView && !MayWork();
+    m_pUi->m_pList->setEnabled(!isLocked);
+    m_pUi->m_pList->setToolTip(isLocked ? tr("Wait until the tool has finished.") : QString());
+}
