@@ -2,6 +2,7 @@
 
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
+#include "app/PreferencesUse.h"
 #include "document/AlphaScan.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -29,10 +30,11 @@ bool IsAllSelected(const LXDocumentInterface* document)
 }
 } // namespace
 
-EditMenu::EditMenu(MainWindow* window) : QObject(window), m_pWindow(window)
+EditMenu::EditMenu(MainWindow* window, PreferencesUse* preferences) : QObject(window), m_pWindow(window)
 {
     AddHistoryEntries();
     AddSelectionEntries();
+    AddPreferences(preferences);
     connect(window, &MainWindow::ActiveViewChanged, this, &EditMenu::Follow);
     UpdateActions();
     UpdateSelectionActions();
@@ -70,6 +72,18 @@ void EditMenu::AddSelectionEntries()
     m_pDeselect->setObjectName(QStringLiteral("deselectAction"));
     connect(m_pSelectAll, &QAction::triggered, this, &EditMenu::SelectAll);
     connect(m_pDeselect, &QAction::triggered, this, [this] { Select(QPainterPath(), tr("Deselect")); });
+}
+
+void EditMenu::AddPreferences(PreferencesUse* preferences)
+{
+    AddMenuSeparator(this, ZKMenuManager::Edit, 90);
+    QAction* ask = AddMenuAction(this, {ZKMenuManager::Edit,
+                                        91,
+                                        tr("Pre&ferences…"),
+                                        tr("Changes look, memory and limits of the program"),
+                                        {Qt::CTRL + Qt::Key_Comma}});
+    ask->setObjectName(QStringLiteral("preferencesAction"));
+    connect(ask, &QAction::triggered, preferences, &PreferencesUse::AskAndUse);
 }
 
 void EditMenu::Follow(ZKDocumentView* view)

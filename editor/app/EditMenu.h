@@ -6,23 +6,24 @@
 class LXDocumentInterface;
 class LexoUndoStack;
 class MainWindow;
+class PreferencesUse;
 class QAction;
 class QPainterPath;
 class ZKDocumentView;
 
 /// The entries of the menu "Edit", which follow the active document: its history for "Undo" and "Redo", its
-/// selection for "Select All" and "Deselect".
-/// Main thread only.
+/// selection for "Select All" and "Deselect"; and "Preferences". Main thread only.
 class EditMenu : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit EditMenu(MainWindow* window);
+    EditMenu(MainWindow* window, PreferencesUse* preferences);
 
 private:
     void AddHistoryEntries();
     void AddSelectionEntries();
+    void AddPreferences(PreferencesUse* preferences);
     void Follow(ZKDocumentView* view);
     void Step(void (LexoUndoStack::*step)());
     void SelectAll();

@@ -3,15 +3,17 @@
 #include "app/DocumentFiles.h"
 #include "app/EditMenu.h"
 #include "app/FileMenu.h"
+#include "app/HelpMenu.h"
 #include "app/MainWindow.h"
+#include "app/PreferencesUse.h"
 #include "app/RecentFiles.h"
 #include "app/ViewMenu.h"
+#include "app/WindowMenu.h"
 #include "core/ZKApplication_p.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LexoAppKeyHook.h"
 #include "guicore/InputHabits.h"
 #include "plugincore/PluginLoader.h"
-#include "resource/Theme.h"
 
 #include <QApplication>
 #include <QDir>
@@ -51,7 +53,7 @@ bool Editor::Start()
     Q_ASSERT(!m_pParts);
 
     ZKApplicationPrivate::Get().SetFolders(m_Folders);
-    Theme::Apply(Theme::Look::Dark, m_Folders.resources);
+    PreferencesUse::ApplyLook(m_Folders.resources);
     // Sees every key from the start on.
     LexoAppKeyHook::instance();
 
@@ -75,8 +77,11 @@ void Editor::BuildWindow()
 
     // Children of the window: their actions leave the menus with it.
     new FileMenu(window, GetFiles(), &m_pParts->recentFiles);
-    new EditMenu(window);
+    auto* preferences = new PreferencesUse(window, m_Folders.resources);
+    new EditMenu(window, preferences);
     new ViewMenu(window);
+    new WindowMenu(window);
+    new HelpMenu(window);
 
     window->SetCloseQuestion([this] { return GetFiles()->CloseAll(); });
     connect(window, &MainWindow::Closed, this, &Editor::Closed);

@@ -27,3 +27,9 @@ FormatLimits FormatLimitSettings::Read()
         ValueOf(LargestDecodedKey, limits.maxDecodedBytes / Megabyte, MostMegabytes) * Megabyte;
     return limits;
 }
+
+void FormatLimitSettings::Write(const FormatLimits& limits)
+{
+    ZKApplication::SetUserValue(LargestSideKey, limits.maxSide);
+    ZKApplication::SetUserValue(LargestDecodedKey, limits.maxDecodedBytes / Megabyte);
+}

@@ -6,4 +6,5 @@
 /// the defaults hold. Keys: "Files/LargestSide" in pixels, "Files/LargestDecodedMegabytes". Main thread only.
 namespace FormatLimitSettings {
 FormatLimits Read();
+void Write(const FormatLimits& limits);
 } // namespace FormatLimitSettings

@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/EmptyPage.h"
+#include "app/PanelArea.h"
 #include "app/StatusReadout.h"
 #include "core/MenuPlacement.h"
 #include "core/ToolBarArea.h"
@@ -8,6 +9,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "gui/ColorWells.h"
+#include "gui/HistoryPanel.h"
 #include "gui/LToolBoxWidget.h"
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
@@ -21,7 +23,6 @@
 #include "resource/LXResource.h"
 
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMenuBar>
@@ -32,12 +33,11 @@
 #include <QVBoxLayout>
 
 namespace {
-constexpr int PanelWidth = 260;
 constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
 const QLatin1String GeometryKey("Editor/WindowGeometry");
 const QLatin1String PanelsKey("Editor/Panels");
-constexpr int PanelsVersion = 1; // counts up when the panels are other ones
+constexpr int PanelsVersion = 2; // counts up when the panels are other ones
 
 /// The local files among what is dragged; empty when there are none.
 QStringList LocalFiles(const QMimeData* data)
@@ -65,8 +65,6 @@ MainWindow::MainWindow(RecentFiles* recentFiles)
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
     setContextMenuPolicy(Qt::NoContextMenu);
-    setDockNestingEnabled(true);
-    setTabPosition(Qt::RightDockWidgetArea, QTabWidget::North);
 
     m_pStatus = new StatusReadout(this);
     setStatusBar(m_pStatus);
@@ -81,6 +79,13 @@ MainWindow::MainWindow(RecentFiles* recentFiles)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::ResetLayout()
+{
+    setWindowState(windowState() & ~(Qt::WindowFullScreen | Qt::WindowMaximized));
+    resize(DefaultSize.boundedTo(screen()->availableSize()));
+    m_pPanels->Reset();
+}
 
 void MainWindow::RestorePlace()
 {
@@ -150,21 +155,13 @@ void MainWindow::BuildOptionBar()
 
 void MainWindow::BuildPanels()
 {
-    QDockWidget* tool = AddPanel(QStringLiteral("toolPanel"), tr("Tool"), LXToolWidgetManager::instance());
-    QDockWidget* layers = AddPanel(QStringLiteral("layersPanel"), tr("Layers"), LayersWidget::GetInstance());
-    splitDockWidget(tool, layers, Qt::Vertical);
-    resizeDocks({tool, layers}, {PanelWidth, PanelWidth}, Qt::Horizontal);
-}
-
-QDockWidget* MainWindow::AddPanel(const QString& name, const QString& title, QWidget* content)
-{
-    auto* panel = new QDockWidget(title, this);
-    panel->setObjectName(name);
-    // Neither closed nor torn off, so that none is ever lost beyond the screen.
-    panel->setFeatures(QDockWidget::NoDockWidgetFeatures);
-    panel->setWidget(content);
-    addDockWidget(Qt::RightDockWidgetArea, panel);
-    return panel;
+    m_pPanels = new PanelArea(this);
+    m_pHistoryPanel = new HistoryPanel;
+    m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("toolPanel"), tr("Tool"),
+                   LXToolWidgetManager::instance());
+    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("layersPanel"), tr("Layers"),
+                   LayersWidget::GetInstance());
+    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("historyPanel"), tr("History"), m_pHistoryPanel);
 }
 
 void MainWindow::FollowActiveView()
@@ -185,6 +182,7 @@ void MainWindow::FollowActiveView()
         connect(m_pView->GetHistory(), &LexoUndoStack::historyChanged, this, &MainWindow::UpdateTitle);
     }
     LayersWidget::GetInstance()->SetView(m_pView);
+    m_pHistoryPanel->SetView(m_pView);
     m_pStatus->SetView(m_pView);
     UpdateTitle();
     emit ActiveViewChanged(m_pView);
@@ -201,6 +199,12 @@ void MainWindow::UpdateTitle()
     }
     setWindowTitle(tr("%1[*] – %2").arg(document->GetDocumentName().replace("[*]", "[*][*]"), product));
     setWindowModified(document->GetDocumentState() > 0 || !m_pView->GetHistory()->isClean());
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) emit FullScreenChanged(isFullScreen());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -10,9 +10,10 @@
 #include <functional>
 
 class EmptyPage;
+class HistoryPanel;
 class LXDocumentInterface;
 class LXMdiArea;
-class QDockWidget;
+class PanelArea;
 class RecentFiles;
 class StatusReadout;
 
@@ -33,6 +34,10 @@ public:
 
     EmptyPage* GetEmptyPage() const { return m_pEmptyPage; }
 
+    PanelArea* GetPanels() const { return m_pPanels; }
+
+    StatusReadout* GetStatus() const { return m_pStatus; }
+
     /// Of the active document window; null without one.
     ZKDocumentView* GetActiveView() const;
     LXDocumentInterface* GetActiveDocument() const;
@@ -43,9 +48,15 @@ public:
     /// Opens or leaves the full screen; the panels stay.
     void SetFullScreen(bool fullScreen);
 
+    /// Puts size and panels back to what they are at a first start.
+    void ResetLayout();
+
 signals:
     /// Another document window is the active one, or none (null).
     void ActiveViewChanged(ZKDocumentView* view);
+
+    /// The full screen was entered or left, by whomever.
+    void FullScreenChanged(bool fullScreen);
 
     /// Files were dropped anywhere on the window.
     void FilesDropped(const QStringList& paths);
@@ -54,6 +65,7 @@ signals:
     void Closed();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -62,7 +74,6 @@ private:
     void BuildToolBox();
     void BuildOptionBar();
     void BuildPanels();
-    QDockWidget* AddPanel(const QString& name, const QString& title, QWidget* content);
     void BuildCenter(RecentFiles* recentFiles);
     void RestorePlace();
     void StorePlace() const;
@@ -72,6 +83,8 @@ private:
     LXMdiArea* m_pArea = nullptr;
     EmptyPage* m_pEmptyPage = nullptr;
     StatusReadout* m_pStatus = nullptr;
+    PanelArea* m_pPanels = nullptr;
+    HistoryPanel* m_pHistoryPanel = nullptr;
     QPointer<ZKDocumentView> m_pView; // the one that was followed last
     std::function<bool()> m_CloseQuestion;
 };

@@ -9,11 +9,13 @@
 
 #include <QLabel>
 #include <QTimer>
+#include <QToolButton>
 #include <QtMath>
 
 namespace {
 constexpr int SwatchSize = 12;
 constexpr int HintIndent = 8;
+constexpr int ZoomPadding = 28;      // the borders and the arrow
 constexpr int MemoryInterval = 1000; // ms
 constexpr qint64 Megabyte = 1024 * 1024;
 
@@ -51,7 +53,7 @@ StatusReadout::StatusReadout(QWidget* parent)
       m_pColor(MakeReadout(tr("Color under the pointer: red, green, blue, alpha"),
                            QStringLiteral("000 000 000 000"))),
       m_pSize(MakeReadout(tr("Size of the picture, in pixels"), QStringLiteral("00000 × 00000"))),
-      m_pZoom(MakeReadout(tr("Zoom"), QStringLiteral("0000 %"))),
+      m_pZoom(new QToolButton),
       m_pMemory(MakeReadout(tr("Memory of all pictures"), QStringLiteral("00000 MB")))
 {
     m_pPosition->setObjectName(QStringLiteral("positionReadout"));
@@ -66,7 +68,14 @@ StatusReadout::StatusReadout(QWidget* parent)
     m_pSwatch->setFixedSize(SwatchSize, SwatchSize);
 
     addWidget(m_pHint, 1);
-    for (QLabel* readout : {m_pPosition, m_pSwatch, m_pColor, m_pSize, m_pZoom, m_pMemory})
+    m_pZoom->setAccessibleName(tr("Zoom"));
+    m_pZoom->setToolTip(tr("Zoom"));
+    m_pZoom->setPopupMode(QToolButton::InstantPopup);
+    m_pZoom->setFocusPolicy(Qt::TabFocus);
+    m_pZoom->setMinimumWidth(m_pZoom->fontMetrics().horizontalAdvance(QStringLiteral("0000 %")) +
+                             ZoomPadding);
+    for (QWidget* readout :
+         std::initializer_list<QWidget*>{m_pPosition, m_pSwatch, m_pColor, m_pSize, m_pZoom, m_pMemory})
         addPermanentWidget(readout);
 
     auto* memoryTimer = new QTimer(this);
@@ -106,6 +115,11 @@ void StatusReadout::SetView(ZKDocumentView* view)
 void StatusReadout::SetHint(const QString& hint)
 {
     m_pHint->setText(hint);
+}
+
+void StatusReadout::SetZoomMenu(QMenu* menu)
+{
+    m_pZoom->setMenu(menu);
 }
 
 void StatusReadout::MovePointer(const QPointF& scenePos)
@@ -163,9 +177,8 @@ void StatusReadout::UpdateSize()
 
 void StatusReadout::UpdateZoom()
 {
-    if (!m_pView) return m_pZoom->clear();
-
-    m_pZoom->setText(Percent(m_pView->GetScale()));
+    m_pZoom->setEnabled(m_pView != nullptr);
+    m_pZoom->setText(m_pView ? Percent(m_pView->GetScale()) : QString());
 }
 
 void StatusReadout::UpdateMemory()

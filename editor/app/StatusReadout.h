@@ -4,7 +4,9 @@
 #include <QStatusBar>
 
 class QLabel;
+class QMenu;
 class QTimer;
+class QToolButton;
 class ZKDocumentView;
 
 /// The status bar: the tool's hint at the left; at the right the pointer's position, the color under it, the
@@ -20,6 +22,9 @@ public:
     void SetView(ZKDocumentView* view);
 
     void SetHint(const QString& hint);
+
+    /// What a press on the zoom opens.
+    void SetZoomMenu(QMenu* menu);
 
 private:
     void MovePointer(const QPointF& scenePos);
@@ -39,6 +44,6 @@ private:
     QLabel* m_pSwatch;
     QLabel* m_pColor;
     QLabel* m_pSize;
-    QLabel* m_pZoom;
+    QToolButton* m_pZoom;
     QLabel* m_pMemory;
 };

@@ -2,35 +2,17 @@
 
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
+#include "app/StatusReadout.h"
+#include "app/ZoomStops.h"
 #include "gui/ZKDocumentView.h"
 
 #include <QAction>
-
-#include <algorithm>
-#include <array>
-
-namespace {
-/// Where the zoom keys stop, as factors; inside the limits of the view.
-constexpr std::array<double, 18> ZoomStops{0.05, 0.0625, 0.125, 0.25, 0.33, 0.5, 0.67, 1,  1.5,
-                                           2,    3,      4,     6,    8,    12,  16,   24, 40};
-
-/// The next stop above or below; a little tolerance, so that a scale that is a stop is left.
-double NextStop(double scale, int direction)
-{
-    const auto isAbove = [scale](double stop) { return stop > scale * 1.001; };
-    const auto isBelow = [scale](double stop) { return stop < scale * 0.999; };
-    if (direction > 0) {
-        const auto stop = std::find_if(ZoomStops.begin(), ZoomStops.end(), isAbove);
-        return stop == ZoomStops.end() ? ZoomStops.back() : *stop;
-    }
-    const auto stop = std::find_if(ZoomStops.rbegin(), ZoomStops.rend(), isBelow);
-    return stop == ZoomStops.rend() ? ZoomStops.front() : *stop;
-}
-} // namespace
+#include <QMenu>
 
 ViewMenu::ViewMenu(MainWindow* window) : QObject(window), m_pWindow(window)
 {
     AddZoomActions();
+    BuildZoomMenu();
 
     AddMenuSeparator(this, ZKMenuManager::View, 10);
     QAction* fullScreen = AddMenuAction(this, {ZKMenuManager::View,
@@ -38,8 +20,11 @@ ViewMenu::ViewMenu(MainWindow* window) : QObject(window), m_pWindow(window)
                                                tr("F&ull Screen"),
                                                tr("Uses the whole screen"),
                                                {QKeySequence(Qt::Key_F11)}});
+    fullScreen->setObjectName(QStringLiteral("fullScreenAction"));
     fullScreen->setCheckable(true);
+    fullScreen->setChecked(window->isFullScreen());
     connect(fullScreen, &QAction::triggered, window, &MainWindow::SetFullScreen);
+    connect(window, &MainWindow::FullScreenChanged, fullScreen, &QAction::setChecked);
 
     connect(window, &MainWindow::ActiveViewChanged, this, &ViewMenu::UpdateActions);
     UpdateActions();
@@ -68,6 +53,18 @@ void ViewMenu::AddZoomActions()
     });
 }
 
+void ViewMenu::BuildZoomMenu()
+{
+    auto* menu = new QMenu(m_pWindow);
+    menu->addActions(m_ZoomActions);
+    menu->addSeparator();
+    for (const double scale : {0.25, 0.5, 2.0, 4.0, 8.0, 16.0}) {
+        QAction* action = menu->addAction(tr("%1 %").arg(scale * 100));
+        connect(action, &QAction::triggered, this, [this, scale] { ZoomTo(scale); });
+    }
+    m_pWindow->GetStatus()->SetZoomMenu(menu);
+}
+
 void ViewMenu::ZoomTo(double scale)
 {
     ZKDocumentView* view = m_pWindow->GetActiveView();
@@ -76,7 +73,7 @@ void ViewMenu::ZoomTo(double scale)
 
 void ViewMenu::ZoomStep(int direction)
 {
-    if (ZKDocumentView* view = m_pWindow->GetActiveView()) ZoomTo(NextStop(view->GetScale(), direction));
+    if (ZKDocumentView* view = m_pWindow->GetActiveView()) ZoomTo(NextZoomStop(view->GetScale(), direction));
 }
 
 void ViewMenu::UpdateActions()

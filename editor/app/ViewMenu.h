@@ -16,6 +16,7 @@ public:
 
 private:
     void AddZoomActions();
+    void BuildZoomMenu();
     void ZoomTo(double scale);
     void ZoomStep(int direction);
     void UpdateActions();

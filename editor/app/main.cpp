@@ -5,6 +5,7 @@
 #include "app/Editor.h"
 #include "app/GuardedApplication.h"
 #include "app/PictureExport.h"
+#include "app/ScreenScale.h"
 #include "app/ScriptRun.h"
 #include "app/Tour.h"
 #include "resource/LXResource.h"
@@ -31,6 +32,16 @@ bool HasOption(int argc, char** argv, std::initializer_list<QByteArray> names)
         const QByteArray option = QByteArray(argument).split('=').first();
         return std::find(names.begin(), names.end(), option) != names.end();
     });
+}
+
+/// The scale of the screen counts when the application object is made, so it is looked up before.
+void UseScale(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const CommandLine line = CommandLineReader::Read(QCoreApplication::arguments());
+    // What looks wrong here may be an option of the application object to come.
+    const bool showsWindow = line.task == CommandLine::Task::Edit || line.task == CommandLine::Task::Wrong;
+    if (showsWindow) ScreenScale::UseForStart(line.userFolder);
 }
 
 bool Start(Editor& editor)
@@ -127,6 +138,8 @@ int main(int argc, char** argv)
     if (HasOption(argc, argv, {"--export"}) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+
+    UseScale(argc, argv);
 
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

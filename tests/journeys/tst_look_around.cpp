@@ -5,7 +5,6 @@
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
 
-#include <QLabel>
 #include <QTest>
 
 /// Zoom and panning, which every tool leaves to the view.
@@ -102,7 +101,7 @@ void TestLookAround::theStatusBarFollowsThePointer()
 {
     EditorFixture editor(64, 48, QColor(10, 200, 30));
     const auto text = [&editor](const char* name) {
-        return editor.Window()->findChild<QLabel*>(name)->text().simplified();
+        return editor.Window()->findChild<QWidget*>(name)->property("text").toString().simplified();
     };
     QCOMPARE(text("sizeReadout"), QString("64 × 48"));
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "EditorExport.h"
+
+#include "formats/FormatLimits.h"
+#include "resource/Theme.h"
+
+#include <QtGlobal>
+
+/// What the person has set for the whole program. A plain value; reading and writing it changes nothing but
+/// the settings file. Main thread only.
+struct ZK_EDITOR_EXPORT Preferences
+{
+    static constexpr int LeastMemoryMegabytes = 64;
+    static constexpr double LeastScale = 1.0;
+    static constexpr double MostScale = 2.0;
+
+    int memoryMegabytes = 0;  ///< of all pictures, before tiles go to the disk; 0 for half of the machine's
+    int undoSteps = 200;      ///< of each picture; 0 for no limit
+    int undoMegabytes = 2048; ///< of each picture's history; 0 for no limit
+    Theme::Look look = Theme::Look::Dark;
+    double scale = LeastScale; ///< of everything on the screen; counts from the next start on
+    FormatLimits fileLimits;
+
+    /// What the settings file says. A value that is missing, no number or out of range is the default's.
+    static Preferences Read();
+    void Write() const;
+
+    /// The scale alone, before there is an application object.
+    static double ReadScale();
+};

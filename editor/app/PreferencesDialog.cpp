@@ -1,0 +1,67 @@
+#include "app/PreferencesDialog.h"
+
+#include "ui_PreferencesDialog.h"
+
+#include <QPushButton>
+
+namespace {
+constexpr int ScaleStep = 25; // percent
+constexpr qint64 Megabyte = 1024 * 1024;
+
+/// The rows of the combo box.
+enum LookRow
+{
+    DarkRow,
+    LightRow,
+};
+} // namespace
+
+PreferencesDialog::PreferencesDialog(const Preferences& values, QWidget* parent)
+    : LXDialog(parent), m_pUi(std::make_unique<Ui::PreferencesDialog>())
+{
+    m_pUi->setupUi(this);
+    SetUpScales();
+    Show(values);
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+
+    connect(m_pUi->m_pButtons, &QDialogButtonBox::accepted, this, &PreferencesDialog::Accept);
+    connect(m_pUi->m_pButtons, &QDialogButtonBox::rejected, this, &PreferencesDialog::Reject);
+    connect(m_pUi->m_pButtons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+            [this] { Show(Preferences()); });
+}
+
+PreferencesDialog::~PreferencesDialog() = default;
+
+void PreferencesDialog::SetUpScales()
+{
+    for (int percent = qRound(Preferences::LeastScale * 100); percent <= qRound(Preferences::MostScale * 100);
+         percent += ScaleStep) {
+        m_pUi->m_pScaleCmb->addItem(tr("%1 %").arg(percent), percent / 100.0);
+    }
+}
+
+void PreferencesDialog::Show(const Preferences& values)
+{
+    m_pUi->m_pLookCmb->setCurrentIndex(values.look == Theme::Look::Light ? LightRow : DarkRow);
+    const int scale = m_pUi->m_pScaleCmb->findData(values.scale);
+    m_pUi->m_pScaleCmb->setCurrentIndex(qMax(0, scale));
+    m_pUi->m_pMemorySpn->setValue(values.memoryMegabytes);
+    m_pUi->m_pUndoStepsSpn->setValue(values.undoSteps);
+    m_pUi->m_pUndoMemorySpn->setValue(values.undoMegabytes);
+    m_pUi->m_pLargestSideSpn->setValue(values.fileLimits.maxSide);
+    m_pUi->m_pLargestMemorySpn->setValue(static_cast<int>(values.fileLimits.maxDecodedBytes / Megabyte));
+}
+
+Preferences PreferencesDialog::GetValues() const
+{
+    Preferences values;
+    values.look = m_pUi->m_pLookCmb->currentIndex() == LightRow ? Theme::Look::Light : Theme::Look::Dark;
+    values.scale = m_pUi->m_pScaleCmb->currentData().toDouble();
+    const int memory = m_pUi->m_pMemorySpn->value();
+    values.memoryMegabytes = memory == 0 ? 0 : qMax(memory, Preferences::LeastMemoryMegabytes);
+    values.undoSteps = m_pUi->m_pUndoStepsSpn->value();
+    values.undoMegabytes = m_pUi->m_pUndoMemorySpn->value();
+    values.fileLimits.maxSide = m_pUi->m_pLargestSideSpn->value();
+    values.fileLimits.maxDecodedBytes = m_pUi->m_pLargestMemorySpn->value() * Megabyte;
+    return values;
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "EditorExport.h"
+
+#include "app/Preferences.h"
+#include "guicore/LXDialog.h"
+
+#include <memory>
+
+namespace Ui {
+class PreferencesDialog;
+}
+
+/// Asks for what holds for the whole program. Main thread only.
+class ZK_EDITOR_EXPORT PreferencesDialog : public LXDialog
+{
+    Q_OBJECT
+
+public:
+    PreferencesDialog(const Preferences& values, QWidget* parent);
+    ~PreferencesDialog() override;
+
+    /// What the controls say at the moment.
+    Preferences GetValues() const;
+
+private:
+    void SetUpScales();
+    void Show(const Preferences& values);
+
+    std::unique_ptr<Ui::PreferencesDialog> m_pUi;
+};
