@@ -18,6 +18,24 @@ QString Text(const QPoint& point)
     return QString("(%1,%2)").arg(point.x()).arg(point.y());
 }
 
+QString Text(const QPointF& point)
+{
+    return QString("(%1,%2)").arg(point.x(), 0, 'g', 17).arg(point.y(), 0, 'g', 17);
+}
+
+QString Text(const LXSubPaths& path)
+{
+    QString text;
+    for (const QPair<LXPath, int>& subPath : path) {
+        text += QString(" op %1:").arg(subPath.second);
+        for (const LXPathElement& element : subPath.first) {
+            text += ' ' + Text(element.GetCenterPoint()) + Text(element.GetInGuide()) +
+                    Text(element.GetOutGuide()) + (element.StartsContour() ? "|" : "");
+        }
+    }
+    return text;
+}
+
 QString Number(uint id)
 {
     return QString::number(id);
@@ -183,6 +201,28 @@ QStringList DocumentFixture::Describe(LXDocumentInterface* document)
                      .arg(Text(document->GetSelectionBoundingRect()));
     }
     return lines + DescribePaths(document->GetPathListModel()) + DescribeSamples(document->GetColorSamples());
+}
+
+QStringList DocumentFixture::DescribeWhole(LXDocumentInterface* document)
+{
+    QStringList lines = Describe(document);
+    lines << QString("resolution %1").arg(document->GetDPI());
+    const LXPathsListModel* paths = document->GetPathListModel();
+    for (int row = 0; row < paths->rowCount(); ++row) {
+        lines << QString("path %1 %2").arg(paths->GetPathName(row), Text(paths->GetPath(row)));
+    }
+    const LXColorSampleModel* samples = document->GetColorSamples();
+    for (int row = 0; row < samples->rowCount(); ++row) {
+        lines << QString("sample %1 %2 %3")
+                     .arg(Text(samples->GetPoint(row)))
+                     .arg(samples->GetSampleRadius(row))
+                     .arg(samples->GetDisplayFormat(row));
+    }
+    for (const LXGuide& guide : document->GetGuides()) {
+        lines << QString("guide %1 %2").arg(guide.orientation).arg(guide.position, 0, 'g', 17);
+    }
+    const LXDocumentLayerLockerForRead locker(document, 0);
+    return lines << QString("merged %1").arg(Checksum(*document->GetLayerImage(0)), 0, 16);
 }
 
 SignalLog::SignalLog(LXDocumentInterface* document)

@@ -40,6 +40,9 @@ bool AreEqual(const LXImage32& a, const LXImage32& b);
 /// merged picture.
 QStringList Describe(LXDocumentInterface* document);
 
+/// Describe(), the resolution, the paths, color samples and guides, and the merged picture.
+QStringList DescribeWhole(LXDocumentInterface* document);
+
 /// Every signal of the document and its model, in order, as "Name arguments".
 class SignalLog
 {
