@@ -15,43 +15,24 @@ void LXDocumentInterface::EndLayerChange(unsigned int id)
 
 void LXDocumentInterface::LayerImageChanged(unsigned int id, const QRect& rect)
 {
-    const QRect layer = GetLayerGeometry(id);
-    m_pPrivate->Invalidate(rect.isEmpty() ? layer : rect & layer);
+    const QRect extent = m_pPrivate->Extent(id);
+    m_pPrivate->Invalidate(rect.isEmpty() ? extent : rect & extent);
 }
 
 void LXDocumentInterface::SetLayerOffset(unsigned int id, const QPoint& offset)
 {
-    SetLayerMaskOffset(id, offset, GetMaskGeometry(id).topLeft());
+    m_pPrivate->MoveLayer(id, offset, std::nullopt);
 }
 
 void LXDocumentInterface::SetMaskOffset(unsigned int id, const QPoint& offset)
 {
-    SetLayerMaskOffset(id, GetLayerGeometry(id).topLeft(), offset);
+    m_pPrivate->MoveLayer(id, std::nullopt, offset);
 }
 
 void LXDocumentInterface::SetLayerMaskOffset(unsigned int id, const QPoint& layerOffset,
                                              const QPoint& maskOffset)
 {
-    LayerProperties before;
-    LayerProperties after;
-    m_pPrivate->layers.ChangeProperties(id, [&](LayerProperties& layer) {
-        before = layer;
-        layer.rect.moveTopLeft(layerOffset);
-        if (layer.hasMask) layer.maskRect.moveTopLeft(maskOffset);
-        after = layer;
-    });
-    const bool hasLayerMoved = before.rect != after.rect;
-    const bool hasMaskMoved = before.maskRect != after.maskRect;
-    m_pPrivate->OnMainThread([=] {
-        if (hasLayerMoved) emit GetModel()->LayerPositionChanged(id, layerOffset);
-        if (hasMaskMoved) emit GetModel()->MaskPositionChanged(id, maskOffset);
-    });
-    // A mask that moves alone shows only inside its layer.
-    if (hasLayerMoved) {
-        m_pPrivate->Invalidate(before.rect | after.rect);
-    } else if (hasMaskMoved) {
-        m_pPrivate->Invalidate((before.maskRect | after.maskRect) & after.rect);
-    }
+    m_pPrivate->MoveLayer(id, layerOffset, maskOffset);
 }
 
 void LXDocumentInterface::SetLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
@@ -123,7 +104,9 @@ void LXDocumentInterface::AddMask(unsigned int id, bool reveals)
 
 void LXDocumentInterface::RemoveMask(unsigned int id)
 {
-    if (m_pPrivate->layers.Properties(id).hasMask) m_pPrivate->ReplaceMask(id, LayerState());
+    if (!m_pPrivate->layers.Properties(id).hasMask) return;
+    emit AboutRequesAdditionalMask(id);
+    m_pPrivate->ReplaceMask(id, LayerState());
 }
 
 void LXDocumentInterface::GetMaskInverted(unsigned int id, bool* reveals) const

@@ -62,7 +62,7 @@ void LXDocumentInterfacePrivate::InsertLayer(int row, const LayerState& layer)
 void LXDocumentInterfacePrivate::RemoveLayer(int row)
 {
     const std::shared_ptr<Layer> layer = layers.Find(static_cast<unsigned int>(row) + 1);
-    const QRect rect = layers.PropertiesOf(*layer).rect;
+    const QRect rect = ExtentOf(*layer);
     {
         const PixelWriteScope scope(*locks, layer->key);
         LXDocumentModelPrivate::Get(model)->RemoveRow(row);
@@ -86,6 +86,8 @@ void LXDocumentInterfacePrivate::ReplaceMask(unsigned int id, const LayerState& 
     const std::shared_ptr<Layer> layer = layers.Find(id);
     if (!layer) return;
 
+    // Nothing floats above a mask that isn't there.
+    if (!from.properties.hasMask) overlays.Remove(id, LayerOverlays::Target::Mask);
     const bool wasSelected = layers.PropertiesOf(*layer).isMaskSelected;
     {
         const PixelWriteScope scope(*locks, layer->key);
@@ -104,7 +106,7 @@ void LXDocumentInterfacePrivate::ReplaceMask(unsigned int id, const LayerState& 
         emit model->MaskSelectedChanged(false);
         emit model->LayerSelectedChanged(true);
     }
-    MaskPixelsChanged(id, layers.PropertiesOf(*layer).rect);
+    MaskPixelsChanged(id, ExtentOf(*layer));
 }
 
 void LXDocumentInterfacePrivate::LayerPixelsChanged(unsigned int id, const QRect& docRect)
@@ -122,7 +124,7 @@ void LXDocumentInterfacePrivate::MaskPixelsChanged(unsigned int id, const QRect&
         model->UpdateMaskThumbnail(static_cast<int>(id) - 1);
         emit model->LayerMaskChanged(id);
     });
-    Invalidate(docRect & layers.Properties(id).rect);
+    Invalidate(docRect & Extent(id));
 }
 
 void LXDocumentInterfacePrivate::Invalidate(const QRect& docRect)
@@ -173,6 +175,30 @@ void LXDocumentInterfacePrivate::ChangeProperties(const std::function<void(Docum
     change(m_Properties);
 }
 
+void LXDocumentInterfacePrivate::MoveLayer(unsigned int id, const std::optional<QPoint>& layerOffset,
+                                           const std::optional<QPoint>& maskOffset)
+{
+    LayerProperties before;
+    LayerProperties after;
+    layers.ChangeProperties(id, [&](LayerProperties& properties) {
+        before = properties;
+        if (layerOffset) properties.rect.moveTopLeft(*layerOffset);
+        if (maskOffset && properties.hasMask) properties.maskRect.moveTopLeft(*maskOffset);
+        after = properties;
+    });
+    const bool hasLayerMoved = before.rect != after.rect;
+    const bool hasMaskMoved = before.maskRect != after.maskRect;
+    OnMainThread([=] {
+        if (hasLayerMoved) emit model->LayerPositionChanged(id, after.rect.topLeft());
+        if (hasMaskMoved) emit model->MaskPositionChanged(id, after.maskRect.topLeft());
+    });
+    QRect changed;
+    if (hasLayerMoved) changed |= before.rect | after.rect;
+    // A mask shows only inside its layer.
+    if (hasMaskMoved) changed |= (before.maskRect | after.maskRect) & Extent(id);
+    Invalidate(changed);
+}
+
 void LXDocumentInterfacePrivate::PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
 {
     const std::shared_ptr<Layer> layer = layers.Find(id);
@@ -205,6 +231,17 @@ void LXDocumentInterfacePrivate::SyncGeometry(Layer& layer)
             place.size = QSize(overlay->image.Width(), overlay->image.Height());
         });
     }
+}
+
+QRect LXDocumentInterfacePrivate::Extent(unsigned int id) const
+{
+    const std::shared_ptr<Layer> layer = layers.Find(id);
+    return layer ? ExtentOf(*layer) : QRect();
+}
+
+QRect LXDocumentInterfacePrivate::ExtentOf(const Layer& layer) const
+{
+    return layers.PropertiesOf(layer).rect | layers.PlaceOf(layer.overlay).ShownRect();
 }
 
 QRect LXDocumentInterfacePrivate::Canvas() const

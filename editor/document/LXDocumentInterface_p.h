@@ -13,6 +13,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 /// The insides of a document, for the editor: what LXDocumentInterface offers and what only commands and
 /// files need. Main thread unless told.
@@ -51,12 +52,19 @@ public:
     void StopComposition();
     void ResumeComposition();
 
+    /// Puts the top left of the layer, its mask or both at a point, with one CompositionChanged. Any thread.
+    void MoveLayer(unsigned int id, const std::optional<QPoint>& layerOffset,
+                   const std::optional<QPoint>& maskOffset);
+
     /// Replaces image and place under the write locker, without a signal. Any thread.
     void PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     void PutMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     /// Takes the sizes of the images over into the properties; called when a write locker is given back.
     void SyncGeometry(Layer& layer);
 
+    /// Where a layer may show: its image and what floats above it. QRect() for a bad id. Any thread.
+    QRect Extent(unsigned int id) const;
+    QRect ExtentOf(const Layer& layer) const;
     /// The rectangle of the canvas. Any thread.
     QRect Canvas() const;
     /// Runs it now on the main thread, posted to it on any other.

@@ -54,7 +54,7 @@ void LXDocumentModelPrivate::Notify(int row, const QVector<int>& roles)
 
 void LXDocumentModelPrivate::InvalidateLayer(int row)
 {
-    Document()->Invalidate(Properties(row).rect);
+    Document()->Invalidate(Document()->Extent(static_cast<unsigned int>(row) + 1));
 }
 
 QVariant LXDocumentModelPrivate::LayerThumbnail(int row)

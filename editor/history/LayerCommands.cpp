@@ -95,5 +95,7 @@ LexoCommand* LayerCommands::AddMask(LXDocumentInterface* document, unsigned int 
 
 LexoCommand* LayerCommands::RemoveMask(LXDocumentInterface* document, unsigned int id)
 {
+    // Whatever floats above the mask is put down on it before it goes.
+    emit document->AboutRequesAdditionalMask(id);
     return Named(LayerMaskCommand::Removing(document, id), QT_TRANSLATE_NOOP("LayerCommands", "Remove mask"));
 }

@@ -241,8 +241,9 @@ void TestDocument::removingTheSelectedMaskSelectsTheLayer()
     QCOMPARE(log.Take(), QStringList({"MaskSelectedChanged 1", "LayerSelectedChanged 0"}));
     document->RemoveMask(1);
     QVERIFY(model->GetLayerSelected(0));
-    QCOMPARE(log.Take(), QStringList({"MaskSelectedChanged 0", "LayerSelectedChanged 1", "LayerMaskChanged 1",
-                                      "CompositionChanged (0,0 10x10)"}));
+    QCOMPARE(log.Take(),
+             QStringList({"AboutRequesAdditionalMask 1", "MaskSelectedChanged 0", "LayerSelectedChanged 1",
+                          "LayerMaskChanged 1", "CompositionChanged (0,0 10x10)"}));
 }
 
 void TestDocument::removingALayerAsksForItsFloatingPieceFirst()

@@ -28,6 +28,10 @@ LXImage32 Twin(LXDocumentInterface* document)
         LXImage32 picture(canvas.width(), canvas.height());
         const LXImage32& image = *document->GetLayerImage(id);
         BlendOn(image, image.Rect(), BlendMode::Source, picture, document->GetLayerGeometry(id), 1.0, false);
+        if (const LXImage32* overlay = document->GetAdditionalLayerImage(id)) {
+            BlendOn(*overlay, overlay->Rect(), BlendMode::Normal, picture,
+                    document->GetAdditionalLayerGeometry(id), 1.0, false);
+        }
 
         bool reveals = true;
         document->GetMaskInverted(id, &reveals);
@@ -36,6 +40,10 @@ LXImage32 Twin(LXDocumentInterface* document)
             const LXImage32& mask = *document->GetMaskImage(id);
             BlendOn(mask, mask.Rect(), BlendMode::Source, coverage, document->GetMaskGeometry(id), 1.0,
                     false);
+        }
+        if (const LXImage32* overlay = document->GetAdditionalMaskImage(id)) {
+            BlendOn(*overlay, overlay->Rect(), BlendMode::GrayToMask, coverage,
+                    document->GetAdditionalMaskGeometry(id), 1.0, false);
         }
         BlendMaskOn(picture, picture.Rect(), model->GetBlendMode(row), result, result.Rect(),
                     model->GetOpacity(row), coverage, coverage.Rect(), false, false);
@@ -80,6 +88,25 @@ void AddRandomLayer(Random& random, LXDocumentInterface* document)
     document->AddLayer("layer", image, rect.topLeft(), Pick(random, 0, document->GetModel()->rowCount()));
 }
 
+void FloatSomething(Random& random, LXDocumentInterface* document, unsigned int id)
+{
+    const QRect place = PickRect(random, document->GetLayerGeometry(0), 50);
+    document->CreateAdditionalLayer(id);
+    *document->GetAdditionalLayerImage(id) = Noise(random, place.size());
+    document->SetAdditionalLayerPosition(id, place.topLeft());
+    document->ShowAdditionalLayer(id);
+}
+
+void FloatSomethingOnMask(Random& random, LXDocumentInterface* document, unsigned int id)
+{
+    if (!document->GetMaskImage(id)) return;
+    const QRect place = PickRect(random, document->GetLayerGeometry(0), 50);
+    document->CreateAdditionalMask(id);
+    *document->GetAdditionalMaskImage(id) = Noise(random, place.size());
+    document->SetAdditionalMaskPosition(id, place.topLeft());
+    document->ShowAdditionalMask(id);
+}
+
 /// One change of the kinds that a person makes.
 void ChangeSomething(Random& random, LXDocumentInterface* document)
 {
@@ -88,7 +115,7 @@ void ChangeSomething(Random& random, LXDocumentInterface* document)
     const auto id = static_cast<unsigned int>(row) + 1;
     const QRect canvas = document->GetLayerGeometry(0);
     const QPoint offset = PickRect(random, canvas, 50).topLeft();
-    switch (Pick(random, 0, 12)) {
+    switch (Pick(random, 0, 18)) {
     case 0: return AddRandomLayer(random, document), void();
     case 1: return model->rowCount() > 1 ? document->RemoveLayer(id) : void();
     case 2: return model->MoveLayer(row, Pick(random, 0, model->rowCount() - 1));
@@ -101,6 +128,12 @@ void ChangeSomething(Random& random, LXDocumentInterface* document)
     case 9: return document->SetLayerOffset(id, offset);
     case 10: return document->SetMaskOffset(id, offset);
     case 11: return document->SetLayerImage(id, Noise(random, PickRect(random, canvas, 20).size()), offset);
+    case 12: return FloatSomething(random, document, id);
+    case 13: return FloatSomethingOnMask(random, document, id);
+    case 14: return document->SetAdditionalLayerPosition(id, offset);
+    case 15: return document->SetAdditionalMaskPosition(id, offset);
+    case 16: return document->RemoveAdditionalLayer(id);
+    case 17: return document->RemoveAdditionalMask(id);
     default: break;
     }
     // Painting in place, told by its rectangle.
