@@ -2,8 +2,10 @@
 #include "core/ZKApplication_p.h"
 #include "support/TestRegistry.h"
 
+#include <QAction>
 #include <QDir>
 #include <QImage>
+#include <QLinearGradient>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -28,6 +30,9 @@ private slots:
     void invalidColorIsIgnored();
     void maskColorsAreOpaqueGrays_data();
     void maskColorsAreOpaqueGrays();
+    void theGradientTellsItsChanges();
+    void theRefiningActionIsRegistered();
+    void aDestroyedRefiningActionIsGone();
     void patternsAreFoundByName();
     void patternIndexStaysInside();
     void shippedPatternsAreSeamlessAndSmall();
@@ -151,6 +156,49 @@ void TestApplication::maskColorsAreOpaqueGrays()
     ZKApplication::SetBackground(color);
     QCOMPARE(ZKApplication::GetMaskForeground().rgba(), qRgba(gray, gray, gray, 255));
     QCOMPARE(ZKApplication::GetMaskBackground().rgba(), qRgba(gray, gray, gray, 255));
+}
+
+void TestApplication::theGradientTellsItsChanges()
+{
+    ZKApplication::SetGradient(QBrush());
+    QSignalSpy told(ZKApplication::GetInstance(), &ZKApplication::GradientChanged);
+    QLinearGradient gradient(0, 0, 1, 0);
+    gradient.setColorAt(0, Qt::red);
+    ZKApplication::SetGradient(gradient);
+    ZKApplication::SetGradient(gradient);
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(ZKApplication::GetGradient().style(), Qt::LinearGradientPattern);
+    QCOMPARE(told.at(0).at(0).value<QBrush>(), ZKApplication::GetGradient());
+    ZKApplication::SetGradient(QBrush());
+    QCOMPARE(ZKApplication::GetGradient(), QBrush());
+}
+
+void TestApplication::theRefiningActionIsRegistered()
+{
+    ZKApplication* application = ZKApplication::GetInstance();
+    QVERIFY(!application->GetRefineSelection());
+    qRegisterMetaType<QAction*>();
+    QAction action("Refine");
+    QSignalSpy told(application, &ZKApplication::RefineSelectionRegistered);
+    application->RegisterRefineSelection(&action);
+    application->RegisterRefineSelection(&action);
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.at(0).at(0).value<QAction*>(), &action);
+    QCOMPARE(application->GetRefineSelection(), &action);
+    application->RegisterRefineSelection(nullptr);
+    QCOMPARE(told.size(), 2);
+    QVERIFY(!told.at(1).at(0).value<QAction*>());
+    QVERIFY(!application->GetRefineSelection());
+}
+
+void TestApplication::aDestroyedRefiningActionIsGone()
+{
+    ZKApplication* application = ZKApplication::GetInstance();
+    {
+        QAction action("Refine");
+        application->RegisterRefineSelection(&action);
+    }
+    QVERIFY(!application->GetRefineSelection());
 }
 
 void TestApplication::patternsAreFoundByName()
