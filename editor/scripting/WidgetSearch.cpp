@@ -30,13 +30,14 @@ QList<QWidget*> MatchesBelow(const QWidget* top, const QString& name)
     return matches;
 }
 
-/// Windows that have a parent are found below it, too.
 QList<QWidget*> MatchesEverywhere(const QString& name)
 {
     QList<QWidget*> matches;
     for (QWidget* window : QApplication::topLevelWidgets()) {
+        // A window that has a parent is found below it.
+        if (window->parentWidget()) continue;
         if (Matches(window, name)) matches.append(window);
-        if (!window->parentWidget()) matches.append(MatchesBelow(window, name));
+        matches.append(MatchesBelow(window, name));
     }
     return matches;
 }

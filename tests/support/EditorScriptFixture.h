@@ -30,8 +30,12 @@ public:
         return engine.Run();
     }
 
-    /// Runs the text; how it failed, and nothing when it came to its end.
-    QString Fault(const QString& text) { return Run(text).ToText(); }
+    /// Runs the text, which has to come to its end; else the running test has failed.
+    void Check(const QString& text)
+    {
+        const QString fault = Run(text).ToText();
+        QTest::qVerify(fault.isEmpty(), "the script comes to its end", qPrintable(fault), __FILE__, __LINE__);
+    }
 
     /// A script gets a file's path as a text of its own language.
     QString Quoted(const QString& name) const { return QStringLiteral("\"%1\"").arg(TempFile(name)); }
@@ -39,10 +43,3 @@ public:
 private:
     static constexpr int TimeLimit = 20000; // ms
 };
-
-/// Fails the running test when the script does.
-#define ZK_RUN(fixture, text)                                                                                \
-    do {                                                                                                     \
-        const QString fault = (fixture).Fault(text);                                                         \
-        QVERIFY2(fault.isEmpty(), qPrintable(fault));                                                        \
-    } while (false)

@@ -30,7 +30,7 @@ private slots:
 void TestScriptDocuments::aNewDocumentIsAsAsked()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const made = documents.create(40, 30, { dpi: 300, background: "#ff0000" })
         expect.equal([made.width, made.height, made.dpi], [40, 30, 300])
         expect.equal(documents.count, 1)
@@ -46,7 +46,7 @@ void TestScriptDocuments::aNewDocumentIsAsAsked()
 void TestScriptDocuments::withoutOptionsItIsWhite()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, "documents.create(2, 1)");
+    editor.Check("documents.create(2, 1)");
     QCOMPARE(editor.Pixels(1).pixelColor(1, 0), QColor(Qt::white));
     QCOMPARE(editor.Document()->GetDPI(), 72.0);
 }
@@ -87,7 +87,7 @@ void TestScriptDocuments::wrongSizesAndOptionsAreRefused()
 void TestScriptDocuments::withoutADocumentThereIsNoActiveOne()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         expect.equal(documents.active, null)
         expect.equal(documents.all.length, 0)
         expect.throws(function() { layers.count }, "No document is open.")
@@ -102,7 +102,7 @@ void TestScriptDocuments::openShowsTheFileOnce()
     QImage picture(6, 5, QImage::Format_ARGB32);
     picture.fill(Qt::blue);
     QVERIFY(picture.save(editor.TempFile("blue.png")));
-    ZK_RUN(editor, QStringLiteral(R"(
+    editor.Check(QString(R"(
         const path = %1
         const first = documents.open(path)
         expect.equal([first.name, first.path, first.width, first.height], ["blue.png", path, 6, 5])
@@ -111,13 +111,13 @@ void TestScriptDocuments::openShowsTheFileOnce()
         expect.equal(documents.count, 2)
         expect.ok(first.isActive)
     )")
-                       .arg(editor.Quoted("blue.png")));
+                     .arg(editor.Quoted("blue.png")));
 }
 
 void TestScriptDocuments::aMissingFileIsAnErrorThatCanBeCaught()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         expect.throws(function() { documents.open("nowhere.png") }, "There is no file \"nowhere.png\".")
     )");
 }
@@ -125,7 +125,7 @@ void TestScriptDocuments::aMissingFileIsAnErrorThatCanBeCaught()
 void TestScriptDocuments::savingGivesTheDocumentItsFile()
 {
     EditorScriptFixture editor(4, 3, Qt::green);
-    ZK_RUN(editor, QStringLiteral(R"(
+    editor.Check(QString(R"(
         const path = %1, active = documents.active
         layers.at(0).setPixel(0, 0, "red")
         expect.ok(active.modified, "modified by a pixel")
@@ -134,7 +134,7 @@ void TestScriptDocuments::savingGivesTheDocumentItsFile()
         layers.at(0).setPixel(1, 0, "red")
         expect.ok(active.save())
     )")
-                       .arg(editor.Quoted("kept.png")));
+                     .arg(editor.Quoted("kept.png")));
     const QImage kept(editor.TempFile("kept.png"));
     QCOMPARE(kept.pixelColor(1, 0), QColor(Qt::red));
     QCOMPARE(kept.pixelColor(2, 0), QColor(Qt::green));
@@ -143,12 +143,12 @@ void TestScriptDocuments::savingGivesTheDocumentItsFile()
 void TestScriptDocuments::exportLeavesTheDocumentAsItIs()
 {
     EditorScriptFixture editor(4, 3, Qt::green);
-    ZK_RUN(editor, QStringLiteral(R"(
+    editor.Check(QString(R"(
         layers.at(0).setPixel(0, 0, "red")
         documents.active.exportAs(%1)
         expect.equal([documents.active.path, documents.active.modified], ["", true])
     )")
-                       .arg(editor.Quoted("copy.png")));
+                     .arg(editor.Quoted("copy.png")));
     QCOMPARE(QImage(editor.TempFile("copy.png")).pixelColor(0, 0), QColor(Qt::red));
 }
 
@@ -165,14 +165,14 @@ void TestScriptDocuments::aLockedDocumentIsNeitherSavedNorExported()
     QVERIFY(editor.Document()->Lock());
     // When the script is through: it ends only with an editor that is at rest.
     QTimer::singleShot(0, editor.Document(), &LXDocumentInterface::Unlock);
-    ZK_RUN(editor, QStringLiteral(R"(
+    editor.Check(QString(R"(
         expect.equal(documents.active.locked, true)
         for (const act of [d => d.save(%1), d => d.exportAs(%1), () => history.undo(),
                            () => layers.add(), () => layers.at(0).fill("red")]) {
             expect.throws(function() { act(documents.active) }, "The document is being changed.")
         }
     )")
-                       .arg(editor.Quoted("never.png")));
+                     .arg(editor.Quoted("never.png")));
     QVERIFY(!editor.Document()->GetLockState());
     QVERIFY(!QFile::exists(editor.TempFile("never.png")));
 }
@@ -180,7 +180,7 @@ void TestScriptDocuments::aLockedDocumentIsNeitherSavedNorExported()
 void TestScriptDocuments::activateBringsADocumentToTheFront()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const first = documents.create(10, 10), second = documents.create(20, 20)
         expect.equal([first.isActive, second.isActive], [false, true])
         first.activate()
@@ -191,7 +191,7 @@ void TestScriptDocuments::activateBringsADocumentToTheFront()
 void TestScriptDocuments::aClosedDocumentSaysSo()
 {
     EditorScriptFixture editor;
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const gone = documents.create(10, 10)
         expect.equal(gone.close(), true)
         expect.equal([gone.isOpen, documents.count], [false, 0])
@@ -204,7 +204,7 @@ void TestScriptDocuments::stateAndResolutionAreThoseOfTheDocument()
 {
     EditorScriptFixture editor(4, 3);
     editor.Document()->SetDocumentState(2);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         expect.equal([documents.active.state, documents.active.modified], [2, true])
         documents.active.dpi = 150
         expect.throws(function() { documents.active.dpi = 0 }, "above 0")

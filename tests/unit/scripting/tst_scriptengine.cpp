@@ -195,7 +195,8 @@ void TestScriptEngine::aModalDialogIsDismissedAtTheLimitAndNamed()
     ScriptOptions options;
     options.timeLimit = 100;
     options.file = fixture.Write(
-        "main.js", "dialogs.expect({ title: 'Question' }, function() { wait(10000) }); dialogOpener.toggle()");
+        "main.js",
+        "dialogs.expect({ title: 'Question' }, function() { wait(10000) }); dialogOpener.toggle()");
     QDialog dialog;
     dialog.setWindowTitle("Question");
     QLabel label("Which color?", &dialog);

@@ -37,7 +37,7 @@ private slots:
 void TestScriptLayers::aLayerIsAddedAboveTheSelectedOne()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const added = layers.add()
         expect.equal([layers.count, added.row, added.id, added.name], [2, 0, 1, "Layer 1"])
         expect.ok(added.selected)
@@ -50,7 +50,7 @@ void TestScriptLayers::aLayerIsAddedAboveTheSelectedOne()
 void TestScriptLayers::addTakesNameAndRow()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         layers.add({ name: "below", row: 1 })
         expect.equal(layers.all.map(layer => layer.name), ["Background", "below"])
         expect.throws(function() { layers.add({ row: 3 }) }, "from 0 to 2")
@@ -60,7 +60,7 @@ void TestScriptLayers::addTakesNameAndRow()
 void TestScriptLayers::propertiesAreSetBySteps()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const layer = layers.at(0)
         layer.name = "Sky"
         layer.opacity = 0.25
@@ -85,7 +85,7 @@ void TestScriptLayers::propertiesAreSetBySteps()
 void TestScriptLayers::wrongValuesAreRefused()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         "use strict"
         const layer = layers.at(0)
         expect.throws(function() { layer.opacity = 1.5 }, "from 0 to 1")
@@ -105,19 +105,19 @@ void TestScriptLayers::wrongValuesAreRefused()
 void TestScriptLayers::locksAreWords()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         layers.at(0).locks = ["position", "transparency"]
         expect.equal(layers.at(0).locks, ["transparency", "position"])
     )");
     QCOMPARE(editor.Document()->GetLayerLockFlags(1), LayerLocks::Position | LayerLocks::Transparency);
-    ZK_RUN(editor, "layers.at(0).locks = []; expect.equal(layers.at(0).locks, [])");
+    editor.Check("layers.at(0).locks = []; expect.equal(layers.at(0).locks, [])");
     QCOMPARE(editor.Document()->GetLayerLockFlags(1), 0U);
 }
 
 void TestScriptLayers::aLayerStaysTheSameWhenOthersMove()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const bottom = layers.at(0)
         const top = layers.add({ name: "Top" }), middle = layers.add({ name: "Middle", row: 1 })
         expect.equal([bottom.row, middle.row, top.row], [2, 1, 0])
@@ -134,7 +134,7 @@ void TestScriptLayers::aLayerStaysTheSameWhenOthersMove()
 void TestScriptLayers::aRemovedLayerSaysSo()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const gone = layers.add(), seen = pixels.layer(gone)
         gone.remove()
         expect.equal([gone.exists, layers.count], [false, 1])
@@ -147,14 +147,14 @@ void TestScriptLayers::aRemovedLayerSaysSo()
 void TestScriptLayers::theLastLayerStays()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, "expect.throws(function() { layers.at(0).remove() }, 'The last layer stays.')");
+    editor.Check("expect.throws(function() { layers.at(0).remove() }, 'The last layer stays.')");
     QCOMPARE(editor.Document()->GetModel()->rowCount(), 1);
 }
 
 void TestScriptLayers::severalLayersAreSelected()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const first = layers.add(), second = layers.add()
         layers.select([first, second])
         expect.equal(layers.selected.map(layer => layer.name), ["Layer 2", "Layer 1"])
@@ -170,7 +170,7 @@ void TestScriptLayers::severalLayersAreSelected()
 void TestScriptLayers::selectingTheMaskMakesItTheTarget()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const layer = layers.at(0)
         expect.throws(function() { layers.selectMask(layer) }, "The layer has no mask.")
         layer.addMask()
@@ -184,7 +184,7 @@ void TestScriptLayers::selectingTheMaskMakesItTheTarget()
 void TestScriptLayers::aMaskIsAddedAndRemovedBySteps()
 {
     EditorScriptFixture editor(8, 6);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const layer = layers.at(0)
         expect.equal([layer.hasMask, layer.maskGeometry], [false, null])
         layer.addMask({ reveals: false })
@@ -206,7 +206,7 @@ void TestScriptLayers::aMaskIsAddedAndRemovedBySteps()
 void TestScriptLayers::fillingTouchesOnlyTheRectangle()
 {
     EditorScriptFixture editor(5, 4, Qt::white);
-    ZK_RUN(editor, "layers.at(0).fill('#80ff0000', { x: 1, y: 2, width: 3, height: 1 })");
+    editor.Check("layers.at(0).fill('#80ff0000', { x: 1, y: 2, width: 3, height: 1 })");
     const QImage seen = editor.Pixels(1);
     for (int y = 0; y < 4; ++y) {
         for (int x = 0; x < 5; ++x) {
@@ -219,7 +219,7 @@ void TestScriptLayers::fillingTouchesOnlyTheRectangle()
 void TestScriptLayers::fillingCutsTheRectangleToTheLayer()
 {
     EditorScriptFixture editor(5, 4, Qt::white);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         layers.at(0).fill("black", { x: -10, y: 3, width: 100, height: 100 })
         expect.throws(function() { layers.at(0).fill("black", { x: 5, y: 0, width: 1, height: 1 }) },
                       "lies outside")
@@ -236,7 +236,7 @@ void TestScriptLayers::setUpLeavesNoStepButUnsavedChanges()
 {
     EditorScriptFixture editor(5, 4, Qt::white);
     QVERIFY(editor.History()->isClean());
-    ZK_RUN(editor, "layers.at(0).fill('black')");
+    editor.Check("layers.at(0).fill('black')");
     QCOMPARE(editor.History()->count(), 0);
     QVERIFY(!editor.History()->isClean());
     QCOMPARE(editor.Pixels(0).pixel(2, 2), qRgb(0, 0, 0));
@@ -245,7 +245,7 @@ void TestScriptLayers::setUpLeavesNoStepButUnsavedChanges()
 void TestScriptLayers::masksArePaintedInNumbers()
 {
     EditorScriptFixture editor(4, 2, Qt::red);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const layer = layers.at(0)
         layer.addMask()
         layer.fillMask(0, { x: 0, y: 0, width: 2, height: 2 })
@@ -259,7 +259,7 @@ void TestScriptLayers::masksArePaintedInNumbers()
 void TestScriptLayers::layerAndMaskArePlaced()
 {
     EditorScriptFixture editor(4, 2, Qt::red);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const layer = layers.at(0)
         layer.addMask({ reveals: true })
         layer.place(1, -1)
@@ -273,7 +273,7 @@ void TestScriptLayers::layerAndMaskArePlaced()
 void TestScriptLayers::layersOfOtherDocumentsAreNotSelected()
 {
     EditorScriptFixture editor(4, 2);
-    ZK_RUN(editor, R"(
+    editor.Check(R"(
         const other = layers.at(0)
         documents.create(3, 3)
         expect.throws(function() { layers.select(other) }, "belongs to another document")

@@ -1,0 +1,105 @@
+#include "core/ZKToolGroupManager.h"
+#include "support/EditorScriptFixture.h"
+#include "support/TestRegistry.h"
+
+/// `tools`, and `view` beside it.
+class TestScriptTools : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aToolIsChosenByName();
+    void aToolIsChosenByItsPlaceInTheBox();
+    void aToolIsChosenByItsKey();
+    void theCursorIsToldByThemeAndHotSpot();
+    void theViewTellsAndSetsItsScale();
+    void theViewScrollsAndFits();
+};
+
+void TestScriptTools::aToolIsChosenByName()
+{
+    EditorScriptFixture editor(4, 3);
+    editor.Check(R"(
+        expect.contains(tools.names, "Fillcan")
+        expect.equal([tools.active, tools.running], ["", ""])
+        expect.equal(tools.activate("Fillcan"), true)
+        expect.equal([tools.active, tools.running], ["Fillcan", "Fillcan"])
+        expect.throws(function() { tools.activate("Hammer") }, "There is no tool \"Hammer\"; there are: ")
+        expect.equal(tools.active, "Fillcan")
+        tools.activate("")
+        expect.equal([tools.active, tools.running], ["", ""])
+    )");
+    QVERIFY(!ZKToolGroupManager::GetExplicitAction());
+}
+
+void TestScriptTools::aToolIsChosenByItsPlaceInTheBox()
+{
+    EditorScriptFixture editor(4, 3);
+    editor.Check(R"(
+        const place = tools.box.findIndex(tip => /bucket|fill/i.test(tip))
+        expect.ok(place >= 0, "the fill can's button in " + tools.box)
+        tools.activateAt(place)
+        expect.equal(tools.active, "Fillcan")
+        expect.throws(function() { tools.activateAt(tools.box.length) }, "position has to be")
+    )");
+}
+
+void TestScriptTools::aToolIsChosenByItsKey()
+{
+    EditorScriptFixture editor(4, 3);
+    editor.Check(R"(
+        tools.activateByKey("F")
+        expect.equal(tools.active, "Fillcan")
+        expect.throws(function() { tools.activateByKey("Tree") }, "\"Tree\" is no key")
+    )");
+}
+
+void TestScriptTools::theCursorIsToldByThemeAndHotSpot()
+{
+    EditorScriptFixture editor(4, 3);
+    editor.Check(R"(
+        expect.equal(tools.cursor, { shape: "Arrow" })
+        tools.activate("Fillcan")
+        expect.equal(tools.cursor, { theme: "bucket_cursor", x: 3, y: 17 })
+        tools.activate("")
+        layers.at(0).locks = ["all"]
+        tools.activate("Fillcan")
+        expect.equal(tools.cursor, { shape: "Forbidden" })
+        expect.equal(application.overrideCursor, null)
+    )");
+}
+
+void TestScriptTools::theViewTellsAndSetsItsScale()
+{
+    EditorScriptFixture editor(400, 300);
+    editor.Check(R"(
+        view.scale = 2
+        expect.equal(view.scale, 2)
+        input.wheel(200, 150, 1)
+        expect.near(view.scale, 2 * Math.pow(2, 1 / 3), 0.01)
+        expect.throws(function() { view.scale = 0.04 }, "from 0.05 to 40")
+        expect.throws(function() { view.scale = 41 }, "from 0.05 to 40")
+        expect.equal(view.panning, false)
+        input.keyDown("Space")
+        expect.equal(view.panning, true)
+        input.keyUp("Space")
+        expect.equal(view.panning, false)
+    )");
+}
+
+void TestScriptTools::theViewScrollsAndFits()
+{
+    EditorScriptFixture editor(4000, 3000);
+    editor.Check(R"(
+        view.scale = 1
+        view.centerOn(1000, 2000)
+        expect.near([view.center.x, view.center.y], [1000, 2000], 1)
+        const part = view.visible
+        expect.near(part.x + part.width / 2, 1000, 1)
+        view.fit()
+        expect.ok(view.scale < 0.5 && view.visible.width >= 4000 && view.visible.height >= 3000)
+    )");
+}
+
+#include "tst_scripttools.moc"
+ZK_REGISTER_TEST(tst_scripttools, TestScriptTools)
