@@ -9,6 +9,23 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
+#include <QMimeData>
+
+namespace {
+/// Other programs offer the bytes of a file, ours an image.
+QImage ClipboardPicture()
+{
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!data) return {};
+    auto picture = qvariant_cast<QImage>(data->imageData());
+    for (const QString& format : data->formats()) {
+        if (picture.isNull() && format.startsWith(QLatin1String("image/"))) {
+            picture = QImage::fromData(data->data(format));
+        }
+    }
+    return picture;
+}
+} // namespace
 
 ScriptApplication::ScriptApplication(ScriptContext& context, QObject* parent) : ScriptObject(context, parent)
 {}
@@ -104,7 +121,7 @@ void ScriptApplication::SetClipboardText(const QString& text)
 
 QJSValue ScriptApplication::GetClipboardImage() const
 {
-    const QImage image = QGuiApplication::clipboard()->image();
+    const QImage image = ClipboardPicture();
     if (image.isNull()) return QJSValue(QJSValue::NullValue);
     QJSValue size = Context().GetEngine().newObject();
     size.setProperty(QStringLiteral("width"), image.width());
@@ -150,7 +167,7 @@ void ScriptApplication::copyImage(const QString& path)
 void ScriptApplication::saveClipboardImage(const QString& path) const
 {
     Call([&] {
-        const QImage image = QGuiApplication::clipboard()->image();
+        const QImage image = ClipboardPicture();
         if (image.isNull()) throw ScriptError(QStringLiteral("There is no image on the clipboard."));
         if (!image.save(path)) throw ScriptError(QStringLiteral("\"%1\" can't be written.").arg(path));
     });

@@ -15,11 +15,12 @@ public:
     using EditorFixture::EditorFixture;
 
     /// Writes the text to a file and runs it, with the time limit that keeps a mistake from hanging the test.
-    ScriptOutcome Run(const QString& text)
+    ScriptOutcome Run(const QString& text, bool allowFaults = false)
     {
         ScriptOptions options;
         options.file = TempFile(QStringLiteral("main.js"));
         options.timeLimit = TimeLimit;
+        options.allowFaults = allowFaults;
         QFile file(options.file);
         if (!file.open(QIODevice::WriteOnly)) qFatal("The script can't be written.");
         file.write(text.toUtf8());
@@ -31,9 +32,9 @@ public:
     }
 
     /// Runs the text, which has to come to its end; else the running test has failed.
-    void Check(const QString& text)
+    void Check(const QString& text, bool allowFaults = false)
     {
-        const QString fault = Run(text).ToText();
+        const QString fault = Run(text, allowFaults).ToText();
         QTest::qVerify(fault.isEmpty(), "the script comes to its end", qPrintable(fault), __FILE__, __LINE__);
     }
 

@@ -18,6 +18,7 @@ private slots:
     void userValuesKeepTheirType();
     void textGoesThroughTheClipboard();
     void imagesGoThroughTheClipboard();
+    void aPictureOfAnotherProgramIsSeenOnTheClipboard();
     void shortcutsAndCursorsAreTold();
     void foldersAndNamesAreThoseOfTheProgram();
 };
@@ -103,6 +104,17 @@ void TestScriptApplication::imagesGoThroughTheClipboard()
     )")
                      .arg(editor.Quoted("in.png"), editor.Quoted("out.png")));
     QCOMPARE(QImage(editor.TempFile("out.png")).pixelColor(4, 3), QColor(Qt::magenta));
+}
+
+void TestScriptApplication::aPictureOfAnotherProgramIsSeenOnTheClipboard()
+{
+    EditorScriptFixture editor;
+    editor.Check(R"(
+        faults.putForeignImage(6, 4, "red")
+        expect.equal(application.clipboardImage, { width: 6, height: 4 })
+        application.clearClipboard()
+    )",
+                 true);
 }
 
 void TestScriptApplication::shortcutsAndCursorsAreTold()
