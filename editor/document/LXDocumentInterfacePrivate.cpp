@@ -97,14 +97,17 @@ void LXDocumentInterfacePrivate::ReplaceMask(unsigned int id, const LayerState& 
             properties.maskReveals = from.properties.maskReveals;
             properties.isMaskLinked = from.properties.isMaskLinked;
             properties.maskRect = from.properties.maskRect;
-            properties.isMaskSelected = properties.isMaskSelected && from.properties.hasMask;
+            // A mask that comes back is painted on again if it was when it went.
+            properties.isMaskSelected =
+                from.properties.hasMask && (properties.isMaskSelected || from.properties.isMaskSelected);
         });
     }
     const int row = static_cast<int>(id) - 1;
     LXDocumentModelPrivate::Get(model)->Notify(row, {LXDocumentModel::HasMaskRole});
-    if (wasSelected && !from.properties.hasMask) {
-        emit model->MaskSelectedChanged(false);
-        emit model->LayerSelectedChanged(true);
+    const bool isSelected = layers.PropertiesOf(*layer).isMaskSelected;
+    if (isSelected != wasSelected) {
+        emit model->MaskSelectedChanged(isSelected);
+        emit model->LayerSelectedChanged(!isSelected);
     }
     MaskPixelsChanged(id, ExtentOf(*layer));
 }

@@ -2,6 +2,7 @@
 
 #include "document/AlphaScan.h"
 #include "document/LayerKind.h"
+#include "image/ImageMetadata.h"
 #include "image/LXTransform.h"
 
 #include <QTransform>
@@ -31,6 +32,7 @@ LXImage32 LaidOut(const PlacedImage& placed, const QRect& rect)
     LXImage32 image(rect.width(), rect.height());
     BlendOn(placed.image, placed.image.Rect(), BlendMode::Source, image,
             placed.Rect().translated(-rect.topLeft()), 1.0, false);
+    ImageMetadata::Copy(placed.image, image);
     return image;
 }
 

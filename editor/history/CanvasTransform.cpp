@@ -3,6 +3,7 @@
 #include "document/LXPathConvert.h"
 #include "history/CanvasExtension.h"
 #include "history/MaskGray.h"
+#include "image/ImageMetadata.h"
 #include "image/LXTransform.h"
 
 #include <algorithm>
@@ -55,10 +56,7 @@ PlacedImage Passed(const PlacedImage& source, const Passage& passage, TransformF
         return {source.image, rect.topLeft()};
     }
     PlacedImage passed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
-    passed.image.m_Profile = source.image.m_Profile;
-    passed.image.m_DpiX = source.image.m_DpiX;
-    passed.image.m_DpiY = source.image.m_DpiY;
-    passed.image.m_ExifData = source.image.m_ExifData;
+    ImageMetadata::Copy(source.image, passed.image);
     function(source.image, transform, passed.image, QRect());
     return passed;
 }

@@ -2,6 +2,7 @@
 
 #include "history/IReader.h"
 #include "history/IWriter.h"
+#include "image/ImageMetadata.h"
 
 #include <QByteArray>
 
@@ -18,6 +19,28 @@ bool IsImageSize(qint32 width, qint32 height)
 {
     const auto tiles = [](qint32 side) { return (quint64(side) + TileSide - 1) / TileSide; };
     return width >= 0 && height >= 0 && tiles(width) * tiles(height) <= LXImage32::MaxTiles;
+}
+
+void WriteMetadata(QDataStream& stream, const LXImage32& image)
+{
+    stream << image.m_Profile.GetData() << qint32(image.m_DpiX) << qint32(image.m_DpiY)
+           << quint32(image.m_ExifData.size());
+    for (const ZKEXIFElement& element : image.m_ExifData) {
+        stream << qint32(element.tag) << element.value;
+    }
+}
+
+void ReadMetadata(QDataStream& stream, LXImage32& image)
+{
+    QByteArray profile;
+    quint32 count = 0;
+    stream >> profile >> image.m_DpiX >> image.m_DpiY >> count;
+    image.m_Profile = ZKCMSProfile(profile);
+    while (count-- > 0 && stream.status() == QDataStream::Ok) {
+        ZKEXIFElement element;
+        stream >> element.tag >> element.value;
+        image.m_ExifData << element;
+    }
 }
 
 void ReadTile(QDataStream& stream, LXTilePointer& slot, std::vector<LXTilePointer>& tiles)
@@ -78,6 +101,7 @@ bool DataStream::Read(IReader* reader, const std::function<void(QDataStream&)>& 
 
 void DataStream::WriteImage(QDataStream& stream, const LXImage32& image)
 {
+    WriteMetadata(stream, image);
     stream << qint32(image.Width()) << qint32(image.Height());
     std::map<const LXTile*, quint32> numbers;
     for (const LXTilePointer& tile : image.m_Tiles) {
@@ -91,6 +115,8 @@ void DataStream::WriteImage(QDataStream& stream, const LXImage32& image)
 
 LXImage32 DataStream::ReadImage(QDataStream& stream)
 {
+    LXImage32 metadata;
+    ReadMetadata(stream, metadata);
     qint32 width = 0;
     qint32 height = 0;
     stream >> width >> height;
@@ -99,6 +125,7 @@ LXImage32 DataStream::ReadImage(QDataStream& stream)
         return LXImage32();
     }
     LXImage32 image(width, height);
+    ImageMetadata::Copy(metadata, image);
     std::vector<LXTilePointer> tiles;
     for (LXTilePointer& slot : image.m_Tiles) {
         ReadTile(stream, slot, tiles);

@@ -18,7 +18,7 @@ bool Write(IWriter* writer, const std::function<void(QDataStream&)>& fill);
 /// it read only on true.
 bool Read(IReader* reader, const std::function<void(QDataStream&)>& take);
 
-/// Pixels and size; each tile once, however often it is shared. Profile and metadata aren't written.
+/// Pixels, size, profile, resolution and metadata; each tile once, however often it is shared.
 void WriteImage(QDataStream& stream, const LXImage32& image);
 /// Marks the stream as damaged for values that no image has.
 LXImage32 ReadImage(QDataStream& stream);

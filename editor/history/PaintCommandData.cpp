@@ -15,7 +15,7 @@ public:
 namespace {
 LXImage32 Part(const LXImage32& image, const QRect& part)
 {
-    return part.isEmpty() ? image : image.Copy(part);
+    return part.isEmpty() ? image : CopyPart(image, part);
 }
 } // namespace
 

@@ -3,6 +3,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
 #include "history/PaintPlacement.h"
+#include "image/ImageMetadata.h"
 
 namespace {
 struct Paint
@@ -83,10 +84,7 @@ LXImage32 PaintExecution::Patched(const LXImage32& image, const QRect& rect, con
     LXImage32 result = image;
     if (rect != resultRect) {
         result = LXImage32(resultRect.width(), resultRect.height());
-        result.m_Profile = image.m_Profile;
-        result.m_DpiX = image.m_DpiX;
-        result.m_DpiY = image.m_DpiY;
-        result.m_ExifData = image.m_ExifData;
+        ImageMetadata::Copy(image, result);
         if (ground.value != 0) result.Fill(ground);
         const QRect whole(QPoint(0, 0), rect.size());
         BlendOn(image, whole, BlendMode::Source, result, rect.translated(-resultRect.topLeft()), 1.0, false);

@@ -1,6 +1,7 @@
 #include "history/RenderedTransform.h"
 
 #include "history/MaskGray.h"
+#include "image/ImageMetadata.h"
 #include "image/LXTransform.h"
 
 #include <QRectF>
@@ -17,6 +18,7 @@ PlacedImage RenderedTransform::OfPixels(const LXImage32& image, const QTransform
     PlacedImage rendered;
     rendered.image = LXImage32(static_cast<int>(std::ceil(visible.width())),
                                static_cast<int>(std::ceil(visible.height())));
+    ImageMetadata::Copy(image, rendered.image);
     rendered.offset = visible.topLeft().toPoint();
     const QTransform toImage = transform * QTransform::fromTranslate(-visible.left(), -visible.top());
     const bool isPossible = TransformImage(image, toImage, rendered.image, QRect());

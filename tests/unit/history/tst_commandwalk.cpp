@@ -1,6 +1,9 @@
 #include "CanvasDocument.h"
 #include "CommandWalker.h"
+#include "UndoLaw.h"
 
+#include "history/LexoCommand.h"
+#include "history/LexoCommandData.h"
 #include "history/LexoUndoStack.h"
 #include "image/LXTileManager.h"
 #include "support/TestRegistry.h"
@@ -44,6 +47,7 @@ class TestCommandWalk : public QObject
 
 private slots:
     void undoneAndRedoneEveryStepIsTheSame();
+    void everyStepSurvivesItsFile();
 };
 
 void TestCommandWalk::undoneAndRedoneEveryStepIsTheSame()
@@ -80,6 +84,30 @@ void TestCommandWalk::undoneAndRedoneEveryStepIsTheSame()
         QVERIFY(StateOf(document.get(), selection) == states[steps / 2]);
     }
     QCOMPARE(LXTileManager::Instance().LiveTileCount(), tilesBefore);
+}
+
+/// Each single step is undone and redone alone, and once more after its data went into a file and came back.
+void TestCommandWalk::everyStepSurvivesItsFile()
+{
+    constexpr int steps = 200;
+    const OwnedDocument document = MakeDocument();
+    LexoUndoStack stack;
+    CommandWalker walker(document.get(), &stack, nullptr, 77);
+    QSet<int> kinds;
+    for (int step = 0; step < steps; ++step) {
+        const QStringList before = DescribeWhole(document.get());
+        walker.Step();
+        stack.commit();
+        const LexoCommand* command = stack.command(stack.index() - 1);
+        if (!command->GetCommandData()) continue; // a macro; its steps are like all others
+        kinds << command->GetCommandData()->GetDataType();
+        const QString broken = UndoLaw::Broken(document.get(), &stack, command, before);
+        QVERIFY2(
+            broken.isEmpty(),
+            qPrintable(
+                QString("data of kind %1: %2").arg(command->GetCommandData()->GetDataType()).arg(broken)));
+    }
+    QVERIFY2(kinds.size() >= 24, qPrintable(QString("only %1 kinds of data").arg(kinds.size())));
 }
 
 ZK_REGISTER_TEST(tst_commandwalk, TestCommandWalk)

@@ -5,6 +5,7 @@
 #include "history/ChangeCommandHelper.h"
 #include "history/CropCommand.h"
 #include "history/LexoUndoStack.h"
+#include "image/ImageMetadata.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>
@@ -59,6 +60,7 @@ private slots:
     void newCanvasTakesTheColorBelowTheBottomLayer();
     void hiddenPixelsComeBackAboveTheColor();
     void turnedCornersTakeTheColor();
+    void whatAnImageCarriesStaysWithTheLayer();
     void aTransparentColorChangesNothing();
     void withoutARasterLayerNothingTakesTheColor();
     void aSmallerCanvasTakesNoColor();
@@ -284,6 +286,19 @@ void TestCropCommand::turnedCornersTakeTheColor()
         // Where the edge crosses, both together cover at least three quarters.
         QVERIFY(turned.GetColor(i, i).Alpha() >= 191);
     }
+}
+
+void TestCropCommand::whatAnImageCarriesStaysWithTheLayer()
+{
+    const OwnedDocument document = MakeCanvasDocument();
+    LXImage32 image = *document->GetLayerImage(2);
+    image.m_ExifData = {ZKEXIFElement{0, "block"}};
+    image.m_DpiX = 300;
+    document->SetLayerImage(2, image, QPoint());
+    QVERIFY(Crop(document.get(), QuarterTurn(QSize(100, 80)), QSize(80, 100), Delete, CopyPixels, nullptr));
+    QVERIFY(ImageMetadata::AreSame(*document->GetLayerImage(2), image));
+    QVERIFY(Extend(document.get(), QTransform(), QSize(150, 150), Qt::red, nullptr));
+    QVERIFY(ImageMetadata::AreSame(*document->GetLayerImage(2), image));
 }
 
 void TestCropCommand::aTransparentColorChangesNothing()

@@ -1,3 +1,5 @@
+#include "UndoLaw.h"
+
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
@@ -67,6 +69,7 @@ private slots:
     void theSelectedRowFollows();
     void aSelectionMayGoBeforeItsCommand();
     void aDuplicateSharesItsTilesAndLiesAbove();
+    void aMaskThatComesBackIsPaintedOnAgain();
     void removalPutsFloatingPiecesDownFirst();
     void removalWithoutAHistory();
 };
@@ -115,6 +118,8 @@ void TestLayerCommands::everyCommandKeepsTheUndoLaw()
         stack.redo();
         QCOMPARE(Describe(document.get()), after);
     }
+    stack.undo();
+    QCOMPARE(UndoLaw::BrokenBy(document.get(), make(document.get())), QString());
 }
 
 void TestLayerCommands::badIdsAreHarmless_data()
@@ -229,6 +234,27 @@ void TestLayerCommands::aDuplicateSharesItsTilesAndLiesAbove()
     QCOMPARE(NamesOf(document.get()), QStringList({"top", "middle copy", "middle", "bottom"}));
     QVERIFY(document->GetLayerImage(2)->TileAt(0, 0) == document->GetLayerImage(3)->TileAt(0, 0));
     QCOMPARE(document->GetMaskGeometry(2), document->GetMaskGeometry(3));
+}
+
+void TestLayerCommands::aMaskThatComesBackIsPaintedOnAgain()
+{
+    const OwnedDocument document = MakeDocument();
+    LXDocumentModel* model = document->GetModel();
+    model->SetMaskSelected(1, true);
+    LexoUndoStack stack;
+    stack.push(LayerCommands::RemoveMask(document.get(), 2));
+    QVERIFY(!model->GetMaskSelected(1));
+    SignalLog log(document.get());
+    stack.undo();
+    QVERIFY(model->GetMaskSelected(1));
+    const QStringList lines = log.Take();
+    QVERIFY(lines.contains("MaskSelectedChanged 1") && lines.contains("LayerSelectedChanged 0"));
+
+    // One that wasn't the target doesn't become it.
+    model->SetMaskSelected(1, false);
+    stack.redo();
+    stack.undo();
+    QVERIFY(!model->GetMaskSelected(1));
 }
 
 void TestLayerCommands::removalPutsFloatingPiecesDownFirst()

@@ -4,6 +4,7 @@
 #include "history/LayerMaskPaintCommandData.h"
 #include "history/LayerPaintCommand.h"
 #include "history/LayerPaintCommandData.h"
+#include "image/ImageMetadata.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
@@ -17,8 +18,10 @@ class TestPaintCommandData : public QObject
 
 private slots:
     void keepsOnlyThePartAskedFor();
+    void aPartOutsideTheImageIsNothing();
     void theImagesShareTheirTiles();
     void comesBackFromItsSerialForm();
+    void whatAnImageCarriesComesBack();
     void sharedTilesAreWrittenOnce();
     void damagedInputChangesNothing();
     void aFullDiskIsTold();
@@ -38,6 +41,13 @@ void TestPaintCommandData::keepsOnlyThePartAskedFor()
         data.SetRedoImage(image, whole);
         QVERIFY(AreEqual(data.GetRedoImage(), image));
     }
+}
+
+void TestPaintCommandData::aPartOutsideTheImageIsNothing()
+{
+    LayerPaintCommandData data;
+    data.SetUndoImage(Filled(QSize(50, 40), 0xFF123456), QRect(50, 0, 5, 5));
+    QVERIFY(data.GetUndoImage().IsNull());
 }
 
 void TestPaintCommandData::theImagesShareTheirTiles()
@@ -72,6 +82,23 @@ void TestPaintCommandData::comesBackFromItsSerialForm()
     }
     LayerPaintCommandData nothingLeft;
     QVERIFY(!nothingLeft.Deserialize(&file));
+}
+
+void TestPaintCommandData::whatAnImageCarriesComesBack()
+{
+    LXImage32 image = Filled(QSize(5, 5), 0xFF123456);
+    image.m_Profile = ZKCMSProfile("profile");
+    image.m_DpiX = 300;
+    image.m_DpiY = 150;
+    image.m_ExifData = {ZKEXIFElement{0, "block"}, ZKEXIFElement{271, "maker"}};
+    LayerPaintCommandData data;
+    data.SetUndoImage(image, QRect());
+    MemoryFile file;
+    QVERIFY(data.Serialize(&file));
+    LayerPaintCommandData read;
+    QVERIFY(read.Deserialize(&file));
+    QVERIFY(ImageMetadata::AreSame(read.GetUndoImage(), image));
+    QVERIFY(!ImageMetadata::AreSame(read.GetRedoImage(), image));
 }
 
 void TestPaintCommandData::sharedTilesAreWrittenOnce()

@@ -6,6 +6,7 @@
 #include "history/TransformCommandData.h"
 #include "history/TransformSelectionCommand.h"
 #include "history/TransformSelectionCommandData.h"
+#include "image/ImageMetadata.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
@@ -75,6 +76,7 @@ private slots:
     void whatLeavesTheCanvasIsCutOff();
     void whatLiesWhollyOutsideLeavesAnEmptyLayer_data();
     void whatLiesWhollyOutsideLeavesAnEmptyLayer();
+    void whatAnImageCarriesStaysWithTheLayer();
     void aPreviewInTheDocumentIsNotKept();
     void withoutAPreviewTheFirstRedoKeepsTheLayer();
     void theMaskIsMeantWhenItWasTheTargetOfTheRow();
@@ -148,6 +150,18 @@ void TestTransformCommands::whatLiesWhollyOutsideLeavesAnEmptyLayer()
     QCOMPARE(Describe(document.get()), before);
     stack.redo();
     QVERIFY(document->GetLayerImage(1)->IsNull());
+}
+
+void TestTransformCommands::whatAnImageCarriesStaysWithTheLayer()
+{
+    const OwnedDocument document = MakeDocument();
+    LXImage32 image = *document->GetLayerImage(1);
+    image.m_ExifData = {ZKEXIFElement{0, "block"}};
+    image.m_DpiX = 300;
+    document->SetLayerImage(1, image, QPoint(30, 40));
+    LexoUndoStack stack;
+    stack.push(TransformLayer(document.get(), 1, QTransform().translate(20, 20).rotate(10)));
+    QVERIFY(ImageMetadata::AreSame(*document->GetLayerImage(1), image));
 }
 
 void TestTransformCommands::aPreviewInTheDocumentIsNotKept()
