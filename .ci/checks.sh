@@ -14,6 +14,21 @@ check_arrows() {
     python3 .ci/arrows.py
 }
 
+# What tells the desktop of the program, by the desktop's own checkers.
+check_desktop() {
+    echo "== desktop files"
+    desktop-file-validate resources/desktop/*.desktop
+    appstreamcli validate --no-net --explain resources/desktop/*.metainfo.xml
+    xmllint --noout resources/desktop/*.xml resources/app/*.svg resources/theme/*.svg
+    local database
+    database=$(mktemp -d)
+    mkdir "$database/packages"
+    cp resources/desktop/zenkari-mime.xml "$database/packages/zenkari.xml"
+    XDG_DATA_DIRS=$database update-mime-database "$database"
+    grep -qx 'image/openraster:\*.ora' "$database/globs"
+    rm -r "$database"
+}
+
 # Every header must compile alone, without a precompiled header before it.
 check_headers() {
     echo "== headers"

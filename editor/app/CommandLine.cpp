@@ -32,6 +32,7 @@ struct CommandLineReader::Options
     QCommandLineOption create;
     QCommandLineOption exportTo;
     QCommandLineOption tour;
+    QCommandLineOption screenshots;
     QCommandLineOption script;
     QCommandLineOption headless;
     QCommandLineOption timeLimit;
@@ -53,6 +54,11 @@ CommandLineReader::Options::Options()
            tr("Show what the editor does with the file, or with a sample, and leave a picture of each step "
               "in the folder."),
            tr("folder")),
+      screenshots(
+          QStringLiteral("screenshots"),
+          tr("Leave pictures of all windows, menus, panels and dialogs in the folder, in both looks, for "
+             "common and dense screens. Needs no display."),
+          tr("folder")),
       script(QStringLiteral("script"),
              tr("Run this JavaScript file, and end. The files are its arguments; those that look like "
                 "options stand behind \"--\"."),
@@ -67,8 +73,8 @@ CommandLineReader::Options::Options()
                  tr("Keep settings and data in this folder instead of the user's own."), tr("folder"))
 {
     parser.setApplicationDescription(tr("A photo editor with layers."));
-    parser.addOptions(
-        {create, exportTo, tour, script, headless, timeLimit, failurePictures, testFaults, userFolder});
+    parser.addOptions({create, exportTo, tour, screenshots, script, headless, timeLimit, failurePictures,
+                       testFaults, userFolder});
     parser.addPositionalArgument(QStringLiteral("files"), tr("Pictures to open."),
                                  QStringLiteral("[files...]"));
 }
@@ -105,14 +111,17 @@ CommandLine CommandLineReader::Interpret(const Options& options)
         }
     }
     line.userFolder = parser.value(options.userFolder);
-    if (parser.isSet(options.tour) + parser.isSet(options.exportTo) + parser.isSet(options.script) > 1) {
-        return Wrong(tr("Choose one of --tour, --export and --script."));
+    if (parser.isSet(options.tour) + parser.isSet(options.screenshots) + parser.isSet(options.exportTo) +
+            parser.isSet(options.script) >
+        1) {
+        return Wrong(tr("Choose one of --tour, --screenshots, --export and --script."));
     }
     if (parser.isSet(options.script)) return ReadScript(line, options);
     for (const QCommandLineOption& option :
          {options.headless, options.timeLimit, options.failurePictures, options.testFaults}) {
         if (parser.isSet(option)) return Wrong(tr("--%1 needs --script.").arg(option.names().first()));
     }
+    if (parser.isSet(options.screenshots)) return ReadScreenshots(line, parser.value(options.screenshots));
     if (parser.isSet(options.tour)) return ReadTour(line, parser.value(options.tour));
     if (parser.isSet(options.exportTo)) return ReadExport(line, parser.value(options.exportTo));
     return line;
@@ -125,6 +134,16 @@ CommandLine CommandLineReader::ReadTour(CommandLine line, const QString& folder)
 
     line.task = CommandLine::Task::Tour;
     line.tourFolder = folder;
+    return line;
+}
+
+CommandLine CommandLineReader::ReadScreenshots(CommandLine line, const QString& folder)
+{
+    if (!line.newSize.isEmpty() || !line.files.isEmpty()) {
+        return Wrong(tr("--screenshots shows the sample and takes no picture of yours."));
+    }
+    line.task = CommandLine::Task::Screenshots;
+    line.screenshotFolder = folder;
     return line;
 }
 

@@ -11,7 +11,7 @@
 enum ExitCode
 {
     Success = 0,
-    TourFailed = 1,
+    TourFailed = 1, ///< or the screenshots
     WrongUsage = 2,
     NotStarted = 3,
     Crashed = 4,    ///< an exception came out of an event handler
@@ -26,13 +26,14 @@ struct CommandLine
 {
     enum class Task
     {
-        Edit,    ///< show the window with the files
-        Help,    ///< print `text`
-        Version, ///< print `text`
-        Export,  ///< write the one picture to `exportFile` and end
-        Tour,    ///< walk through the editor and leave pictures in `tourFolder`
-        Script,  ///< run `script`, in the visible window or headless, and end
-        Wrong,   ///< nothing can be done; `text` tells why
+        Edit,        ///< show the window with the files
+        Help,        ///< print `text`
+        Version,     ///< print `text`
+        Export,      ///< write the one picture to `exportFile` and end
+        Tour,        ///< walk through the editor and leave pictures in `tourFolder`
+        Screenshots, ///< leave pictures of all that can be shown in `screenshotFolder`
+        Script,      ///< run `script`, in the visible window or headless, and end
+        Wrong,       ///< nothing can be done; `text` tells why
     };
 
     /// A script to run, and how.
@@ -52,6 +53,7 @@ struct CommandLine
     QSize newSize;     ///< of a picture to start with, in pixels; empty without one
     QString exportFile;
     QString tourFolder;
+    QString screenshotFolder;
     QString userFolder; ///< settings and data of the person lie here; empty for the usual places
     Script script;
 };
@@ -70,6 +72,7 @@ private:
 
     static CommandLine Interpret(const Options& options);
     static CommandLine ReadTour(CommandLine line, const QString& folder);
+    static CommandLine ReadScreenshots(CommandLine line, const QString& folder);
     static CommandLine ReadExport(CommandLine line, const QString& file);
     static CommandLine ReadScript(CommandLine line, const Options& options);
     static CommandLine Wrong(const QString& text);

@@ -2,6 +2,7 @@
 
 #include "ui_PreferencesDialog.h"
 
+#include <QFormLayout>
 #include <QPushButton>
 
 namespace {
@@ -21,6 +22,7 @@ PreferencesDialog::PreferencesDialog(const Preferences& values, QWidget* parent)
 {
     m_pUi->setupUi(this);
     SetUpScales();
+    AlignFields();
     Show(values);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 
@@ -37,6 +39,28 @@ void PreferencesDialog::SetUpScales()
     for (int percent = qRound(Preferences::LeastScale * 100); percent <= qRound(Preferences::MostScale * 100);
          percent += ScaleStep) {
         m_pUi->m_pScaleCmb->addItem(tr("%1 %").arg(percent), percent / 100.0);
+    }
+}
+
+void PreferencesDialog::AlignFields()
+{
+    // One column of labels and one of fields through all groups.
+    const QList<QFormLayout*> groups = findChildren<QFormLayout*>();
+    int labelWidth = 0;
+    int fieldWidth = 0;
+    for (const QFormLayout* group : groups) {
+        for (int row = 0; row < group->rowCount(); ++row) {
+            if (!group->itemAt(row, QFormLayout::LabelRole)) continue;
+            labelWidth = qMax(labelWidth, group->itemAt(row, QFormLayout::LabelRole)->sizeHint().width());
+            fieldWidth = qMax(fieldWidth, group->itemAt(row, QFormLayout::FieldRole)->sizeHint().width());
+        }
+    }
+    for (const QFormLayout* group : groups) {
+        for (int row = 0; row < group->rowCount(); ++row) {
+            if (!group->itemAt(row, QFormLayout::LabelRole)) continue;
+            group->itemAt(row, QFormLayout::LabelRole)->widget()->setMinimumWidth(labelWidth);
+            group->itemAt(row, QFormLayout::FieldRole)->widget()->setMinimumWidth(fieldWidth);
+        }
     }
 }
 

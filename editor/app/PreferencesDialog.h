@@ -25,6 +25,7 @@ public:
 
 private:
     void SetUpScales();
+    void AlignFields();
     void Show(const Preferences& values);
 
     std::unique_ptr<Ui::PreferencesDialog> m_pUi;

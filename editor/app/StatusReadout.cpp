@@ -15,6 +15,7 @@
 namespace {
 constexpr int SwatchSize = 12;
 constexpr int HintIndent = 8;
+constexpr int HeightAroundText = 16;
 constexpr int ZoomPadding = 28;      // the borders and the arrow
 constexpr int MemoryInterval = 1000; // ms
 constexpr qint64 Megabyte = 1024 * 1024;
@@ -77,6 +78,9 @@ StatusReadout::StatusReadout(QWidget* parent)
     for (QWidget* readout :
          std::initializer_list<QWidget*>{m_pPosition, m_pSwatch, m_pColor, m_pSize, m_pZoom, m_pMemory})
         addPermanentWidget(readout);
+
+    // Nothing moves when texts come and go.
+    setFixedHeight(fontMetrics().height() + HeightAroundText);
 
     auto* memoryTimer = new QTimer(this);
     connect(memoryTimer, &QTimer::timeout, this, &StatusReadout::UpdateMemory);

@@ -2,6 +2,7 @@
 
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
+#include "app/JobWait.h"
 #include "app/MainWindow.h"
 #include "core/ZKApplication.h"
 #include "core/ZKToolGroupManager.h"
@@ -17,14 +18,11 @@
 #include <QAbstractSlider>
 #include <QCheckBox>
 #include <QDir>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QSpinBox>
-#include <QTimer>
 
 namespace {
-constexpr int JobLimit = 60000;        // ms
 constexpr QSize WindowSize(1280, 800); // whatever the screen
 constexpr int TourTolerance = 36;
 const QColor TourColor(0xF2, 0xA6, 0x5A); // an evening sky
@@ -112,7 +110,7 @@ QString Tour::ChooseFillCan()
 QString Tour::Fill()
 {
     m_pInput->ClickInScene(View(), PointToFill(Document()->GetDocumentSize()));
-    if (!WaitForJob()) return tr("the fill did not end");
+    if (!WaitUntilUnlocked(Document())) return tr("the fill did not end");
 
     m_Filled = MergedPicture();
     if (m_Filled == m_Before) return tr("the click changed no pixel");
@@ -148,17 +146,6 @@ QWidget* Tour::OptionControl(const QString& name) const
         if (control->isVisible()) return control;
     }
     return nullptr;
-}
-
-bool Tour::WaitForJob()
-{
-    LXDocumentInterface* document = Document();
-    if (!document->GetLockState()) return true;
-
-    QEventLoop loop;
-    QObject::connect(document, &LXDocumentInterface::Unlocked, &loop, &QEventLoop::quit);
-    QTimer::singleShot(JobLimit, &loop, [&loop] { loop.exit(1); });
-    return loop.exec() == 0;
 }
 
 QImage Tour::MergedPicture() const

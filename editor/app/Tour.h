@@ -47,7 +47,6 @@ private:
     QString RedoSaveAndReopen();
 
     QWidget* OptionControl(const QString& name) const;
-    bool WaitForJob();
     QImage MergedPicture() const;
     ZKDocumentView* View() const;
     LXDocumentInterface* Document() const;

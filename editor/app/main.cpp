@@ -6,6 +6,7 @@
 #include "app/GuardedApplication.h"
 #include "app/PictureExport.h"
 #include "app/ScreenScale.h"
+#include "app/Screenshots.h"
 #include "app/ScriptRun.h"
 #include "app/Tour.h"
 #include "resource/LXResource.h"
@@ -65,6 +66,22 @@ int RunTour(const CommandLine& line)
     return isDone ? Success : TourFailed;
 }
 
+int RunScreenshots(const CommandLine& line)
+{
+    if (!Screenshots::HasOwnScale()) {
+        return Screenshots::RunAtAllScales(line.screenshotFolder) ? Success : TourFailed;
+    }
+    ScriptRun::UseReadableFont();
+    const QTemporaryDir userFolder;
+    Editor editor(ApplicationFolders::Below(userFolder.path()));
+    if (!Start(editor)) return NotStarted;
+
+    Screenshots screenshots(editor, line.screenshotFolder);
+    if (screenshots.Run()) return Success;
+    Print(stderr, screenshots.GetErrorText());
+    return TourFailed;
+}
+
 void OpenPictures(const Editor& editor, const CommandLine& line)
 {
     if (!line.newSize.isEmpty()) editor.GetFiles()->New(line.newSize, Qt::white);
@@ -103,6 +120,7 @@ int Run(const CommandLine& line)
     case CommandLine::Task::Wrong: Print(stderr, line.text); return WrongUsage;
     case CommandLine::Task::Export: return RunExport(line);
     case CommandLine::Task::Tour: return RunTour(line);
+    case CommandLine::Task::Screenshots: return RunScreenshots(line);
     case CommandLine::Task::Script: return ScriptRun::Run(line);
     case CommandLine::Task::Edit: break;
     }
@@ -135,7 +153,8 @@ int main(int argc, char** argv)
         return Run(CommandLineReader::Read(QCoreApplication::arguments()));
     }
     if (HasOption(argc, argv, {"--headless"})) qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (HasOption(argc, argv, {"--export"}) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (HasOption(argc, argv, {"--export", "--screenshots"}) &&
+        !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
 
@@ -144,6 +163,7 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const GuardedApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.zenkari.Zenkari"));
     QApplication::setApplicationDisplayName(LXResource::GetData(LXResource::ProductName).toString());
     // The editor itself says when it ends; a closed message box must not.
     QApplication::setQuitOnLastWindowClosed(false);

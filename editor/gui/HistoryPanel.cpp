@@ -76,8 +76,9 @@ void HistoryPanel::ShowState()
     const QModelIndex current = m_pModel->index(m_pModel->GetCurrentRow());
     list->selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect);
     if (current.isValid()) list->scrollTo(current);
-    m_pUi->m_pMemoryValueLbl->setText(history ? QLocale().formattedDataSize(history->memoryCost(), 1)
-                                              : QString());
+    m_pUi->m_pMemoryValueLbl->setText(
+        history ? QLocale().formattedDataSize(history->memoryCost(), 1, QLocale::DataSizeTraditionalFormat)
+                : QString());
 }
 
 void HistoryPanel::UpdateLock()

@@ -15,7 +15,7 @@ LXToolWidgetManager::LXToolWidgetManager(QWidget* parent)
     SingleWidget<LXToolWidgetManager>::Register(this);
 
     m_pNoPanelLbl->setText(tr("This tool has no settings."));
-    m_pNoPanelLbl->setEnabled(false);
+    m_pNoPanelLbl->setObjectName(QStringLiteral("noPanelLbl"));
     m_pNoPanelLbl->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     m_pNoPanelLbl->setMargin(16);
     m_pNoPanelLbl->setWordWrap(true);

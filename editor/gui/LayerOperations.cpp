@@ -67,6 +67,13 @@ int LayerOperations::GetRow() const
     return rows.size() == 1 ? rows.first() : -1;
 }
 
+QString LayerOperations::GetObstacle() const
+{
+    if (!m_pView) return tr("no picture is open");
+    if (!MayWork()) return tr("a tool is at work");
+    return m_pView->IsLayerOrderBlocked() ? tr("the layers keep their order at the moment") : QString();
+}
+
 bool LayerOperations::CanChange() const
 {
     return MayWork() && GetRow() >= 0;
@@ -163,11 +170,13 @@ void LayerOperations::SetOpacity(double opacity)
     Push(LayerCommands::SetOpacity(GetModel()->GetDocument(), IdOf(GetRow()), opacity));
 }
 
-void LayerOperations::SetLocked(bool locked)
+void LayerOperations::SetLocks(unsigned int locks, bool locked)
 {
-    if (!CanChange() || locked == IsLocked(GetRow())) return;
+    if (!CanChange()) return;
+
     const unsigned int flags = GetModel()->GetLockFlags(GetRow());
-    const unsigned int wanted = locked ? flags | LayerLocks::All : flags & ~LayerLocks::All;
+    const unsigned int wanted = locked ? flags | locks : flags & ~locks;
+    if (wanted == flags) return;
     Push(LayerCommands::SetLocks(GetModel()->GetDocument(), IdOf(GetRow()), wanted));
 }
 

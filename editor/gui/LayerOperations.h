@@ -24,6 +24,9 @@ public:
     /// The row that single changes go to; -1 unless exactly one is selected.
     int GetRow() const;
 
+    /// What keeps the layers from being changed or put into another order, in words for the user; empty for
+    /// nothing.
+    QString GetObstacle() const;
     /// Whether the selected layer may be changed.
     bool CanChange() const;
     bool CanAdd() const;
@@ -43,7 +46,8 @@ public:
     void SetBlendMode(unsigned int mode);
     /// 0 to 1
     void SetOpacity(double opacity);
-    void SetLocked(bool locked);
+    /// @param locks  bits of LayerLocks
+    void SetLocks(unsigned int locks, bool locked);
     void SetVisible(int row, bool visible);
     void Rename(int row, const QString& name);
 

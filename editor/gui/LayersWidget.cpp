@@ -15,15 +15,27 @@
 #include <QItemSelectionModel>
 #include <QSignalBlocker>
 
+#include <array>
+
 class LayersWidgetPrivate
 {
 public:
     explicit LayersWidgetPrivate(LayersWidget* panel);
 
+    struct LockButton
+    {
+        QToolButton* button;
+        unsigned int bits;
+        const char* icon;
+        QString text;
+    };
+
+    std::array<LockButton, 4> LockButtons() const;
     void SetUpButtons();
     void SetUpBlendModes();
     void SetUpList();
     void UpdateControls();
+    void UpdateButtons();
 
     LayersWidget* m_pPanel;
     ZKDocumentView* m_pView = nullptr;
@@ -56,13 +68,27 @@ void LayersWidgetPrivate::SetUpButtons()
     setUp(m_Ui.m_pAddBtn, "layer_add", LayersWidget::tr("New layer"), [this] { m_Operations.Add(); });
     setUp(m_Ui.m_pMaskBtn, "layer_mask", LayersWidget::tr("Add a mask (with Shift one that hides all)"),
           [this] { m_Operations.AddMask(!QApplication::keyboardModifiers().testFlag(Qt::ShiftModifier)); });
-    setUp(m_Ui.m_pLockBtn, "layer_lock", LayersWidget::tr("Lock the layer"),
-          [this](bool checked) { m_Operations.SetLocked(checked); });
+    for (const LockButton& lock : LockButtons()) {
+        setUp(lock.button, lock.icon, lock.text,
+              [this, bits = lock.bits](bool checked) { m_Operations.SetLocks(bits, checked); });
+    }
     setUp(m_Ui.m_pUpBtn, "chevron_up", LayersWidget::tr("Move the layer up"),
           [this] { m_Operations.Move(-1); });
     setUp(m_Ui.m_pDownBtn, "chevron_down", LayersWidget::tr("Move the layer down"),
           [this] { m_Operations.Move(1); });
     setUp(m_Ui.m_pDeleteBtn, "layer_delete", QString(), [this] { m_Operations.Delete(); });
+}
+
+std::array<LayersWidgetPrivate::LockButton, 4> LayersWidgetPrivate::LockButtons() const
+{
+    return {{
+        {m_Ui.m_pLockTransparencyBtn, LayerLocks::Transparency, "lock_transparency",
+         LayersWidget::tr("Lock the transparency")},
+        {m_Ui.m_pLockPixelsBtn, LayerLocks::Pixels, "lock_pixels", LayersWidget::tr("Lock the pixels")},
+        {m_Ui.m_pLockPositionBtn, LayerLocks::Position, "lock_position",
+         LayersWidget::tr("Lock the position")},
+        {m_Ui.m_pLockBtn, LayerLocks::All, "layer_lock", LayersWidget::tr("Lock everything")},
+    }};
 }
 
 void LayersWidgetPrivate::SetUpBlendModes()
@@ -109,18 +135,37 @@ void LayersWidgetPrivate::UpdateControls()
         m_Ui.m_pBlendCmb->setCurrentIndex(m_Ui.m_pBlendCmb->findData(model->GetBlendMode(row)));
         m_Ui.m_pOpacitySpn->setValue(qRound(model->GetOpacity(row) * 100));
     }
-    m_Ui.m_pLockBtn->setChecked(row >= 0 && (model->GetLockFlags(row) & LayerLocks::All) != 0);
-    m_Ui.m_pLockBtn->setEnabled(m_Operations.CanChange());
-    m_Ui.m_pAddBtn->setEnabled(m_Operations.CanAdd());
-    m_Ui.m_pMaskBtn->setEnabled(m_Operations.CanAddMask());
-    m_Ui.m_pUpBtn->setEnabled(m_Operations.CanMove(-1));
-    m_Ui.m_pDownBtn->setEnabled(m_Operations.CanMove(1));
+    m_Ui.m_pLocks->setEnabled(m_Operations.CanChange());
+    for (const LockButton& lock : LockButtons())
+        lock.button->setChecked(row >= 0 && (model->GetLockFlags(row) & lock.bits) != 0);
+    UpdateButtons();
+}
 
-    const QString toDelete = m_Operations.IsDeletingMask() ? LayersWidget::tr("Delete the mask")
-                                                           : LayersWidget::tr("Delete the layer");
-    m_Ui.m_pDeleteBtn->setEnabled(m_Operations.CanDelete());
-    m_Ui.m_pDeleteBtn->setToolTip(toDelete);
-    m_Ui.m_pDeleteBtn->setAccessibleName(toDelete);
+void LayersWidgetPrivate::UpdateButtons()
+{
+    // What can't be done now says why.
+    const QString obstacle = m_Operations.GetObstacle();
+    const bool isSingle = m_Operations.GetRow() >= 0;
+    const auto update = [&](QToolButton* button, const QString& text, bool can, const QString& reason) {
+        const QString why = obstacle.isEmpty() ? reason : obstacle;
+        button->setEnabled(can);
+        button->setAccessibleName(text);
+        button->setToolTip(can ? text : LayersWidget::tr("%1: %2").arg(text, why));
+    };
+    const auto reasonOf = [isSingle](const QString& ofLayer) {
+        return isSingle ? ofLayer : LayersWidget::tr("select one layer");
+    };
+    update(m_Ui.m_pAddBtn, LayersWidget::tr("New layer"), m_Operations.CanAdd(), QString());
+    update(m_Ui.m_pMaskBtn, LayersWidget::tr("Add a mask (with Shift one that hides all)"),
+           m_Operations.CanAddMask(), reasonOf(LayersWidget::tr("the layer has one, or is locked")));
+    update(m_Ui.m_pUpBtn, LayersWidget::tr("Move the layer up"), m_Operations.CanMove(-1),
+           reasonOf(LayersWidget::tr("it is the topmost")));
+    update(m_Ui.m_pDownBtn, LayersWidget::tr("Move the layer down"), m_Operations.CanMove(1),
+           reasonOf(LayersWidget::tr("it is the lowest")));
+    update(m_Ui.m_pDeleteBtn,
+           m_Operations.IsDeletingMask() ? LayersWidget::tr("Delete the mask")
+                                         : LayersWidget::tr("Delete the layer"),
+           m_Operations.CanDelete(), LayersWidget::tr("it is locked, or the last one"));
 }
 
 LayersWidget::LayersWidget(QWidget* parent)

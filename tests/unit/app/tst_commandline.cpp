@@ -19,6 +19,7 @@ private slots:
     void exportTakesExactlyOnePicture_data();
     void exportTakesExactlyOnePicture();
     void aTourTakesAtMostOneFile();
+    void screenshotsTakeAFolderAlone();
     void whatCantGoTogetherIsRefused_data();
     void whatCantGoTogetherIsRefused();
     void whatFollowsTwoDashesIsAFile();
@@ -125,6 +126,16 @@ void TestCommandLineReader::aTourTakesAtMostOneFile()
     QCOMPARE(withFile.tourFolder, QString("folder"));
     QCOMPARE(withFile.files, QStringList{"a.jpg"});
     QCOMPARE(Read({"--tour", "folder", "a.jpg", "b.jpg"}).task, Task::Wrong);
+}
+
+void TestCommandLineReader::screenshotsTakeAFolderAlone()
+{
+    const CommandLine line = Read({"--screenshots", "folder"});
+    QCOMPARE(line.task, Task::Screenshots);
+    QCOMPARE(line.screenshotFolder, QString("folder"));
+    QCOMPARE(Read({"--screenshots", "folder", "a.png"}).task, Task::Wrong);
+    QCOMPARE(Read({"--screenshots", "folder", "--new", "8x6"}).task, Task::Wrong);
+    QCOMPARE(Read({"--screenshots", "folder", "--tour", "folder"}).task, Task::Wrong);
 }
 
 void TestCommandLineReader::whatCantGoTogetherIsRefused_data()

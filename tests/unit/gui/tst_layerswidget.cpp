@@ -47,6 +47,9 @@ private slots:
     void controlsFollowTheLayer();
     void opacityWorksWithoutAHistory();
 
+    void eachLockIsSetAlone_data();
+    void eachLockIsSetAlone();
+    void whatCantBeDoneSaysWhy();
     void nothingWorksWhileTheDocumentIsLocked();
     void blockedOrderKeepsTheRest();
     void nothingWorksWithoutAPicture();
@@ -355,6 +358,51 @@ void TestLayersWidget::opacityWorksWithoutAHistory()
     m_pPanel->SetView(&view);
     m_pPanel->findChild<QSpinBox*>("m_pOpacitySpn")->setValue(30);
     QCOMPARE(Model()->GetOpacity(0), 0.3);
+}
+
+void TestLayersWidget::eachLockIsSetAlone_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<unsigned int>("bit");
+    QTest::newRow("transparency") << QByteArray("m_pLockTransparencyBtn") << 0x1u;
+    QTest::newRow("pixels") << QByteArray("m_pLockPixelsBtn") << 0x2u;
+    QTest::newRow("position") << QByteArray("m_pLockPositionBtn") << 0x4u;
+    QTest::newRow("all") << QByteArray("m_pLockBtn") << 0x8u;
+}
+
+void TestLayersWidget::eachLockIsSetAlone()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(unsigned int, bit);
+    Select(0);
+    constexpr unsigned int every = 0xF;
+    Click(button);
+    QCOMPARE(Model()->GetLockFlags(0), bit);
+    QVERIFY(Button(button)->isChecked());
+    QCOMPARE(Model()->GetLockFlags(1), 0u);
+    m_pHistory->undo();
+    QCOMPARE(Model()->GetLockFlags(0), 0u);
+    QVERIFY(!Button(button)->isChecked());
+
+    Model()->SetLockFlags(0, every);
+    Click(button);
+    QCOMPARE(Model()->GetLockFlags(0), every & ~bit);
+}
+
+void TestLayersWidget::whatCantBeDoneSaysWhy()
+{
+    Select(0);
+    QVERIFY2(Button("m_pUpBtn")->toolTip().contains("topmost"), qPrintable(Button("m_pUpBtn")->toolTip()));
+    QCOMPARE(Button("m_pDownBtn")->toolTip(), QString("Move the layer down"));
+    QVERIFY(Button("m_pMaskBtn")->toolTip().contains("has one"));
+    List()->selectAll();
+    QVERIFY(Button("m_pUpBtn")->toolTip().contains("select one layer"));
+    QVERIFY(m_pDocument->Lock());
+    QVERIFY(Button("m_pAddBtn")->toolTip().contains("a tool is at work"));
+    QVERIFY(m_pDocument->Unlock());
+    m_pPanel->SetView(nullptr);
+    QVERIFY(Button("m_pAddBtn")->toolTip().contains("no picture is open"));
+    QCOMPARE(Button("m_pAddBtn")->accessibleName(), QString("New layer"));
 }
 
 void TestLayersWidget::nothingWorksWhileTheDocumentIsLocked()

@@ -1,0 +1,7 @@
+#pragma once
+
+class LXDocumentInterface;
+
+/// Runs the event loop until no tool holds the document. False when that takes longer than a minute. Main
+/// thread only.
+bool WaitUntilUnlocked(LXDocumentInterface* document);

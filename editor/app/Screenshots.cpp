@@ -1,0 +1,204 @@
+#include "app/Screenshots.h"
+
+#include "app/AboutDialog.h"
+#include "app/DocumentFiles.h"
+#include "app/Editor.h"
+#include "app/JobWait.h"
+#include "app/MainWindow.h"
+#include "app/NewDocumentDialog.h"
+#include "app/PanelArea.h"
+#include "app/PreferencesDialog.h"
+#include "app/Tour.h"
+#include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
+#include "gui/LXMdiArea_p.h"
+#include "gui/LXOperationProgressDlg.h"
+#include "gui/LayersWidget.h"
+#include "gui/ZKDocumentView.h"
+#include "guicore/LXMessageBox.h"
+#include "scripting/InputDriver.h"
+
+#include <QColorDialog>
+#include <QDir>
+#include <QDockWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPixmap>
+#include <QProcess>
+#include <QToolButton>
+
+namespace {
+constexpr QSize WindowSize(1280, 800); // whatever the screen
+const QColor SkyColor(0xF2, 0xA6, 0x5A);
+constexpr const char* ScaleVariable = "QT_SCALE_FACTOR";
+
+/// "&Open Recent…" as a part of a file name: "open-recent".
+QString FileNameOf(const QString& text)
+{
+    QString name;
+    for (const QChar& letter : text.toLower()) {
+        if (letter.isLetterOrNumber()) name += letter;
+        if (letter.isSpace()) name += '-';
+    }
+    return name;
+}
+
+/// Children of the panel by the object names of their forms.
+void PressButton(const char* name)
+{
+    if (auto* button = LayersWidget::GetInstance()->findChild<QToolButton*>(name)) button->click();
+}
+} // namespace
+
+bool Screenshots::HasOwnScale()
+{
+    return qEnvironmentVariableIsSet(ScaleVariable);
+}
+
+bool Screenshots::RunAtAllScales(const QString& folder)
+{
+    for (const int scale : {1, 2}) {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(ScaleVariable, QString::number(scale));
+        program.setProcessEnvironment(environment);
+        program.setProcessChannelMode(QProcess::ForwardedChannels);
+        const QString scaleFolder = QDir(folder).absoluteFilePath(QStringLiteral("%1x").arg(scale));
+        program.start(QCoreApplication::applicationFilePath(),
+                      {QStringLiteral("--screenshots"), scaleFolder});
+        const bool isDone = program.waitForFinished(-1) && program.exitStatus() == QProcess::NormalExit &&
+                            program.exitCode() == 0;
+        if (!isDone) return false;
+    }
+    return true;
+}
+
+Screenshots::Screenshots(Editor& editor, const QString& folder)
+    : m_Editor(editor), m_BaseFolder(QDir(folder).absolutePath())
+{}
+
+bool Screenshots::Run()
+{
+    const QString resources = ZKApplication::GetResourcePath();
+    for (const Theme::Look look : {Theme::Look::Dark, Theme::Look::Light}) {
+        Theme::Apply(look, resources);
+        if (!TakeInLook(QLatin1String(Theme::Tokens(look).name))) return false;
+    }
+    return true;
+}
+
+bool Screenshots::TakeInLook(const QString& look)
+{
+    m_Folder = QDir(m_BaseFolder).filePath(look);
+    if (!QDir().mkpath(m_Folder)) {
+        return Fail(tr("The folder %1 can't be made.").arg(QDir::toNativeSeparators(m_Folder)));
+    }
+    m_Editor.GetWindow()->resize(WindowSize);
+    m_Editor.GetWindow()->GetPanels()->Reset();
+    const bool isDone = TakeWindow() && TakeWorkingWindow() && TakeMenus() && TakePanels() && TakeDialogs();
+    LXMdiAreaPrivate::Get(m_Editor.GetWindow()->GetDocumentArea())->CloseAllUnasked();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return isDone;
+}
+
+bool Screenshots::TakeWindow()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    if (!Take(window, QStringLiteral("window-empty"))) return false;
+
+    if (!m_Editor.GetFiles()->Open(Tour::DefaultFile())) return Fail(tr("The sample did not open."));
+    return Take(window, QStringLiteral("window-picture"));
+}
+
+bool Screenshots::TakeWorkingWindow()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    LXDocumentInterface* document = window->GetActiveDocument();
+    InputDriver input;
+    ZKApplication::SetForeground(SkyColor);
+    input.Key(Qt::Key_F);
+    const QSize size = document->GetDocumentSize();
+    input.ClickInScene(window->GetActiveView(), QPointF(size.width() * 0.25, size.height() * 0.1));
+    if (!WaitUntilUnlocked(document)) return Fail(tr("The fill did not end."));
+
+    for (const char* button : {"m_pAddBtn", "m_pMaskBtn", "m_pUpBtn"})
+        PressButton(button);
+    input.Key(Qt::Key_A, Qt::ControlModifier);
+    input.Key(Qt::Key_Z, Qt::ControlModifier);
+    return Take(window, QStringLiteral("window-working"));
+}
+
+bool Screenshots::TakeMenus()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    for (const QAction* title : window->menuBar()->actions()) {
+        if (!title->isVisible() || !title->menu()) continue;
+        title->menu()->popup(window->mapToGlobal(QPoint(0, 0)));
+        const bool isTaken = Take(title->menu(), QStringLiteral("menu-") + FileNameOf(title->text()));
+        title->menu()->hide();
+        if (!isTaken) return false;
+    }
+    return true;
+}
+
+bool Screenshots::TakePanels()
+{
+    const QList<QDockWidget*> panels = m_Editor.GetWindow()->GetPanels()->GetPanels();
+    for (QDockWidget* panel : panels) {
+        panel->raise();
+        if (!Take(panel, QStringLiteral("panel-") + FileNameOf(panel->windowTitle()))) return false;
+    }
+    return true;
+}
+
+bool Screenshots::TakeDialogs()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    NewDocumentDialog create(window);
+    Preferences values = Preferences::Read();
+    values.look = Theme::Current();
+    PreferencesDialog preferences(values, window);
+    AboutDialog about(window);
+    LXOperationProgressDlg progress(window);
+    progress.SetProgressRange(0, 100);
+    progress.SetProgressPos(40);
+    progress.SetProgressLabel(tr("Opening “%1”…").arg(QStringLiteral("lake.jpg")));
+    LXMessageBox question(window);
+    question.SetIcon(LXMessageBox::WarningIcon);
+    question.SetWindowTitle(QGuiApplication::applicationDisplayName());
+    question.SetText(tr("“%1” has changed. Save it before it closes?").arg(QStringLiteral("lake.jpg")));
+    for (const LXMessageBox::Button button :
+         {LXMessageBox::Save, LXMessageBox::Discard, LXMessageBox::Cancel})
+        question.AddButton(button);
+    QColorDialog color(SkyColor, window);
+    color.setOption(QColorDialog::DontUseNativeDialog);
+
+    return TakeDialog(create, QStringLiteral("dialog-new")) &&
+           TakeDialog(preferences, QStringLiteral("dialog-preferences")) &&
+           TakeDialog(about, QStringLiteral("dialog-about")) &&
+           TakeDialog(progress, QStringLiteral("dialog-progress")) &&
+           TakeDialog(question, QStringLiteral("dialog-question")) &&
+           TakeDialog(color, QStringLiteral("dialog-color"));
+}
+
+bool Screenshots::TakeDialog(QDialog& dialog, const QString& name)
+{
+    dialog.show();
+    const bool isTaken = Take(&dialog, name);
+    dialog.hide();
+    return isTaken;
+}
+
+bool Screenshots::Take(QWidget* widget, const QString& name)
+{
+    QCoreApplication::processEvents();
+    const QString file = QDir(m_Folder).filePath(name + QStringLiteral(".png"));
+    if (widget->grab().save(file)) return true;
+    return Fail(tr("The picture %1 can't be written.").arg(QDir::toNativeSeparators(file)));
+}
+
+bool Screenshots::Fail(const QString& text)
+{
+    m_ErrorText = text;
+    return false;
+}
