@@ -1,0 +1,157 @@
+#include "FillContests.h"
+
+#include "Contest.h"
+#include "Pictures.h"
+
+#include "image/LXFloodFillHelper.h"
+#include "image/LXImage.h"
+#include "image/LXImageConvert.h"
+#include "image/LXImageConvoluteAlpha.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <memory>
+
+namespace {
+const LXRGBA32i Tolerance(0x20202020);
+const LXRGBA32i Black(0xFF000000);
+
+/// What a contest of fills works on, in both halves' own form.
+struct Ground
+{
+    QImage picture;
+    LXImage32 tiles;
+    LXImage32 mask;
+    cv::Mat matrix;
+    cv::Mat similar;
+    cv::Mat labels;
+    QRect bounds;
+    QPoint seed{1, 1};
+};
+
+std::shared_ptr<Ground> MakeGround(const QImage& picture)
+{
+    auto ground = std::make_shared<Ground>();
+    ground->picture = picture;
+    ConvertImage(picture, ground->tiles);
+    ground->matrix = cv::Mat(picture.height(), picture.width(), CV_8UC4, ground->picture.bits(),
+                             static_cast<std::size_t>(picture.bytesPerLine()));
+    return ground;
+}
+
+void FindSimilar(Ground& ground)
+{
+    const QRgb seed = ground.picture.pixel(ground.seed);
+    const auto bound = [&](int shift, int way) {
+        const int value = static_cast<int>((seed >> shift) & 0xFF);
+        return std::clamp(value + way * 0x20, 0, 255);
+    };
+    cv::inRange(ground.matrix, cv::Scalar(bound(0, -1), bound(8, -1), bound(16, -1), bound(24, -1)),
+                cv::Scalar(bound(0, 1), bound(8, 1), bound(16, 1), bound(24, 1)), ground.similar);
+}
+
+void OtherFlood(Ground& ground)
+{
+    FindSimilar(ground);
+    cv::Rect bounds;
+    cv::floodFill(ground.similar, cv::Point(ground.seed.x(), ground.seed.y()), 128, &bounds, 0, 0, 4);
+}
+
+void OtherComponents(Ground& ground)
+{
+    FindSimilar(ground);
+    cv::connectedComponents(ground.similar, ground.labels, 4, CV_32S);
+}
+
+Contest MakeContest(const QString& name, double goal, const Ground& ground)
+{
+    Contest contest;
+    contest.name = name;
+    contest.goal = goal;
+    contest.pixels = qint64(ground.picture.width()) * ground.picture.height();
+    contest.bytes = contest.pixels * 4;
+    return contest;
+}
+
+void RunFlood(const QString& name, double goal, const QImage& picture, int threads, bool asComponents)
+{
+    const auto ground = MakeGround(picture);
+    Contest contest = MakeContest(name, goal, *ground);
+    contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
+    contest.ours = [ground] {
+        LXFloodFillHelper::FloodFill(ground->tiles, ground->mask, ground->seed, Tolerance, Black,
+                                     &ground->bounds);
+    };
+    contest.other = [ground, asComponents](int count) {
+        cv::setNumThreads(count);
+        asComponents ? OtherComponents(*ground) : OtherFlood(*ground);
+    };
+    Contests::Run(contest, threads);
+}
+
+void RunRange(const QString& name, double goal, const QImage& picture, int threads)
+{
+    const auto ground = MakeGround(picture);
+    Contest contest = MakeContest(name, goal, *ground);
+    contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
+    contest.ours = [ground] {
+        LXFloodFillHelper::ColorRangeFill(ground->tiles, ground->mask, ground->seed, Tolerance, Black,
+                                          &ground->bounds);
+    };
+    contest.other = [ground](int count) {
+        cv::setNumThreads(count);
+        FindSimilar(*ground);
+        const cv::Rect bounds = cv::boundingRect(ground->similar);
+        ground->bounds = QRect(bounds.x, bounds.y, bounds.width, bounds.height);
+    };
+    Contests::Run(contest, threads);
+}
+
+void RunConvolution(const QString& name, double goal, const QImage& picture, int threads)
+{
+    const auto ground = MakeGround(picture);
+    constexpr double n = 60.0;
+    const std::vector<double> kernel{1 / n, 1 / n, 1 / n, 1 / n,  1 / n, 1 / n, 4 / n, 4 / n, 4 / n,
+                                     1 / n, 1 / n, 4 / n, 12 / n, 4 / n, 1 / n, 1 / n, 4 / n, 4 / n,
+                                     4 / n, 1 / n, 1 / n, 1 / n,  1 / n, 1 / n, 1 / n};
+    Contest contest = MakeContest(name, goal, *ground);
+    contest.bytes *= 2;
+    contest.prepare = [ground] {
+        ground->mask = ground->tiles;
+        for (LXTilePointer& tile : ground->mask.m_Tiles) {
+            DetachTile(tile);
+        }
+    };
+    contest.ours = [ground, kernel] { LXImageConvoluteAlpha(kernel.data(), QSize(5, 5))(ground->mask); };
+    const cv::Mat weights = cv::Mat(kernel, true).reshape(1, 5);
+    contest.other = [ground, weights](int count) {
+        cv::setNumThreads(count);
+        cv::Mat alpha;
+        cv::extractChannel(ground->matrix, alpha, 3);
+        cv::filter2D(alpha, ground->similar, -1, weights, cv::Point(-1, -1), 0, cv::BORDER_REPLICATE);
+        cv::insertChannel(ground->similar, ground->matrix, 3);
+    };
+    Contests::Run(contest, threads);
+}
+} // namespace
+
+void FillContests::Run(int side, int threads)
+{
+    const bool isAlone = threads == 1;
+    RunFlood(QStringLiteral("flood fill, flat"), isAlone ? 2.5 : 4, Pictures::Flat(side), threads, false);
+    RunFlood(QStringLiteral("flood fill, smooth noise"), isAlone ? 2.5 : 4, Pictures::SmoothNoise(side, true),
+             threads, false);
+    RunFlood(QStringLiteral("flood fill, photo"), isAlone ? 2.5 : 4, Pictures::Photo(side), threads, false);
+    const QImage percolation = Pictures::Percolation(side);
+    const QImage maze = Pictures::Maze(side);
+    RunFlood(QStringLiteral("flood fill, percolation"), isAlone ? 1.3 : 1.0, percolation, threads, !isAlone);
+    RunFlood(QStringLiteral("flood fill, maze"), isAlone ? 1.3 : 1.0, maze, threads, !isAlone);
+    const double rangeGoal = isAlone ? 1.5 : 2.5;
+    RunRange(QStringLiteral("color range, smooth noise"), rangeGoal, Pictures::SmoothNoise(side, true),
+             threads);
+    RunRange(QStringLiteral("color range, percolation"), rangeGoal, percolation, threads);
+    RunRange(QStringLiteral("color range, photo"), rangeGoal, Pictures::Photo(side), threads);
+    const double convolutionGoal = isAlone ? 3.5 : 6;
+    RunConvolution(QStringLiteral("convolution 5 x 5 of alpha, smooth noise"), convolutionGoal,
+                   Pictures::SmoothNoise(side, false), threads);
+}
