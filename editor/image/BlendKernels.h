@@ -25,7 +25,7 @@ enum class StrengthRule
 /// One mode.
 struct BlendKernel
 {
-    void (*run)(const BlendRow& row);
+    void (*run)(const BlendRow& row) = nullptr;
     StrengthRule strength = StrengthRule::AlphaOpacityMask;
     bool keepsAtZeroStrength = true;     ///< strength 0 leaves all four bytes
     bool keepsTransparentTarget = false; ///< a target pixel of alpha 0 keeps all four bytes

@@ -1,0 +1,183 @@
+#include "image/LXBlend.h"
+#include "image/LXFloodFillHelper.h"
+#include "image/LXImage.h"
+#include "image/LXImageConvoluteAlpha.h"
+#include "support/BlendTwin.h"
+#include "support/ConvolveTwin.h"
+#include "support/FillTwin.h"
+#include "support/TestImages.h"
+#include "support/TestRegistry.h"
+
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <hwy/targets.h>
+
+#include <random>
+
+namespace {
+const std::vector<unsigned int> AllModes{0,  3,  5,  6,  8,  12, 13, 14, 15, 16,
+                                         17, 18, 19, 20, 21, 22, 23, 64, 91, 92};
+
+/// How long each instruction set is tried: a moment, or as long as the environment asks.
+qint64 MillisecondsASet()
+{
+    constexpr qint64 moment = 400;
+    bool isNumber = false;
+    const int seconds = qEnvironmentVariableIntValue("ZK_FUZZ_SECONDS", &isNumber);
+    return isNumber ? qint64(1000) * seconds : moment;
+}
+} // namespace
+
+/// Random work for the kernels beside their slow twins, with every instruction set of the machine in turn.
+/// ZK_FUZZ_SECONDS=150 tries each for so long instead of a moment.
+class TestKernelFuzz : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void cleanup() { UseOnly(0); }
+
+    void everyInstructionSetAgreesWithTheTwins_data();
+    void everyInstructionSetAgreesWithTheTwins();
+
+private:
+    /// 0: whatever the machine has.
+    static void UseOnly(qint64 target)
+    {
+        hwy::SetSupportedTargetsForTest(target);
+        hwy::GetChosenTarget().DeInit();
+    }
+
+    int Below(int end) { return static_cast<int>(m_Random() % static_cast<unsigned>(end)); }
+
+    QSize RandomSize() { return QSize(1 + Below(300), 1 + Below(300)); }
+
+    QRect RandomRect() { return QRect(Below(200) - 40, Below(200) - 40, 1 + Below(280), 1 + Below(280)); }
+
+    PlainImage RandomPicture(const QSize& size);
+    QString TryBlend();
+    QString TryFill();
+    QString TryConvolution();
+
+    std::mt19937 m_Random;
+};
+
+void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins_data()
+{
+    QTest::addColumn<qint64>("target");
+    for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        QTest::addRow("%s", hwy::TargetName(target)) << qint64(target);
+    }
+}
+
+void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins()
+{
+    QFETCH(qint64, target);
+    UseOnly(target);
+    const auto firstSeed = static_cast<unsigned>(qEnvironmentVariableIntValue("ZK_FUZZ_SEED"));
+    QElapsedTimer timer;
+    timer.start();
+    for (unsigned int seed = firstSeed; seed < firstSeed + 3 || timer.elapsed() < MillisecondsASet();
+         ++seed) {
+        m_Random.seed(seed);
+        for (QString (TestKernelFuzz::*attempt)() :
+             {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution}) {
+            const QString difference = (this->*attempt)();
+            QVERIFY2(difference.isEmpty(),
+                     qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(difference)));
+        }
+    }
+}
+
+/// All random, or some colors only so that regions form, or opaque.
+PlainImage TestKernelFuzz::RandomPicture(const QSize& size)
+{
+    PlainImage picture = TestImages::Random(size.width(), size.height(), m_Random);
+    const int kind = Below(4);
+    for (LXRGBA32i& pixel : picture.pixels) {
+        if (kind == 1) pixel.bytes[3] = 255;
+        if (kind == 2) pixel.value = m_Random() % 3 == 0 ? 0xFF808080 : 0xFF101010;
+        if (kind == 3 && m_Random() % 4 != 0) pixel.value = 0;
+    }
+    return picture;
+}
+
+QString TestKernelFuzz::TryBlend()
+{
+    const unsigned int mode = AllModes[static_cast<std::size_t>(Below(static_cast<int>(AllModes.size())))];
+    const double opacity = Below(3) == 0 ? 1.0 : Below(1001) / 1000.0;
+    const bool keepAlpha = Below(2) == 0;
+    const bool isMasked = Below(2) == 0;
+    const PlainImage source = RandomPicture(RandomSize());
+    const PlainImage mask = RandomPicture(RandomSize());
+    PlainImage expected = RandomPicture(RandomSize());
+    LXImage32 actual = TestImages::ToTiles(expected);
+    const QRect from = RandomRect();
+    const QRect to = RandomRect();
+    const QRect through = RandomRect();
+    if (isMasked) {
+        BlendMaskOn(TestImages::ToTiles(source), from, mode, actual, to, opacity, TestImages::ToTiles(mask),
+                    through, keepAlpha, false);
+        BlendTwin::Blend(source, from, mode, expected, to, opacity, keepAlpha, {&mask, through});
+    } else {
+        BlendOn(TestImages::ToTiles(source), from, mode, actual, to, opacity, keepAlpha);
+        BlendTwin::Blend(source, from, mode, expected, to, opacity, keepAlpha);
+    }
+    const QString difference = TestImages::Difference(TestImages::ToPlain(actual), expected);
+    return difference.isEmpty()
+               ? difference
+               : QStringLiteral("mode %1, opacity %2: %3").arg(mode).arg(opacity).arg(difference);
+}
+
+QString TestKernelFuzz::TryFill()
+{
+    const PlainImage source = RandomPicture(RandomSize());
+    PlainImage expected = RandomPicture(RandomSize());
+    const QPoint seed(Below(std::min(source.width, expected.width)),
+                      Below(std::min(source.height, expected.height)));
+    const LXRGBA32i tolerance(Below(2) == 0 ? 0U : static_cast<quint32>(m_Random()));
+    const LXRGBA32i fill(static_cast<quint32>(m_Random()));
+    const bool isRange = Below(2) == 0;
+    LXImage32 actual = TestImages::ToTiles(expected);
+    QRect actualBounds;
+    QRect bounds;
+    if (isRange) {
+        LXFloodFillHelper::ColorRangeFill(TestImages::ToTiles(source), actual, seed, tolerance, fill,
+                                          &actualBounds);
+        bounds = FillTwin::ColorRangeFill(source, expected, seed, tolerance, fill);
+    } else {
+        LXFloodFillHelper::FloodFill(TestImages::ToTiles(source), actual, seed, tolerance, fill,
+                                     &actualBounds);
+        bounds = FillTwin::FloodFill(source, expected, seed, tolerance, fill);
+    }
+    if (actualBounds != bounds) return QStringLiteral("the bounds of a fill differ");
+    return TestImages::Difference(TestImages::ToPlain(actual), expected);
+}
+
+QString TestKernelFuzz::TryConvolution()
+{
+    const std::vector<double> soft{1, 1, 1, 1, 1, 1, 4, 4, 4, 1, 1, 4, 12,
+                                   4, 1, 1, 4, 4, 4, 1, 1, 1, 1, 1, 1};
+    std::vector<double> kernel;
+    QSize size(5, 5);
+    if (Below(2) == 0) {
+        for (const double weight : soft) {
+            kernel.push_back(weight / 60.0);
+        }
+    } else {
+        size = QSize(1 + Below(4), 1 + Below(4));
+        for (int i = 0; i < size.width() * size.height(); ++i) {
+            kernel.push_back((Below(200) - 60) / 301.0);
+        }
+    }
+    const PlainImage picture = RandomPicture(RandomSize());
+    LXImage32 actual = TestImages::ToTiles(picture);
+    LXImageConvoluteAlpha(kernel.data(), size)(actual);
+    return TestImages::Difference(TestImages::ToPlain(actual),
+                                  ConvolveTwin::ConvolveAlpha(picture, kernel, size));
+}
+
+ZK_REGISTER_TEST(tst_kernelfuzz, TestKernelFuzz)
+#include "tst_kernelfuzz.moc"

@@ -1,0 +1,151 @@
+#include "image/LXBlend.h"
+#include "image/LXImage.h"
+#include "image/TileThreads.h"
+#include "support/TestImages.h"
+#include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
+
+#include <QTest>
+#include <QThreadPool>
+
+#include <atomic>
+#include <new>
+#include <thread>
+#include <vector>
+
+/// Work that is cut by tiles and spread over the pool.
+class TestTileWorkers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+
+    void initTestCase()
+    {
+        m_Threads = QThreadPool::globalInstance()->maxThreadCount();
+        QThreadPool::globalInstance()->setMaxThreadCount(4);
+    }
+
+    void cleanupTestCase() { QThreadPool::globalInstance()->setMaxThreadCount(m_Threads); }
+
+    void cleanup() { FaultSeams::Reset(); }
+
+    void everyPieceIsDoneOnce();
+    void everyTileIsVisitedWithItsPart();
+    void failuresReachTheCallerAsTheyWereThrown();
+    void lackOfMemoryStaysLackOfMemory();
+    void nestedWorkDoesNotDeadlock();
+    void manyCallersAtOnce();
+    void unwantedWorkEndsBetweenPieces();
+    void cancellingEndsWithItsScope();
+    void oneThreadIsEnough();
+
+private:
+    int m_Threads = 1;
+};
+
+void TestTileWorkers::everyPieceIsDoneOnce()
+{
+    std::vector<std::atomic<int>> done(1000);
+    TileThreads::ForEach(1000, [&](int piece) { ++done[static_cast<std::size_t>(piece)]; });
+    QVERIFY(std::all_of(done.begin(), done.end(), [](const std::atomic<int>& count) { return count == 1; }));
+    TileThreads::ForEach(0, [](int) { QFAIL("there is no piece"); });
+}
+
+void TestTileWorkers::everyTileIsVisitedWithItsPart()
+{
+    std::atomic<int> pixels{0};
+    std::atomic<int> tiles{0};
+    const QRect rect(100, 130, 700, 500);
+    TileThreads::ForEachTile(rect, [&](int column, int row, const QRect& part) {
+        pixels += part.width() * part.height();
+        tiles += QRect(column * 128, row * 128, 128, 128).contains(part) && rect.contains(part) ? 1 : 0;
+    });
+    QCOMPARE(pixels.load(), 700 * 500);
+    QCOMPARE(tiles.load(), 7 * 4);
+    TileThreads::ForEachTile(QRect(), [](int, int, const QRect&) { QFAIL("there is no tile"); });
+}
+
+void TestTileWorkers::failuresReachTheCallerAsTheyWereThrown()
+{
+    std::atomic<int> done{0};
+    try {
+        TileThreads::ForEach(100000, [&](int piece) {
+            if (piece == 5) throw std::out_of_range("five");
+            ++done;
+        });
+        QFAIL("nothing was thrown");
+    } catch (const std::out_of_range& failure) {
+        QCOMPARE(failure.what(), "five");
+    }
+    QVERIFY(done < 99999);
+}
+
+void TestTileWorkers::lackOfMemoryStaysLackOfMemory()
+{
+    std::mt19937 random(1);
+    const LXImage32 source = TestImages::ToTiles(TestImages::Random(1280, 1280, random));
+    LXImage32 target(1280, 1280);
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 40);
+    QVERIFY_EXCEPTION_THROWN(BlendOn(source, source.Rect(), 0, target, target.Rect(), 0.5, false),
+                             std::bad_alloc);
+    BlendOn(source, source.Rect(), 0, target, target.Rect(), 0.5, false);
+}
+
+/// More levels than the pool has threads, each on all of them.
+void TestTileWorkers::nestedWorkDoesNotDeadlock()
+{
+    std::atomic<int> leaves{0};
+    TileThreads::ForEach(8, [&](int) {
+        TileThreads::ForEach(8, [&](int) { TileThreads::ForEach(8, [&](int) { ++leaves; }); });
+    });
+    QCOMPARE(leaves.load(), 8 * 8 * 8);
+}
+
+void TestTileWorkers::manyCallersAtOnce()
+{
+    std::atomic<int> done{0};
+    std::vector<std::thread> callers;
+    for (int i = 0; i < 8; ++i) {
+        callers.emplace_back([&] {
+            for (int round = 0; round < 200; ++round) {
+                TileThreads::ForEach(16, [&](int) { ++done; });
+            }
+        });
+    }
+    for (std::thread& caller : callers) {
+        caller.join();
+    }
+    QCOMPARE(done.load(), 8 * 200 * 16);
+}
+
+void TestTileWorkers::unwantedWorkEndsBetweenPieces()
+{
+    std::atomic<int> done{0};
+    const TileThreads::CancelScope scope([&] { return done < 10; });
+    QVERIFY_EXCEPTION_THROWN(TileThreads::ForEach(100000, [&](int) { ++done; }), TileThreads::Cancelled);
+    QVERIFY(done >= 10 && done <= 10 + 4);
+}
+
+void TestTileWorkers::cancellingEndsWithItsScope()
+{
+    {
+        const TileThreads::CancelScope scope([] { return false; });
+        const TileThreads::CancelScope inner([] { return true; });
+        TileThreads::ForEach(10, [](int) {});
+    }
+    TileThreads::ForEach(10, [](int) {});
+}
+
+void TestTileWorkers::oneThreadIsEnough()
+{
+    QThreadPool::globalInstance()->setMaxThreadCount(1);
+    const std::thread::id here = std::this_thread::get_id();
+    std::atomic<int> elsewhere{0};
+    TileThreads::ForEach(100, [&](int) { elsewhere += std::this_thread::get_id() == here ? 0 : 1; });
+    QThreadPool::globalInstance()->setMaxThreadCount(4);
+    QCOMPARE(elsewhere.load(), 0);
+}
+
+ZK_REGISTER_TEST(tst_tileworkers, TestTileWorkers)
+#include "tst_tileworkers.moc"
