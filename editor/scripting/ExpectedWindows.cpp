@@ -11,6 +11,7 @@
 #include "scripting/WidgetReading.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -177,6 +178,10 @@ bool ExpectedWindows::IsMatch(const QJSValue& expected, const QString& seen) con
 void ExpectedWindows::Answer(QWidget* window, const Expectation& expectation)
 {
     const QPointer<QWidget> alive(window);
+    // The key that has opened the window is let go before another one is pressed.
+    m_Context.GetInput().HoldModifiers(Qt::NoModifier);
+    // As a window manager does; off screen there is none.
+    if (expectation.kind != Kind::Menu) window->activateWindow();
     if (expectation.callback.isCallable()) RunCallback(expectation.callback, window);
     if (m_Context.IsEnding()) {
         if (alive) CloseWindow(window);
@@ -238,6 +243,9 @@ void ExpectedWindows::AnswerFile(QFileDialog* dialog, const QStringList& paths)
     }
     auto* field = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     if (!field) throw ScriptError(QStringLiteral("The file dialog has no field for a name."));
+    // What is selected in the list would count more than the name.
+    if (auto* list = dialog->findChild<QAbstractItemView*>(QStringLiteral("listView")))
+        list->clearSelection();
     // At once: typing would open the list of completions.
     field->setText(names.join(' '));
     for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {

@@ -8,6 +8,7 @@
 #include "scripting/WidgetReading.h"
 #include "scripting/WidgetSearch.h"
 
+#include <QAbstractScrollArea>
 #include <QtMath>
 
 namespace {
@@ -51,8 +52,11 @@ QWidget* ScriptInput::TargetOf(const QJSValue& options) const
 {
     const QJSValue in = ScriptArguments::Option(options, "in");
     if (in.isUndefined()) return RequireView()->viewport();
-    if (const auto* held = qobject_cast<ScriptWidget*>(in.toQObject())) return held->Require();
-    return WidgetSearch::Find(in.toString());
+    const auto* held = qobject_cast<ScriptWidget*>(in.toQObject());
+    QWidget* widget = held ? held->Require() : WidgetSearch::Find(in.toString());
+    // What scrolls takes the mouse on the sheet inside its frame.
+    const auto* area = qobject_cast<QAbstractScrollArea*>(widget);
+    return area ? area->viewport() : widget;
 }
 
 ScriptInput::Place ScriptInput::PlaceOf(const QPointF& point, const QJSValue& options, Reach reach) const

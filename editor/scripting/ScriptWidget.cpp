@@ -9,6 +9,10 @@
 
 #include <limits>
 
+namespace {
+constexpr int AnyIndex = std::numeric_limits<int>::max();
+} // namespace
+
 ScriptWidget::ScriptWidget(ScriptContext& context, QWidget* widget)
     : ScriptObject(context, nullptr), m_pWidget(widget)
 {}
@@ -111,6 +115,14 @@ QString ScriptWidget::tree() const
     return Call([this] { return WidgetSearch::Tree(Require()); });
 }
 
+QJSValue ScriptWidget::itemGeometry(const QJSValue& index) const
+{
+    return Call([&] {
+        const int item = ScriptArguments::ToInteger(index, "index", 0, AnyIndex);
+        return ScriptArguments::OfRect(Context().GetEngine(), WidgetReading::ItemGeometry(Require(), item));
+    });
+}
+
 void ScriptWidget::click()
 {
     Call([this] { WidgetHand(Context().GetInput()).Click(Require()); });
@@ -138,8 +150,7 @@ void ScriptWidget::choose(const QJSValue& item)
     Call([&] {
         const WidgetHand hand(Context().GetInput());
         if (item.isNumber()) {
-            constexpr int any = std::numeric_limits<int>::max();
-            hand.Choose(Require(), ScriptArguments::ToInteger(item, "index", 0, any));
+            hand.Choose(Require(), ScriptArguments::ToInteger(item, "index", 0, AnyIndex));
         } else {
             hand.Choose(Require(), item.toString());
         }

@@ -57,6 +57,8 @@ public:
 
     Q_INVOKABLE QJSValue find(const QString& path) const;
     Q_INVOKABLE QString tree() const;
+    /// Where an item of a list, tabs or a menu lies in it; null while it isn't seen.
+    Q_INVOKABLE QJSValue itemGeometry(const QJSValue& index) const;
     Q_INVOKABLE void click();
     Q_INVOKABLE void setChecked(bool checked);
     Q_INVOKABLE void setValue(const QJSValue& value);

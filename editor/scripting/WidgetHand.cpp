@@ -27,6 +27,8 @@
 #include <QTextEdit>
 
 namespace {
+constexpr int FarFromClick = 15; ///< pixels
+
 QString Named(const QWidget* widget)
 {
     return QStringLiteral("%1 \"%2\"")
@@ -171,9 +173,8 @@ void WidgetHand::Choose(QWidget* widget, int index) const
     if (auto* combo = qobject_cast<QComboBox*>(widget)) {
         ChooseInCombo(combo, index);
     } else if (auto* view = qobject_cast<QAbstractItemView*>(widget)) {
-        const QModelIndex item = view->model()->index(index, 0);
-        view->scrollTo(item);
-        m_Input.Click(view->viewport(), view->visualRect(item).center());
+        view->scrollTo(view->model()->index(index, 0));
+        m_Input.Click(view->viewport(), WidgetReading::ItemGeometry(view, index).center());
     } else if (auto* tabs = qobject_cast<QTabBar*>(widget)) {
         m_Input.Click(tabs, tabs->tabRect(index).center());
     } else if (auto* menu = qobject_cast<QMenu*>(widget)) {
@@ -196,11 +197,10 @@ void WidgetHand::ChooseInCombo(QComboBox* combo, int index) const
 {
     m_Input.Click(combo);
     QAbstractItemView* list = combo->view();
-    const QModelIndex item = combo->model()->index(index, combo->modelColumn());
-    list->scrollTo(item);
-    const QPoint place = list->visualRect(item).center();
-    // A list takes the release only of a pointer that has moved in it.
-    m_Input.Move(list->viewport(), place + QPoint(1, 0));
+    list->scrollTo(combo->model()->index(index, 0));
+    const QPoint place = WidgetReading::ItemGeometry(list, index).center();
+    // Else the list takes the click for the end of the one that has opened it.
+    m_Input.Move(list->viewport(), place + QPoint(FarFromClick, 0));
     m_Input.Click(list->viewport(), place);
 }
 

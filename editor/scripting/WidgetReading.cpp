@@ -26,14 +26,20 @@ QStringList TabTexts(const Bar* bar)
     return texts;
 }
 
+QList<QAction*> Entries(const QMenu* menu)
+{
+    QList<QAction*> entries;
+    for (QAction* action : menu->actions()) {
+        if (!action->isSeparator() && action->isVisible()) entries.append(action);
+    }
+    return entries;
+}
+
 QStringList ActionTexts(const QMenu* menu)
 {
     QStringList texts;
-    for (const QAction* action : menu->actions()) {
-        if (!action->isSeparator() && action->isVisible()) {
-            texts.append(WidgetReading::WithoutMnemonic(action->text()));
-        }
-    }
+    for (const QAction* action : Entries(menu))
+        texts.append(WidgetReading::WithoutMnemonic(action->text()));
     return texts;
 }
 
@@ -102,6 +108,21 @@ int WidgetReading::Index(const QWidget* widget)
     if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) return view->currentIndex().row();
     const QVariant index = widget->property("currentIndex");
     return index.isValid() ? index.toInt() : -1;
+}
+
+QRect WidgetReading::ItemGeometry(const QWidget* widget, int index)
+{
+    if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) {
+        if (!view->model()) return {};
+        // Items of a narrow list are wider than what is seen of them.
+        return view->visualRect(view->model()->index(index, 0)) & view->viewport()->rect();
+    }
+    if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) return tabs->tabRect(index);
+    if (const auto* menu = qobject_cast<const QMenu*>(widget)) {
+        QAction* entry = Entries(menu).value(index);
+        return entry ? menu->actionGeometry(entry) : QRect();
+    }
+    return {};
 }
 
 QString WidgetReading::Line(const QWidget* widget)

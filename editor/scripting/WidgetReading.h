@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -19,6 +20,10 @@ QStringList Items(const QWidget* widget);
 
 /// Which of the items is the current one; -1 for none.
 int Index(const QWidget* widget);
+
+/// What is seen of an item of a list, tabs or a menu, in pixels of the list's viewport or of the widget; null
+/// for nothing.
+QRect ItemGeometry(const QWidget* widget, int index);
 
 /// Class, name, text and state in one line.
 QString Line(const QWidget* widget);

@@ -29,6 +29,8 @@ private slots:
     void aDialogLeftOpenEndsTheScript();
     void aFileDialogIsAnsweredWithPaths();
     void aFileDialogIsCancelledByNull();
+    void aPathCountsMoreThanTheNameThatTheDialogProposes();
+    void keysGoToTheDialog();
     void replacingAFileAsksAndThatIsAWindowToo();
     void whatNeverOpenedIsAFailureAtTheEnd();
     void forgottenExpectationsAreNoFailure();
@@ -213,6 +215,36 @@ void TestScriptDialogs::aFileDialogIsCancelledByNull()
         dialogs.expectFile(null)
         menus.trigger("File/Save As…")
         expect.equal(documents.active.path, "")
+    )");
+}
+
+void TestScriptDialogs::aPathCountsMoreThanTheNameThatTheDialogProposes()
+{
+    AskingEditor editor;
+    editor.Check(QString(R"(
+        documents.active.save(%1)
+        dialogs.expectFile(%2)
+        menus.trigger("File/Save As…")
+        expect.equal(documents.active.name, "second.png")
+    )")
+                     .arg(editor.Quoted("first.png"), editor.Quoted("second.png")));
+}
+
+void TestScriptDialogs::keysGoToTheDialog()
+{
+    AskingEditor editor;
+    editor.answer = LXMessageBox::Yes;
+    editor.Check("dialogs.expect({ " + Words + " }, function() { input.key('Esc') });" + Ask);
+    QCOMPARE(editor.answers, 1);
+    QCOMPARE(editor.answer, LXMessageBox::NoButton);
+    // Ctrl is still down when the key opens the window.
+    editor.Check(R"(
+        dialogs.expect({ title: "New picture" }, function() {
+            expect.equal(input.modifiers, "")
+            input.key("Esc")
+        })
+        input.key("Ctrl+N")
+        expect.equal([input.modifiers, documents.count], ["", 1])
     )");
 }
 

@@ -35,6 +35,7 @@ private slots:
     void aSliderIsDragged();
     void fieldsAreTypedOver();
     void itemsAreChosen();
+    void anItemIsHitWhereItLies();
     void whatDoesNotFitTheKindIsRefused();
     void theTreeShowsWhatIsThere();
     void aWidgetThatIsGoneSaysSo();
@@ -75,7 +76,8 @@ public:
         fraction.setRange(0, 10);
         slider.setRange(0, 50);
         combo.addItems({"red", "green", "blue"});
-        list.addItems({"one", "two", "three"});
+        list.addItems({"one", "two, whose text is much wider than the list that shows it " + QString(80, 'x'),
+                       "three"});
         tabs.addTab(new QLabel("first page"), "&First");
         tabs.addTab(new QLabel("second page"), "S&econd");
         button.setToolTip("Does it");
@@ -157,7 +159,7 @@ void TestScriptWidgets::whatCanBeReadIsRead()
             at(name).text), ["Do it", "Wide", "Read & write", "Group", "words", "a page", "green", "First", "7"])
         expect.equal([at("spin").value, at("bar").value, at("part").value, at("line").value], [7, 0, 0, undefined])
         expect.equal([at("combo").items, at("list").items, at("tabs").items],
-                     [["red", "green", "blue"], ["one", "two", "three"], ["First", "Second"]])
+                     [["red", "green", "blue"], ["one", at("list").items[1], "three"], ["First", "Second"]])
         expect.equal([at("combo").index, at("list").index, at("tabs").index, at("spin").index], [1, -1, 0, -1])
         expect.equal([at("button").toolTip, at("button").accessibleName], ["Does it", "Doer"])
         expect.equal([at("radio").enabled, at("button").enabled, at("check").checked], [false, true, false])
@@ -259,8 +261,10 @@ void TestScriptWidgets::itemsAreChosen()
         const at = name => widgets.find("controls/" + name)
         at("combo").choose("blue")
         expect.equal(at("combo").index, 2)
-        at("combo").choose(0)
-        expect.equal(at("combo").text, "red")
+        for (const index of [0, 1, 0, 1, 2, 1]) {
+            at("combo").choose(index)
+            expect.equal(at("combo").index, index)
+        }
         at("list").choose("three")
         expect.equal(at("list").index, 2)
         at("tabs").choose("Second")
@@ -269,7 +273,25 @@ void TestScriptWidgets::itemsAreChosen()
         expect.throws(function() { at("combo").choose("pink") }, "has no item \"pink\"; there are: red, green, blue")
         expect.throws(function() { at("list").choose(3) }, "has 3 items, and no item 3")
     )");
-    QCOMPARE(activated.count(), 2);
+    QCOMPARE(activated.count(), 7);
+}
+
+void TestScriptWidgets::anItemIsHitWhereItLies()
+{
+    EditorScriptFixture editor;
+    Controls controls(editor.Window());
+    editor.Check(R"(
+        const list = widgets.find("controls/list"), place = list.itemGeometry(1)
+        input.click(place.x + 2, place.y + place.height - 1, { in: list })
+        expect.equal(list.index, 1)
+        expect.ok(place.x + place.width <= list.geometry.width, "what is seen")
+        expect.equal(list.itemGeometry(3), null)
+        expect.equal(widgets.find("controls/line").itemGeometry(0), null)
+        const tabs = widgets.find("controls/tabs/QTabBar"), second = tabs.itemGeometry(1)
+        input.click(second.x + second.width / 2, second.y + second.height / 2, { in: tabs })
+        expect.equal(tabs.text, "Second")
+    )");
+    QCOMPARE(controls.list.currentRow(), 1);
 }
 
 void TestScriptWidgets::whatDoesNotFitTheKindIsRefused()
