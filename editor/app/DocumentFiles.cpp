@@ -2,13 +2,12 @@
 
 #include "app/FormatLimitSettings.h"
 #include "app/MainWindow.h"
-#include "app/PictureLosses.h"
 #include "app/WaitedWork.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
-#include "formats/PictureFile.h"
+#include "formats/DocumentFile.h"
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiArea_p.h"
@@ -24,9 +23,11 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QRegularExpression>
+#include <QItemSelectionModel>
 #include <QScopedValueRollback>
 #include <QStatusBar>
+
+#include <algorithm>
 
 namespace {
 const QLatin1String FolderKey("Editor/Folder");
@@ -53,24 +54,6 @@ QString NewName()
     return QStringLiteral("%1 %2").arg(name).arg(number);
 }
 
-/// The format of an entry of a file dialog's filter, such as "PNG (*.png)".
-PictureFile::Format FormatOfFilter(const QString& filter)
-{
-    const QRegularExpressionMatch ending = QRegularExpression(QStringLiteral("\\*(\\.\\w+)")).match(filter);
-    return PictureFile::FormatOfName(QStringLiteral("x") + ending.captured(1));
-}
-
-/// Puts down whatever floats above the pixels, so that what is read is all of the picture.
-void LandFloatingPieces(LXDocumentInterface* document, LexoUndoStack* history)
-{
-    const int layers = document->GetModel()->rowCount();
-    for (int row = 0; row < layers; ++row) {
-        const uint id = static_cast<uint>(row) + 1;
-        emit document->AboutRequesAdditionalLayer(id);
-        emit document->AboutRequesAdditionalMask(id);
-    }
-    if (history) history->commit();
-}
 } // namespace
 
 DocumentFiles::DocumentFiles(MainWindow* window) : m_pWindow(window)
@@ -105,7 +88,7 @@ LXDocumentInterface* DocumentFiles::New(const QSize& size, const QColor& backgro
 QStringList DocumentFiles::AskForFiles()
 {
     const QString folder = ZKApplication::GetUserValue(FolderKey, QDir::homePath()).toString();
-    return QFileDialog::getOpenFileNames(m_pWindow, tr("Open"), folder, PictureFile::OpenFilter());
+    return QFileDialog::getOpenFileNames(m_pWindow, tr("Open"), folder, DocumentFile::OpenFilter());
 }
 
 LXDocumentInterface* DocumentFiles::Open(const QString& path)
@@ -118,22 +101,25 @@ LXDocumentInterface* DocumentFiles::Open(const QString& path)
 
     // Read here: the settings belong to the main thread.
     const FormatLimits limits = FormatLimitSettings::Read();
-    PictureFile::ReadResult result;
+    DocumentFile::ReadResult result;
     WaitedWork::Run(m_pWindow, tr("Opening “%1”…").arg(file.fileName()), true,
                     [&](const FileProgress& progress) {
-                        result = PictureFile::ReadPicture(file.absoluteFilePath(), limits, progress);
+                        result = DocumentFile::Read(file.absoluteFilePath(), limits, progress);
                     });
     if (!result.outcome.IsOk()) {
         if (result.outcome.error != PictureFile::Error::Cancelled) Tell(result.outcome.message);
         return nullptr;
     }
-    LXDocumentInterface* document = PictureFile::MakeDocument(result.picture, file.fileName());
+    LXDocumentInterface* document = DocumentFile::MakeDocument(result, file.fileName());
     if (!document) {
         Tell(tr("There is not enough memory to open “%1”. Close other pictures and try again.")
                  .arg(file.fileName()));
         return nullptr;
     }
-    return Show(document, file.canonicalFilePath());
+    if (!Show(document, file.canonicalFilePath())) return nullptr;
+    SelectRows(document, result.content.selectedRows);
+    if (!result.notice.isEmpty()) m_pWindow->statusBar()->showMessage(result.notice);
+    return document;
 }
 
 LXDocumentInterface* DocumentFiles::Show(LXDocumentInterface* document, const QString& path)
@@ -143,66 +129,12 @@ LXDocumentInterface* DocumentFiles::Show(LXDocumentInterface* document, const QS
         return nullptr;
     }
 
-    m_Records.insert(document, Record{path, QString()});
+    m_Records.insert(document, Record{path, {}, {}});
     if (!path.isEmpty()) {
         ZKApplication::SetUserValue(FolderKey, QFileInfo(path).absolutePath());
         emit FileUsed(path);
     }
     return document;
-}
-
-bool DocumentFiles::Save(LXDocumentInterface* document)
-{
-    const QString path = GetPath(document);
-    const bool canSaveThere = PictureFile::FormatOfName(path) != PictureFile::Format::Unknown;
-    return canSaveThere ? SaveTo(document, path) : SaveAs(document);
-}
-
-bool DocumentFiles::SaveAs(LXDocumentInterface* document)
-{
-    if (!document || IsBusy(document)) return false;
-
-    const QString path = AskForPath(document);
-    return !path.isEmpty() && SaveTo(document, path);
-}
-
-bool DocumentFiles::SaveTo(LXDocumentInterface* document, const QString& path)
-{
-    if (!document || IsBusy(document)) return false;
-
-    const PictureFile::Format format = PictureFile::FormatOfName(path);
-    if (format == PictureFile::Format::Unknown) {
-        Tell(tr("“%1” was not saved, since its ending names no known format. Choose a name that ends in %2.")
-                 .arg(QDir::toNativeSeparators(path), QStringLiteral(".png")));
-        return false;
-    }
-
-    LandFloatingPieces(document, HistoryOf(document));
-    const Picture picture = PictureFile::TakePicture(document);
-    if (!AcceptsLosses(document, path, picture)) return false;
-
-    PictureFile::Outcome outcome;
-    WaitedWork::Run(m_pWindow, tr("Saving “%1”…").arg(QFileInfo(path).fileName()), true,
-                    [&](const FileProgress& progress) {
-                        outcome = PictureFile::WritePicture(path, format, picture, {}, progress);
-                    });
-    if (!outcome.IsOk()) {
-        if (outcome.error != PictureFile::Error::Cancelled) Tell(outcome.message);
-        return false;
-    }
-    MarkSaved(document, path);
-    return true;
-}
-
-void DocumentFiles::MarkSaved(LXDocumentInterface* document, const QString& path)
-{
-    const QFileInfo file(path);
-    m_Records[document].path = file.canonicalFilePath();
-    document->SetDocumentName(file.fileName());
-    document->SetDocumentState(0);
-    if (LexoUndoStack* history = HistoryOf(document)) history->setClean();
-    ZKApplication::SetUserValue(FolderKey, file.absolutePath());
-    emit FileUsed(file.canonicalFilePath());
 }
 
 bool DocumentFiles::Close(LXDocumentInterface* document)
@@ -240,45 +172,6 @@ bool DocumentFiles::AskBeforeClose(LXDocumentInterface* document)
     return answer == LXMessageBox::Discard;
 }
 
-QString DocumentFiles::AskForPath(const LXDocumentInterface* document)
-{
-    QString suggestion = GetPath(document);
-    if (suggestion.isEmpty()) {
-        const QDir folder(ZKApplication::GetUserValue(FolderKey, QDir::homePath()).toString());
-        suggestion = folder.filePath(document->GetDocumentName());
-    }
-
-    QFileDialog dialog(m_pWindow, tr("Save as"), QFileInfo(suggestion).absolutePath(),
-                       PictureFile::SaveFilter());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    const auto applyFilter = [&dialog](const QString& filter) {
-        dialog.setDefaultSuffix(PictureFile::DefaultEnding(FormatOfFilter(filter)));
-    };
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, applyFilter);
-    for (const QString& filter : dialog.nameFilters()) {
-        if (FormatOfFilter(filter) == PictureFile::FormatOfName(suggestion)) dialog.selectNameFilter(filter);
-    }
-    applyFilter(dialog.selectedNameFilter());
-    dialog.selectFile(QFileInfo(suggestion).fileName());
-
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
-
-bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QString& path, const Picture& picture)
-{
-    const QString losses = PictureLosses(document, picture, PictureFile::FormatOfName(path));
-    Record& record = m_Records[document];
-    if (losses.isEmpty() || losses == record.acceptedLosses) return true;
-
-    const LXMessageBox::Button answer =
-        LXMessageBox::Warning(m_pWindow, Title(), tr("%1 Save it so?").arg(losses),
-                              LXMessageBox::Save | LXMessageBox::Cancel, LXMessageBox::Save);
-    if (answer != LXMessageBox::Save) return false;
-
-    record.acceptedLosses = losses;
-    return true;
-}
-
 LXDocumentInterface* DocumentFiles::FindOpen(const QString& path) const
 {
     if (path.isEmpty()) return nullptr;
@@ -297,11 +190,44 @@ void DocumentFiles::BringToFront(const LXDocumentInterface* document)
     }
 }
 
-LexoUndoStack* DocumentFiles::HistoryOf(const LXDocumentInterface* document) const
+ZKDocumentView* DocumentFiles::ViewOf(const LXDocumentInterface* document) const
 {
     const LXMdiSubWindow* window = LXMdiAreaPrivate::Get(m_pWindow->GetDocumentArea())->FindWindow(document);
     const auto* widget = window ? qobject_cast<ZKDocumentWidget*>(window->GetWidget()) : nullptr;
-    return widget ? widget->GetView()->GetHistory() : nullptr;
+    return widget ? widget->GetView() : nullptr;
+}
+
+LexoUndoStack* DocumentFiles::HistoryOf(const LXDocumentInterface* document) const
+{
+    const ZKDocumentView* view = ViewOf(document);
+    return view ? view->GetHistory() : nullptr;
+}
+
+/// Nothing selected in the file leaves the view's own choice.
+void DocumentFiles::SelectRows(const LXDocumentInterface* document, const QSet<int>& rows)
+{
+    const ZKDocumentView* view = ViewOf(document);
+    if (!view || rows.isEmpty()) return;
+
+    const LXDocumentModel* model = view->GetModel();
+    QItemSelection selection;
+    for (const int row : rows) {
+        selection.select(model->index(row), model->index(row));
+    }
+    const int first = *std::min_element(rows.begin(), rows.end());
+    view->GetLayerSelection()->setCurrentIndex(model->index(first), QItemSelectionModel::NoUpdate);
+    view->GetLayerSelection()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+QSet<int> DocumentFiles::SelectedRows(const LXDocumentInterface* document) const
+{
+    QSet<int> rows;
+    const ZKDocumentView* view = ViewOf(document);
+    if (!view) return rows;
+    for (const QModelIndex& index : view->GetLayerSelection()->selectedIndexes()) {
+        rows.insert(index.row());
+    }
+    return rows;
 }
 
 bool DocumentFiles::IsModified(const LXDocumentInterface* document) const

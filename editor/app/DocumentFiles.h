@@ -2,8 +2,11 @@
 
 #include "EditorExport.h"
 
+#include "formats/PictureFile.h"
+
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -12,9 +15,9 @@ class LXDocumentInterface;
 class LexoUndoStack;
 class MainWindow;
 class QColor;
-struct Picture;
+class ZKDocumentView;
 
-/// The documents and their files: new, open, save and the question before a close.
+/// The documents and their files: new, open, save, export and the question before a close.
 ///
 /// What goes wrong is told in a message box over the main window, and then nothing has changed.
 /// Main thread only; decoding and writing run on a worker while the user waits.
@@ -38,16 +41,26 @@ public:
     /// Null when it could not be read (told) or the user cancelled.
     LXDocumentInterface* Open(const QString& path);
 
-    /// Saves to the document's file, or asks for one when it has none. False when cancelled or failed, and
-    /// while a tool holds the document's lock.
+    /// Saves to the document's file. Asks for one as SaveAs() when it has none, and when it has one that
+    /// can't hold all of the picture any more. False when cancelled or failed, and while a tool holds the
+    /// document's lock.
     bool Save(LXDocumentInterface* document);
 
-    /// Asks for a file and saves there; from then on it is the document's file.
+    /// Asks for a file and saves there; from then on it is the document's file. Flat formats are offered only
+    /// for a picture that fits into them.
     bool SaveAs(LXDocumentInterface* document);
 
-    /// Saves there without a dialog for the name; from then on it is the document's file. The ending
-    /// chooses the format. What the format can't hold is told before, and the user may cancel.
+    /// Saves there without a dialog for the name; the ending chooses the format. From then on it is the
+    /// document's file, unless it can't hold all of the picture: then this is an export.
     bool SaveTo(LXDocumentInterface* document, const QString& path);
+
+    /// Asks for a flat file and writes a copy there.
+    bool Export(LXDocumentInterface* document);
+
+    /// Writes a flat copy without a dialog for the name; the ending chooses the format. The document keeps
+    /// its own file and stays as modified as it was. What the format can't hold is told before, and the user
+    /// may cancel.
+    bool ExportTo(LXDocumentInterface* document, const QString& path);
 
     /// The document's file; empty when it has none.
     QString GetPath(const LXDocumentInterface* document) const;
@@ -67,20 +80,30 @@ private:
     struct Record
     {
         QString path;
+        QString exportPath;     // of the last export
         QString acceptedLosses; // told in these words, and accepted
     };
 
     LXDocumentInterface* Show(LXDocumentInterface* document, const QString& path);
     LXDocumentInterface* FindOpen(const QString& path) const;
     void BringToFront(const LXDocumentInterface* document);
+    ZKDocumentView* ViewOf(const LXDocumentInterface* document) const;
     LexoUndoStack* HistoryOf(const LXDocumentInterface* document) const;
     bool IsModified(const LXDocumentInterface* document) const;
     bool AskBeforeClose(LXDocumentInterface* document);
-    QString AskForPath(const LXDocumentInterface* document);
-    bool AcceptsLosses(LXDocumentInterface* document, const QString& path, const Picture& picture);
+    void SelectRows(const LXDocumentInterface* document, const QSet<int>& rows);
+    QSet<int> SelectedRows(const LXDocumentInterface* document) const;
+    QString SuggestedPath(const LXDocumentInterface* document, const QString& ending) const;
+    bool SaveOwn(LXDocumentInterface* document, const QString& path);
+    bool SaveFlat(LXDocumentInterface* document, const QString& path);
+    bool WriteFlat(const QString& path, const Picture& picture);
+    bool FitsInto(const LXDocumentInterface* document, PictureFile::Format format) const;
+    bool AcceptsLosses(LXDocumentInterface* document, const QStringList& content, const QStringList& aids);
     void MarkSaved(LXDocumentInterface* document, const QString& path);
     bool IsBusy(const LXDocumentInterface* document); // and tells so
     void Tell(const QString& message);
+    bool TellUnknownEnding(const QString& path);           // always false
+    bool TellFailure(const PictureFile::Outcome& outcome); // whether there was none
 
     MainWindow* m_pWindow;
     QHash<const LXDocumentInterface*, Record> m_Records;

@@ -51,6 +51,8 @@ void FileMenu::BuildActions()
                   "theme:file_save.png");
     m_pSaveAs = add(50, tr("Save &As…"), tr("Saves the picture to another file"),
                     Qt::CTRL + Qt::SHIFT + Qt::Key_S, "theme:file_save_as.png");
+    m_pExport = add(55, tr("&Export…"), tr("Writes a flat copy of the picture, such as PNG or JPEG"),
+                    Qt::CTRL + Qt::SHIFT + Qt::Key_E);
     AddMenuSeparator(this, ZKMenuManager::File, 60);
     m_pClose = add(70, tr("&Close"), tr("Closes the picture"), Qt::CTRL + Qt::Key_W, "theme:close.png");
     AddMenuSeparator(this, ZKMenuManager::File, 80);
@@ -62,6 +64,8 @@ void FileMenu::BuildActions()
     connect(m_pSave, &QAction::triggered, this, [this] { m_pFiles->Save(m_pWindow->GetActiveDocument()); });
     connect(m_pSaveAs, &QAction::triggered, this,
             [this] { m_pFiles->SaveAs(m_pWindow->GetActiveDocument()); });
+    connect(m_pExport, &QAction::triggered, this,
+            [this] { m_pFiles->Export(m_pWindow->GetActiveDocument()); });
     connect(m_pClose, &QAction::triggered, this, [this] { m_pFiles->Close(m_pWindow->GetActiveDocument()); });
     connect(quit, &QAction::triggered, m_pWindow, &QWidget::close);
 }
@@ -102,7 +106,7 @@ void FileMenu::RebuildRecentMenu()
 
 void FileMenu::UpdateActions()
 {
-    for (QAction* action : {m_pSave, m_pSaveAs, m_pClose}) {
+    for (QAction* action : {m_pSave, m_pSaveAs, m_pExport, m_pClose}) {
         action->setEnabled(m_pWindow->GetActiveView() != nullptr);
     }
 }

@@ -31,5 +31,6 @@ private:
     QMenu* m_pRecentMenu;
     QAction* m_pSave = nullptr;
     QAction* m_pSaveAs = nullptr;
+    QAction* m_pExport = nullptr;
     QAction* m_pClose = nullptr;
 };

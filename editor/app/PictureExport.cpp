@@ -4,6 +4,8 @@
 #include "app/PictureLosses.h"
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
+#include "formats/DocumentFile.h"
+#include "formats/OraFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -16,13 +18,13 @@ struct DocumentReleaser
 
 using OwnedDocument = std::unique_ptr<LXDocumentInterface, DocumentReleaser>;
 
-PictureFile::ReadResult ReadOrMake(const CommandLine& line)
+DocumentFile::ReadResult ReadOrMake(const CommandLine& line)
 {
     if (line.newSize.isEmpty()) {
-        return PictureFile::ReadPicture(QFileInfo(line.files.first()).absoluteFilePath(),
-                                        FormatLimitSettings::Read());
+        return DocumentFile::Read(QFileInfo(line.files.first()).absoluteFilePath(),
+                                  FormatLimitSettings::Read());
     }
-    PictureFile::ReadResult made;
+    DocumentFile::ReadResult made;
     try {
         made.picture.image = LXImage32(line.newSize.width(), line.newSize.height());
         made.picture.image.Fill(LXRGBA32i(qRgba(255, 255, 255, 255)));
@@ -36,21 +38,24 @@ PictureFile::ReadResult ReadOrMake(const CommandLine& line)
 PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses)
 {
     const PictureFile::Format format = PictureFile::FormatOfName(line.exportFile);
-    if (format == PictureFile::Format::Unknown) {
+    const bool keepsLayers = OraFile::IsNameOf(line.exportFile);
+    if (format == PictureFile::Format::Unknown && !keepsLayers) {
         return {PictureFile::Error::UnknownFormat,
                 tr("“%1” can't be written, since its ending names no known format. Choose a name that ends "
                    "in %2.")
                     .arg(QDir::toNativeSeparators(line.exportFile), QStringLiteral(".png"))};
     }
 
-    const PictureFile::ReadResult read = ReadOrMake(line);
+    const DocumentFile::ReadResult read = ReadOrMake(line);
     if (!read.outcome.IsOk()) return read.outcome;
 
-    const OwnedDocument document(PictureFile::MakeDocument(read.picture, QString()));
+    const OwnedDocument document(DocumentFile::MakeDocument(read, QString()));
     if (!document) {
         return {PictureFile::Error::OutOfMemory, tr("There is not enough memory for the picture.")};
     }
+    const QString path = QFileInfo(line.exportFile).absoluteFilePath();
+    if (keepsLayers) return OraFile::Write(path, OraFile::TakeContent(document.get()));
     const Picture picture = PictureFile::TakePicture(document.get());
-    *losses = PictureLosses(document.get(), picture, format);
-    return PictureFile::WritePicture(QFileInfo(line.exportFile).absoluteFilePath(), format, picture);
+    *losses = PictureLosses::OfContent(document.get(), picture, format).join(' ');
+    return PictureFile::WritePicture(path, format, picture);
 }

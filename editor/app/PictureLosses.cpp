@@ -1,7 +1,9 @@
 #include "app/PictureLosses.h"
 
+#include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "document/LXPathsListModel.h"
 #include "image/LXImage.h"
 
 #include <QCoreApplication>
@@ -36,10 +38,19 @@ bool HasTransparency(const LXImage32& image)
     return false;
 }
 
-bool HasLayersToMerge(const LXDocumentModel* model)
+/// Whether the file can hold the one layer as it is: nothing of it lies beside the canvas or is hidden.
+bool IsPlain(const LXDocumentInterface* document)
 {
-    if (model->rowCount() > 1) return true;
-    return model->rowCount() == 1 && model->HasMask(0);
+    const LXDocumentModel* model = document->GetModel();
+    return !model->HasMask(0) && model->GetVisible(0) && model->GetOpacity(0) >= 1 &&
+           model->GetBlendMode(0) == BlendMode::Normal &&
+           document->GetLayerGeometry(1) == document->GetLayerGeometry(0);
+}
+
+bool HasLayersToMerge(const LXDocumentInterface* document)
+{
+    const int count = document->GetModel()->rowCount();
+    return count > 1 || (count == 1 && !IsPlain(document));
 }
 
 QString Tr(const char* text)
@@ -48,15 +59,28 @@ QString Tr(const char* text)
 }
 } // namespace
 
-QString PictureLosses(const LXDocumentInterface* document, const Picture& picture, PictureFile::Format format)
+QStringList PictureLosses::OfContent(const LXDocumentInterface* document, const Picture& picture,
+                                     PictureFile::Format format)
 {
     const QString name = PictureFile::FormatName(format);
     QStringList losses;
-    if (HasLayersToMerge(document->GetModel())) {
+    if (HasLayersToMerge(document)) {
         losses.append(Tr("%1 holds one flat picture: layers and masks are merged in the file.").arg(name));
     }
     if (!PictureFile::KeepsAlpha(format) && HasTransparency(picture.image)) {
         losses.append(Tr("%1 holds no transparency: what is transparent becomes white.").arg(name));
     }
-    return losses.join(' ');
+    return losses;
+}
+
+QStringList PictureLosses::OfAids(const LXDocumentInterface* document, PictureFile::Format format)
+{
+    QStringList aids;
+    if (document->HasSelection()) aids << Tr("selection");
+    if (!document->GetGuides().isEmpty()) aids << Tr("guides");
+    if (document->GetPathListModel()->rowCount() > 0) aids << Tr("paths");
+    if (document->GetColorSamples()->rowCount() > 0) aids << Tr("color samples");
+    if (aids.isEmpty()) return {};
+    return {Tr("%1 doesn't hold what helps while working: %2.")
+                .arg(PictureFile::FormatName(format), aids.join(QStringLiteral(", ")))};
 }

@@ -2,12 +2,17 @@
 
 #include "formats/PictureFile.h"
 
-#include <QString>
+#include <QStringList>
 
 class LXDocumentInterface;
 
-/// What of a document a file of this format can't hold, in sentences for the user; empty when it holds all.
-/// Main thread.
+/// What of a document a flat file can't hold, in sentences for the user. Main thread.
+namespace PictureLosses {
+/// What makes the picture another one when it is read again; empty when nothing does.
 /// @param picture  the document's merged picture
-QString PictureLosses(const LXDocumentInterface* document, const Picture& picture,
+QStringList OfContent(const LXDocumentInterface* document, const Picture& picture,
                       PictureFile::Format format);
+
+/// What only helps while working: selection, guides, paths, color samples. At most one sentence.
+QStringList OfAids(const LXDocumentInterface* document, PictureFile::Format format);
+} // namespace PictureLosses

@@ -1,9 +1,18 @@
+// What file dialogs offer.
+
+#include "formats/DocumentFile.h"
 #include "formats/FormatTable.h"
-#include "formats/PictureFile.h"
+#include "formats/OraFile.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 namespace {
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("PictureFile", text);
+}
+
 QString Patterns(const FormatEntry& entry)
 {
     QStringList patterns;
@@ -13,31 +22,52 @@ QString Patterns(const FormatEntry& entry)
     return patterns.join(QLatin1Char(' '));
 }
 
-/// One entry for each format.
-QStringList FormatFilters()
+QString OwnPattern()
+{
+    return QStringLiteral("*.") + OraFile::Ending();
+}
+
+/// One entry for each flat format that the wanted direction has.
+QStringList FlatFilters(bool isForWriting)
 {
     QStringList filters;
     for (const FormatEntry& entry : FormatTable()) {
-        filters
-            << QCoreApplication::translate("PictureFile", "%1 picture (%2)").arg(entry.name, Patterns(entry));
+        if (isForWriting && !entry.encode) continue;
+        filters << Tr("%1 picture (%2)").arg(entry.name, Patterns(entry));
     }
     return filters;
 }
 } // namespace
 
-QString PictureFile::OpenFilter()
+QString PictureFile::SaveFilter()
 {
-    QStringList patterns;
+    return FlatFilters(true).join(QStringLiteral(";;"));
+}
+
+QString DocumentFile::OpenFilter()
+{
+    QStringList patterns{OwnPattern()};
     for (const FormatEntry& entry : FormatTable()) {
         patterns << Patterns(entry);
     }
-    const QString all =
-        QCoreApplication::translate("PictureFile", "All pictures (%1)").arg(patterns.join(QLatin1Char(' ')));
-    const QString any = QCoreApplication::translate("PictureFile", "All files (*)");
-    return (QStringList(all) + FormatFilters() + QStringList(any)).join(QStringLiteral(";;"));
+    const QString all = Tr("All pictures (%1)").arg(patterns.join(QLatin1Char(' ')));
+    const QStringList filters =
+        QStringList{all, OwnFilter()} + FlatFilters(false) + QStringList(Tr("All files (*)"));
+    return filters.join(QStringLiteral(";;"));
 }
 
-QString PictureFile::SaveFilter()
+QString DocumentFile::OwnFilter()
 {
-    return FormatFilters().join(QStringLiteral(";;"));
+    return Tr("OpenRaster picture with layers (%1)").arg(OwnPattern());
+}
+
+QString DocumentFile::SaveFilter()
+{
+    return OwnFilter() + QStringLiteral(";;") + PictureFile::SaveFilter();
+}
+
+QString DocumentFile::EndingOfFilter(const QString& filter)
+{
+    static const QRegularExpression firstEnding(QStringLiteral("\\*\\.(\\w+)"));
+    return firstEnding.match(filter).captured(1);
 }

@@ -11,7 +11,7 @@ using PictureFile::Error;
 namespace {
 QString FormatNames()
 {
-    QStringList names;
+    QStringList names{QStringLiteral("OpenRaster")};
     for (const FormatEntry& entry : FormatTable()) {
         names << entry.name;
     }

@@ -83,7 +83,7 @@ PictureFile::Outcome PictureFile::WritePicture(const QString& path, Format forma
 {
     const FileMessages messages(path);
     const FormatEntry* entry = FindFormat(format);
-    if (!entry) return {Error::UnknownFormat, messages.OfWriting(Error::UnknownFormat, {})};
+    if (!entry || !entry->encode) return {Error::UnknownFormat, messages.OfWriting(Error::UnknownFormat, {})};
     const QSize size = picture.image.Rect().size();
     if (size.isEmpty()) return {Error::OutOfMemory, messages.OfWriting(Error::OutOfMemory, {})};
     if (std::max(size.width(), size.height()) > entry->maxSide) {
@@ -112,6 +112,12 @@ PictureFile::Format PictureFile::FormatOfName(const QString& path)
         if (entry.endings.contains(ending)) return entry.format;
     }
     return Format::Unknown;
+}
+
+bool PictureFile::CanWrite(Format format)
+{
+    const FormatEntry* entry = FindFormat(format);
+    return entry && entry->encode;
 }
 
 bool PictureFile::KeepsAlpha(Format format)

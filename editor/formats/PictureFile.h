@@ -80,6 +80,9 @@ ZK_EDITOR_EXPORT Outcome WritePicture(const QString& path, Format format, const 
 /// The format that the path's ending names, in any case; Unknown for others and for none. Any thread.
 ZK_EDITOR_EXPORT Format FormatOfName(const QString& path);
 
+/// Some formats can only be read. False for Unknown. Any thread.
+ZK_EDITOR_EXPORT bool CanWrite(Format format);
+
 /// Whether transparency survives saving; if not, the user is told before.
 ZK_EDITOR_EXPORT bool KeepsAlpha(Format format);
 
@@ -89,7 +92,6 @@ ZK_EDITOR_EXPORT QString FormatName(Format format);
 /// The ending that a file of the format gets by itself, without a dot; empty for Unknown.
 ZK_EDITOR_EXPORT QString DefaultEnding(Format format);
 
-/// Filters for file dialogs, entries parted by ";;". OpenFilter begins with all pictures together.
-ZK_EDITOR_EXPORT QString OpenFilter();
+/// Filters for file dialogs, entries parted by ";;": the formats that can be written.
 ZK_EDITOR_EXPORT QString SaveFilter();
 } // namespace PictureFile

@@ -127,9 +127,9 @@ void TestMenus::saveAsPutsTheEndingOn()
     EditorFixture editor(30, 20, Qt::yellow);
     TypeIntoDialog(editor.GetInput(), editor.TempFile("plain"));
     editor.GetInput().Key(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(QFileInfo::exists(editor.TempFile("plain.png")));
-    QCOMPARE(editor.Document()->GetDocumentName(), QString("plain.png"));
-    QVERIFY(!QImage(editor.TempFile("plain.png")).isNull());
+    QVERIFY(QFileInfo::exists(editor.TempFile("plain.ora")));
+    QCOMPARE(editor.Document()->GetDocumentName(), QString("plain.ora"));
+    QVERIFY(editor.History()->isClean());
 }
 
 void TestMenus::undoAndRedoInTheMenu()

@@ -1,3 +1,4 @@
+#include "formats/DocumentFile.h"
 #include "formats/PictureFile.h"
 #include "support/FileFolder.h"
 #include "support/PixelChecks.h"
@@ -266,7 +267,7 @@ void TestSaving::unknownFormatIsRefused()
     const PictureFile::Outcome outcome =
         WritePicture(folder.Path("work.doc"), Format::Unknown, SomePicture());
     QCOMPARE(outcome.error, Error::UnknownFormat);
-    QVERIFY(outcome.message.contains("(PNG, JPEG)"));
+    QVERIFY(outcome.message.contains("(OpenRaster, PNG, JPEG"));
     QCOMPARE(folder.Names(), QStringList());
 }
 
@@ -328,9 +329,13 @@ void TestSaving::formatsAreDescribed()
     QCOMPARE(PictureFile::DefaultEnding(Format::Jpeg), QString("jpg"));
     QCOMPARE(PictureFile::FormatName(Format::Png), QString("PNG"));
     QCOMPARE(PictureFile::FormatName(Format::Unknown), QString());
-    QCOMPARE(PictureFile::OpenFilter(),
-             QString("All pictures (*.png *.jpg *.jpeg *.jpe);;PNG picture (*.png);;"
-                     "JPEG picture (*.jpg *.jpeg *.jpe);;All files (*)"));
+    QCOMPARE(DocumentFile::OpenFilter(),
+             QString("All pictures (*.ora *.png *.jpg *.jpeg *.jpe);;OpenRaster picture with layers (*.ora);;"
+                     "PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe);;All files (*)"));
+    QCOMPARE(DocumentFile::SaveFilter(),
+             DocumentFile::OwnFilter() + ";;PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe)");
+    QCOMPARE(DocumentFile::EndingOfFilter("JPEG picture (*.jpg *.jpeg *.jpe)"), QString("jpg"));
+    QCOMPARE(DocumentFile::EndingOfFilter("All files (*)"), QString());
     QCOMPARE(PictureFile::SaveFilter(), QString("PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe)"));
 }
 

@@ -1,0 +1,200 @@
+// The part of DocumentFiles that writes.
+
+#include "app/DocumentFiles.h"
+#include "app/MainWindow.h"
+#include "app/PictureLosses.h"
+#include "app/SaveDialog.h"
+#include "app/WaitedWork.h"
+#include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "formats/DocumentFile.h"
+#include "formats/OraFile.h"
+#include "guicore/LXMessageBox.h"
+#include "history/LexoUndoStack.h"
+#include "resource/LXResource.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStatusBar>
+
+namespace {
+const QLatin1String FolderKey("Editor/Folder");
+constexpr int ExportedTime = 4000; // ms
+
+/// Puts down whatever floats above the pixels, so that what is read is all of the picture.
+void LandFloatingPieces(LXDocumentInterface* document, LexoUndoStack* history)
+{
+    const int layers = document->GetModel()->rowCount();
+    for (int row = 0; row < layers; ++row) {
+        const uint id = static_cast<uint>(row) + 1;
+        emit document->AboutRequesAdditionalLayer(id);
+        emit document->AboutRequesAdditionalMask(id);
+    }
+    if (history) history->commit();
+}
+
+/// Its name without the ending of a picture, and with another one.
+QString WithEnding(const QString& path, const QString& ending)
+{
+    const bool hasEnding =
+        OraFile::IsNameOf(path) || PictureFile::FormatOfName(path) != PictureFile::Format::Unknown;
+    const QFileInfo file(path);
+    const QString name = hasEnding ? file.completeBaseName() : file.fileName();
+    return QDir(file.path()).filePath(name + '.' + ending);
+}
+} // namespace
+
+bool DocumentFiles::Save(LXDocumentInterface* document)
+{
+    if (!document || IsBusy(document)) return false;
+
+    const QString path = GetPath(document);
+    if (OraFile::IsNameOf(path)) return SaveOwn(document, path);
+    const PictureFile::Format format = PictureFile::FormatOfName(path);
+    return PictureFile::CanWrite(format) && FitsInto(document, format) ? SaveTo(document, path)
+                                                                       : SaveAs(document);
+}
+
+bool DocumentFiles::SaveAs(LXDocumentInterface* document)
+{
+    if (!document || IsBusy(document)) return false;
+
+    const bool fitsFlat = FitsInto(document, PictureFile::Format::Png);
+    const bool isFlat = fitsFlat && PictureFile::CanWrite(PictureFile::FormatOfName(GetPath(document)));
+    const QString suggestion = isFlat ? GetPath(document) : SuggestedPath(document, OraFile::Ending());
+    const QString path =
+        SaveDialog::Ask(m_pWindow, {tr("Save as"), suggestion,
+                                    fitsFlat ? DocumentFile::SaveFilter() : DocumentFile::OwnFilter()});
+    return !path.isEmpty() && SaveTo(document, path);
+}
+
+bool DocumentFiles::SaveTo(LXDocumentInterface* document, const QString& path)
+{
+    if (!document || IsBusy(document)) return false;
+    if (OraFile::IsNameOf(path)) return SaveOwn(document, path);
+
+    const PictureFile::Format format = PictureFile::FormatOfName(path);
+    if (!PictureFile::CanWrite(format)) return TellUnknownEnding(path);
+    return FitsInto(document, format) ? SaveFlat(document, path) : ExportTo(document, path);
+}
+
+bool DocumentFiles::SaveOwn(LXDocumentInterface* document, const QString& path)
+{
+    LandFloatingPieces(document, HistoryOf(document));
+    const OraContent content = OraFile::TakeContent(document, SelectedRows(document));
+    PictureFile::Outcome outcome;
+    WaitedWork::Run(m_pWindow, tr("Saving “%1”…").arg(QFileInfo(path).fileName()), true,
+                    [&](const FileProgress& progress) { outcome = OraFile::Write(path, content, progress); });
+    if (!TellFailure(outcome)) return false;
+    MarkSaved(document, path);
+    return true;
+}
+
+bool DocumentFiles::SaveFlat(LXDocumentInterface* document, const QString& path)
+{
+    LandFloatingPieces(document, HistoryOf(document));
+    if (!WriteFlat(path, PictureFile::TakePicture(document))) return false;
+    MarkSaved(document, path);
+    return true;
+}
+
+bool DocumentFiles::Export(LXDocumentInterface* document)
+{
+    if (!document || IsBusy(document)) return false;
+
+    QString suggestion = m_Records.value(document).exportPath;
+    if (suggestion.isEmpty()) {
+        const QString path = GetPath(document);
+        const bool isFlat = PictureFile::CanWrite(PictureFile::FormatOfName(path));
+        suggestion = isFlat ? path : SuggestedPath(document, QStringLiteral("png"));
+    }
+    const QString path = SaveDialog::Ask(m_pWindow, {tr("Export"), suggestion, PictureFile::SaveFilter()});
+    return !path.isEmpty() && ExportTo(document, path);
+}
+
+bool DocumentFiles::ExportTo(LXDocumentInterface* document, const QString& path)
+{
+    if (!document || IsBusy(document)) return false;
+
+    const PictureFile::Format format = PictureFile::FormatOfName(path);
+    if (!PictureFile::CanWrite(format)) return TellUnknownEnding(path);
+    LandFloatingPieces(document, HistoryOf(document));
+    const Picture picture = PictureFile::TakePicture(document);
+    if (!AcceptsLosses(document, PictureLosses::OfContent(document, picture, format),
+                       PictureLosses::OfAids(document, format))) {
+        return false;
+    }
+    if (!WriteFlat(path, picture)) return false;
+    m_Records[document].exportPath = path;
+    m_pWindow->statusBar()->showMessage(tr("Exported to “%1”").arg(QDir::toNativeSeparators(path)),
+                                        ExportedTime);
+    return true;
+}
+
+bool DocumentFiles::WriteFlat(const QString& path, const Picture& picture)
+{
+    PictureFile::Outcome outcome;
+    WaitedWork::Run(m_pWindow, tr("Saving “%1”…").arg(QFileInfo(path).fileName()), true,
+                    [&](const FileProgress& progress) {
+                        outcome = PictureFile::WritePicture(path, PictureFile::FormatOfName(path), picture,
+                                                            {}, progress);
+                    });
+    return TellFailure(outcome);
+}
+
+void DocumentFiles::MarkSaved(LXDocumentInterface* document, const QString& path)
+{
+    const QFileInfo file(path);
+    m_Records[document].path = file.canonicalFilePath();
+    document->SetDocumentName(file.fileName());
+    document->SetDocumentState(0);
+    if (LexoUndoStack* history = HistoryOf(document)) history->setClean();
+    ZKApplication::SetUserValue(FolderKey, file.absolutePath());
+    emit FileUsed(file.canonicalFilePath());
+}
+
+/// Beside the document's file, or where the last file was; with its name.
+QString DocumentFiles::SuggestedPath(const LXDocumentInterface* document, const QString& ending) const
+{
+    const QString path = GetPath(document);
+    if (!path.isEmpty()) return WithEnding(path, ending);
+    const QDir folder(ZKApplication::GetUserValue(FolderKey, QDir::homePath()).toString());
+    return WithEnding(folder.filePath(document->GetDocumentName()), ending);
+}
+
+bool DocumentFiles::FitsInto(const LXDocumentInterface* document, PictureFile::Format format) const
+{
+    return PictureLosses::OfContent(document, PictureFile::TakePicture(document), format).isEmpty();
+}
+
+bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QStringList& content,
+                                  const QStringList& aids)
+{
+    // What only helps while working is worth a line, not a question of its own.
+    const QString losses = content.isEmpty() ? QString() : (content + aids).join('\n');
+    Record& record = m_Records[document];
+    if (losses.isEmpty() || losses == record.acceptedLosses) return true;
+
+    const LXMessageBox::Button answer = LXMessageBox::Warning(
+        m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
+        tr("%1\n\nThe copy will be without it; the picture here keeps it. Write the copy?").arg(losses),
+        LXMessageBox::Save | LXMessageBox::Cancel, LXMessageBox::Save);
+    if (answer != LXMessageBox::Save) return false;
+
+    record.acceptedLosses = losses;
+    return true;
+}
+
+bool DocumentFiles::TellUnknownEnding(const QString& path)
+{
+    Tell(tr("“%1” was not saved, since its ending names no known format. Choose a name that ends in %2.")
+             .arg(QDir::toNativeSeparators(path), QStringLiteral(".ora")));
+    return false;
+}
+
+bool DocumentFiles::TellFailure(const PictureFile::Outcome& outcome)
+{
+    if (!outcome.IsOk() && outcome.error != PictureFile::Error::Cancelled) Tell(outcome.message);
+    return outcome.IsOk();
+}
