@@ -33,6 +33,7 @@ private:
     OraArchiveWriter::Encode m_Encode;
     Error& m_FirstError;
     std::optional<ChunkBuffer> m_Bytes;
+    qint64 m_Size = -1; ///< below 0 until it is known
 };
 
 zip_int64_t EncodedEntry::Do(void* data, zip_uint64_t length, zip_source_cmd_t command)
@@ -61,16 +62,21 @@ bool EncodedEntry::HasBytes()
     } catch (const std::exception&) {
         m_FirstError = Error::OutOfMemory;
     }
-    if (m_FirstError != Error::None) m_Bytes.reset();
-    return m_FirstError == Error::None;
+    if (m_FirstError != Error::None) {
+        m_Bytes.reset();
+        return false;
+    }
+    m_Size = m_Bytes->Written();
+    return true;
 }
 
 zip_int64_t EncodedEntry::Stat(void* data)
 {
-    if (!HasBytes()) return -1;
+    // The library asks again when the bytes are gone.
+    if (m_Size < 0 && !HasBytes()) return -1;
     auto* stat = static_cast<zip_stat_t*>(data);
     zip_stat_init(stat);
-    stat->size = static_cast<zip_uint64_t>(m_Bytes->Written());
+    stat->size = static_cast<zip_uint64_t>(m_Size);
     stat->valid = ZIP_STAT_SIZE;
     return sizeof(*stat);
 }

@@ -46,13 +46,18 @@ bool IsContent(const QXmlStreamReader& reader)
 
 bool XmlFragment::Take(QXmlStreamReader& reader, int depth, QByteArray* bytes)
 {
-    QXmlStreamWriter writer(bytes);
+    // On its own: a writer begins at the front of what it is given.
+    QByteArray taken;
+    QXmlStreamWriter writer(&taken);
     int level = 0;
     while (!reader.atEnd()) {
         if (reader.tokenType() == QXmlStreamReader::EntityReference) return false;
         if (reader.isStartElement() && ++level > depth) return false;
         if (IsContent(reader)) PutToken(reader, writer);
-        if (reader.isEndElement() && --level == 0) return true;
+        if (reader.isEndElement() && --level == 0) {
+            bytes->append(taken);
+            return true;
+        }
         reader.readNext();
     }
     return false;

@@ -7,7 +7,7 @@ class QXmlStreamWriter;
 
 /// Whole XML elements as bytes, to be carried along without being understood. Any thread.
 namespace XmlFragment {
-/// Takes the element at whose start the reader stands; afterwards the reader stands at its end. False for
+/// Appends the element at whose start the reader stands; afterwards the reader stands at its end. False for
 /// what is damaged, deeper than `depth`, or refers to an entity.
 bool Take(QXmlStreamReader& reader, int depth, QByteArray* bytes);
 
