@@ -12,6 +12,7 @@
 #include "resource/LXResource.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTimer>
 
