@@ -3,11 +3,11 @@
 #include "app/CommandLine.h"
 #include "app/Editor.h"
 #include "app/EditorScriptHost.h"
+#include "app/HeadlessPlatform.h"
 #include "app/MainWindow.h"
 #include "scripting/ScriptEngine.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -15,7 +15,6 @@
 #include <cstdlib>
 
 namespace {
-constexpr int OffscreenFontSize = 9; // points
 constexpr QSize HeadlessWindow(1280, 800);
 
 void PrintError(const QString& text)
@@ -68,7 +67,7 @@ ApplicationFolders FoldersFor(const CommandLine& line, const QTemporaryDir& priv
 
 int ScriptRun::Run(const CommandLine& line)
 {
-    UseReadableFont();
+    HeadlessPlatform::UseReadableFont();
     const QTemporaryDir privateFolder;
     Editor editor(FoldersFor(line, privateFolder));
     if (!editor.Start()) {
@@ -81,10 +80,4 @@ int ScriptRun::Run(const CommandLine& line)
     // From the event loop, as everything that a person does: what is deleted later is deleted as it is then.
     QTimer::singleShot(0, &editor, [&] { QCoreApplication::exit(RunIn(editor, OptionsOf(line.script))); });
     return QApplication::exec();
-}
-
-void ScriptRun::UseReadableFont()
-{
-    if (QGuiApplication::platformName() != QLatin1String("offscreen")) return;
-    QApplication::setFont(QFont(QStringLiteral("Sans Serif"), OffscreenFontSize));
 }

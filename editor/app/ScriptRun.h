@@ -12,7 +12,4 @@ namespace ScriptRun {
 /// Without a folder for settings a headless script gets a private one that goes with it, so that its result
 /// depends on nobody's habits and many may run side by side.
 ZK_EDITOR_EXPORT int Run(const CommandLine& line);
-
-/// The offscreen platform has no system font, and its stand-in is larger than any desktop's.
-ZK_EDITOR_EXPORT void UseReadableFont();
 } // namespace ScriptRun

@@ -49,7 +49,11 @@ void WaitUnderCursor(QFutureWatcher<void>& watcher)
     const WaitCursor cursor;
     QEventLoop loop;
     QObject::connect(&watcher, &QFutureWatcherBase::finished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(ShowDialogAfter, &loop, &QEventLoop::quit);
+    // One that goes with this function: left behind, it would look like work that is still to come.
+    QTimer limit;
+    limit.setSingleShot(true);
+    QObject::connect(&limit, &QTimer::timeout, &loop, &QEventLoop::quit);
+    limit.start(ShowDialogAfter);
     if (!watcher.isFinished()) loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 

@@ -4,6 +4,7 @@
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
 #include "app/GuardedApplication.h"
+#include "app/HeadlessPlatform.h"
 #include "app/PictureExport.h"
 #include "app/ScreenScale.h"
 #include "app/Screenshots.h"
@@ -12,7 +13,6 @@
 #include "resource/LXResource.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -55,7 +55,7 @@ bool Start(Editor& editor)
 
 int RunTour(const CommandLine& line)
 {
-    ScriptRun::UseReadableFont();
+    HeadlessPlatform::UseReadableFont();
     // The tour neither follows nor changes what the user has set.
     const QTemporaryDir userFolder;
     Editor editor(ApplicationFolders::Below(line.userFolder.isEmpty() ? userFolder.path() : line.userFolder));
@@ -72,7 +72,7 @@ int RunScreenshots(const CommandLine& line)
     if (!Screenshots::HasOwnScale()) {
         return Screenshots::RunAtAllScales(line.screenshotFolder) ? Success : TourFailed;
     }
-    ScriptRun::UseReadableFont();
+    HeadlessPlatform::UseReadableFont();
     const QTemporaryDir userFolder;
     Editor editor(ApplicationFolders::Below(userFolder.path()));
     if (!Start(editor)) return NotStarted;
@@ -153,7 +153,7 @@ int main(int argc, char** argv)
         const QCoreApplication application(argc, argv);
         return Run(CommandLineReader::Read(QCoreApplication::arguments()));
     }
-    if (HasOption(argc, argv, {"--headless"})) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (HasOption(argc, argv, {"--headless"})) HeadlessPlatform::Choose();
     if (HasOption(argc, argv, {"--export", "--screenshots"}) &&
         !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -116,6 +116,8 @@ void ScriptFaults::putForeignImage(int width, int height, const QString& color)
 
     auto* content = new QMimeData; // the clipboard takes it
     content->setData(QStringLiteral("image/png"), bytes);
+    // What the platform makes of it, where there is one.
+    content->setImageData(QImage::fromData(bytes));
     QGuiApplication::clipboard()->setMimeData(content);
 }
 

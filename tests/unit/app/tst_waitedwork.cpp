@@ -1,5 +1,6 @@
 #include "app/WaitedWork.h"
 #include "gui/LXOperationProgressDlg.h"
+#include "scripting/QuietEditor.h"
 #include "support/TestRegistry.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ private slots:
     void longWorkShowsHowFarItIs();
     void cancelReachesTheWork();
     void theCursorIsGivenBack();
+    void nothingIsLeftThatCouldStillHappen();
 };
 
 namespace {
@@ -118,6 +120,13 @@ void TestWaitedWork::theCursorIsGivenBack()
     WaitedWork::Run(nullptr, "Working…", false, [&](const FileProgress&) { looked.acquire(); });
     QVERIFY(hadCursor);
     QVERIFY(!QGuiApplication::overrideCursor());
+}
+
+void TestWaitedWork::nothingIsLeftThatCouldStillHappen()
+{
+    WaitedWork::Run(nullptr, "Working…", true, [](const FileProgress&) {});
+    QCoreApplication::processEvents();
+    QCOMPARE(QuietEditor::Busy(), QStringList());
 }
 
 ZK_REGISTER_TEST(tst_waitedwork, TestWaitedWork)
