@@ -5,6 +5,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/LXPathsListModel.h"
 #include "history/DataStream.h"
+#include "history/GuideStream.h"
 #include "history/PathStream.h"
 
 #include <algorithm>
@@ -152,10 +153,7 @@ QDataStream& operator<<(QDataStream& stream, const CanvasState& state)
     for (const QPoint& point : state.samples) {
         stream << point;
     }
-    stream << quint32(state.guides.size());
-    for (const LXGuide& guide : state.guides) {
-        stream << qint32(guide.orientation) << guide.position;
-    }
+    GuideStream::Write(stream, state.guides);
     return stream;
 }
 
@@ -177,12 +175,6 @@ QDataStream& operator>>(QDataStream& stream, CanvasState& state)
         stream >> point;
         state.samples.push_back(point);
     });
-    ReadList(stream, [&] {
-        qint32 orientation = 0;
-        LXGuide guide;
-        stream >> orientation >> guide.position;
-        guide.orientation = orientation == Qt::Vertical ? Qt::Vertical : Qt::Horizontal;
-        state.guides.push_back(guide);
-    });
+    state.guides = GuideStream::Read(stream);
     return stream;
 }

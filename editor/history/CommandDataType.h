@@ -17,6 +17,7 @@ constexpr int Transform = 12;
 constexpr int TransformSelection = 13;
 constexpr int ImageSize = 14;
 constexpr int Crop = 15;
+constexpr int Guides = 16;
 constexpr int TransformPath = 20;
 constexpr int ChangeSubpath = 21;
 constexpr int RemoveSubpath = 22;
