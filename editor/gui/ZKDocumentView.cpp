@@ -38,6 +38,7 @@ ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* his
     m_pPrivate->UpdateLook();
     m_pPrivate->UpdateSceneRect();
     m_pPrivate->m_Ants.Update(m_pPrivate->Place());
+    m_pPrivate->m_Guides.Update(m_pPrivate->Place());
 }
 
 ZKDocumentView::~ZKDocumentView()
@@ -133,6 +134,16 @@ void ZKDocumentView::BlockPathOrderOperations(bool block)
 bool ZKDocumentView::IsPathOrderBlocked() const
 {
     return m_pPrivate->m_bPathOrderBlocked;
+}
+
+void ZKDocumentView::ShowGuides(bool show)
+{
+    m_pPrivate->m_Guides.SetShown(show, m_pPrivate->Place());
+}
+
+bool ZKDocumentView::AreGuidesShown() const
+{
+    return m_pPrivate->m_Guides.IsShown();
 }
 
 void ZKDocumentView::paintEvent(QPaintEvent* event)

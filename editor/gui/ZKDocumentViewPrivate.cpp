@@ -59,12 +59,17 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_pPanning(new ViewPanning(view)),
       m_pAutoscroll(new ViewAutoscroll(view)),
       m_Tiles(TileBudget),
-      m_Ants(document, view->viewport())
+      m_Ants(document, view->viewport()),
+      m_Guides(document, view->viewport())
 {
     connect(document, &LXDocumentInterface::CompositionChanged, this,
             &ZKDocumentViewPrivate::OnCompositionChanged);
     connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &ZKDocumentViewPrivate::OnSizeChanged);
     connect(document, &LXDocumentInterface::SelectionChanged, this, [this] { m_Ants.Update(Place()); });
+
+    connect(document, &LXDocumentInterface::GuidesChanged, this, [this] { m_Guides.Update(Place()); });
+    connect(&m_LayerSelection, &QItemSelectionModel::currentRowChanged, this,
+            &ZKDocumentViewPrivate::TellCurrentLayer);
 
     const LXDocumentModel* model = document->GetModel();
     connect(model, &QAbstractItemModel::rowsInserted, this, &ZKDocumentViewPrivate::SelectSomeLayer);
@@ -101,6 +106,7 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
     const CanvasPlace place = Place();
     for (const QRect& rect : m_Exposed) {
         PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
+        m_Guides.Paint(*painter, rect, place);
         m_Ants.Paint(*painter, rect, place);
     }
     painter->restore();
@@ -218,6 +224,12 @@ void ZKDocumentViewPrivate::SelectSomeLayer()
     const int row = qBound(0, m_LayerSelection.currentIndex().row(), rows - 1);
     m_LayerSelection.setCurrentIndex(m_pDocument->GetModel()->index(row),
                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ZKDocumentViewPrivate::TellCurrentLayer()
+{
+    // Of no row the number is -1, which makes the id of nothing.
+    emit m_pDocument->CurrentLayerChanged(static_cast<uint>(m_LayerSelection.currentIndex().row() + 1));
 }
 
 void ZKDocumentViewPrivate::UpdateLook()

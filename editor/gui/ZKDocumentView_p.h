@@ -2,6 +2,7 @@
 
 #include "document/LXPathSelectionModel.h"
 #include "gui/CanvasPainter.h"
+#include "gui/GuideLines.h"
 #include "gui/ScaledTileCache.h"
 #include "gui/SelectionAnts.h"
 #include "gui/ViewAutoscroll.h"
@@ -68,6 +69,7 @@ private:
     void OnCompositionChanged(const QRect& rect);
     void OnSizeChanged();
     void SelectSomeLayer();
+    void TellCurrentLayer();
     void UpdateLook();
 
     ZKDocumentView* m_pView;
@@ -80,6 +82,7 @@ private:
 
     ScaledTileCache m_Tiles;
     SelectionAnts m_Ants;
+    GuideLines m_Guides;
     CanvasLook m_Look;
     QRegion m_Exposed; ///< viewport pixels of the paint event that runs; empty outside
 

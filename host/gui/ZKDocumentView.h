@@ -73,6 +73,10 @@ public:
     void BlockPathOrderOperations(bool block);
     bool IsPathOrderBlocked() const;
 
+    /// Whether the document's guides are drawn; true at first.
+    void ShowGuides(bool show);
+    bool AreGuidesShown() const;
+
 signals:
     /// The view's own cursor is set before true and put back before false.
     void PanningEnabled(bool enabled);

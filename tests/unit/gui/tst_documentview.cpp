@@ -20,6 +20,7 @@ class TestDocumentView : public QObject
 private slots:
     void topLayerIsSelectedAtFirst();
     void someLayerStaysSelectedWhenLayersGo();
+    void theDocumentTellsOfTheCurrentLayer();
     void layerOrderBlockIsASwitch();
     void aboutDestroyIsToldOnceWhileTheViewStands();
     void cursorIsToldInSceneCoordinates();
@@ -48,6 +49,21 @@ void TestDocumentView::someLayerStaysSelectedWhenLayersGo()
     QVERIFY(!view->GetLayerSelection()->hasSelection());
     document->AddLayer("New", LXImage32(64, 48), {0, 0});
     QCOMPARE(view->GetLayerSelection()->selectedRows().size(), 1);
+}
+
+void TestDocumentView::theDocumentTellsOfTheCurrentLayer()
+{
+    const auto document = MakeDocument({64, 48});
+    document->AddLayer("Top", LXImage32(64, 48), {0, 0});
+    const auto view = ShowView(document);
+    QSignalSpy told(document.get(), &LXDocumentInterface::CurrentLayerChanged);
+    view->GetLayerSelection()->setCurrentIndex(document->GetModel()->index(1),
+                                               QItemSelectionModel::ClearAndSelect);
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.takeFirst().at(0).toUInt(), 2u);
+    view->GetLayerSelection()->clearCurrentIndex();
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.takeFirst().at(0).toUInt(), 0u);
 }
 
 void TestDocumentView::layerOrderBlockIsASwitch()
