@@ -3,6 +3,7 @@
 #include "app/DocumentFiles.h"
 #include "app/EditMenu.h"
 #include "app/FileMenu.h"
+#include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
 #include "app/MainWindow.h"
 #include "app/PreferencesUse.h"
@@ -80,6 +81,7 @@ void Editor::BuildWindow()
     auto* preferences = new PreferencesUse(window, m_Folders.resources);
     new EditMenu(window, preferences);
     new ViewMenu(window);
+    new GuideMenu(window);
     new WindowMenu(window);
     new HelpMenu(window);
 
