@@ -81,7 +81,7 @@ LXImage32 LXSelectionMaskHelper::CutSelectionRGBA32iImage(unsigned int id)
 
     const SelectionPart selection(m_pDocument);
     LXDocumentLayerLockerForWrite locker(m_pDocument, id);
-    const LXImage32 before = *image;
+    LXImage32 before = *image;
     const QRect layer = m_pDocument->GetLayerGeometry(id);
     const QRect part = selection.Inside(layer);
     if (part.isEmpty()) return before;
@@ -100,7 +100,7 @@ LXImage32 LXSelectionMaskHelper::CutSelectionMaskGrayScale(unsigned int id, cons
 
     const SelectionPart selection(m_pDocument);
     LXDocumentLayerLockerForWrite locker(m_pDocument, id);
-    const LXImage32 before = *mask;
+    LXImage32 before = *mask;
     const QRect rect = m_pDocument->GetMaskGeometry(id);
     const QRect part = selection.Inside(rect);
     if (part.isEmpty()) return before;
