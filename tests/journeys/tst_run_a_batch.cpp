@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -24,6 +25,7 @@ private slots:
     void shardsTakeEveryFileOnce();
     void gnuParallelRunsShards();
     void endingTheBatchEndsItsScripts();
+    void theExampleOfTheGuideWorks();
 };
 
 namespace {
@@ -168,6 +170,25 @@ void TestRunABatch::endingTheBatchEndsItsScripts()
     QVERIFY(run.WaitForProcesses(3));
     run.EndFirstProcess();
     QVERIFY(run.WaitForProcesses(0));
+}
+
+void TestRunABatch::theExampleOfTheGuideWorks()
+{
+    QFile guide(ZK_BATCH_GUIDE);
+    QVERIFY(guide.open(QIODevice::ReadOnly));
+    const QString example = QString::fromUtf8(guide.readAll()).section("```js\n", 1).section("```\n", 0, 0);
+    const BatchFolder folder;
+    QImage photo(40, 30, QImage::Format_RGB32);
+    photo.fill(Qt::blue);
+    QVERIFY(photo.save(folder.PathOf("sky.png")) && photo.save(folder.PathOf("lake.png")));
+    QVERIFY(QDir().mkpath(folder.PathOf("out")));
+
+    const ProgramRun run({"batch", folder.Write("evening.js", example), "--arg", folder.PathOf("out"),
+                          folder.PathOf("sky.png"), folder.PathOf("lake.png")});
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+    QCOMPARE(SortedLines(run.output, "step"), (QStringList{"lake.png: 1 step", "sky.png: 1 step"}));
+    for (const char* name : {"out/sky.png", "out/lake.png"})
+        QCOMPARE(QImage(folder.PathOf(name)).pixelColor(10, 3), QColor("#f2a65a"));
 }
 
 ZK_REGISTER_TEST(tst_run_a_batch, TestRunABatch)
