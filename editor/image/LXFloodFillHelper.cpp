@@ -4,6 +4,7 @@
 #include "image/RegionPainter.h"
 #include "image/SimilarPixels.h"
 #include "image/TileFlood.h"
+#include "image/TileThreads.h"
 #include "image/TileWalk.h"
 #include "utils/FaultSeams.h"
 
@@ -53,9 +54,11 @@ bool LXFloodFillHelper::ColorRangeFill(const LXImage32& src, LXImage32& mask, co
     const LXImage32 source = src; // NOLINT(performance-unnecessary-copy-initialization)
     SimilarPixels similar(source, seed, tolerance);
     RegionPainter painter(mask, fill);
-    TileWalk::ForEachTile(area, [&](int column, int row, const QRect& part) {
-        TileBits region = similar.Of(column, row);
-        TileBitsMath::Clip(region, part.translated(-TileWalk::TileRect(column, row).topLeft()));
+    TileThreads::ForEachTile(area, [&](int column, int row, const QRect& part) {
+        const QRect whole = TileWalk::TileRect(column, row);
+        TileBits region;
+        similar.Find(column, row, region);
+        if (part != whole) TileBitsMath::Clip(region, part.translated(-whole.topLeft()));
         painter.Paint(column, row, region);
     });
     Report(painter, bounds);

@@ -1,6 +1,7 @@
 #include "image/LXImageConvert.h"
 
 #include "image/LXImage.h"
+#include "image/TileThreads.h"
 #include "image/TileWalk.h"
 
 #include <QImage>
@@ -16,9 +17,13 @@ const LXRGBA32i* RowOf(const QImage& image, int x, int y)
 bool IsBlank(const QImage& image, const QRect& part)
 {
     for (int y = part.top(); y <= part.bottom(); ++y) {
+        // All of a row at once, which vectorises.
         const LXRGBA32i* const row = RowOf(image, part.left(), y);
-        if (std::any_of(row, row + part.width(), [](LXRGBA32i pixel) { return pixel.value != 0; }))
-            return false;
+        quint32 all = 0;
+        for (int x = 0; x < part.width(); ++x) {
+            all |= row[x].value;
+        }
+        if (all != 0) return false;
     }
     return true;
 }
@@ -35,8 +40,11 @@ void ConvertImage(const LXImage32& source, QImage& target)
 
     uchar* const bits = result.bits();
     const qsizetype bytesPerLine = result.bytesPerLine();
-    TileWalk::ReadSpans(source, source.Rect(), [&](const LXRGBA32i* pixels, int x, int y, int count) {
-        std::copy_n(pixels, count, reinterpret_cast<LXRGBA32i*>(bits + y * bytesPerLine) + x);
+    TileThreads::ForEachTile(source.Rect(), [&](int, int, const QRect& part) {
+        TileWalk::ReadSpans(source, part, [&](const LXRGBA32i* pixels, int x, int y, int count) {
+            auto* const row = reinterpret_cast<LXRGBA32i*>(bits + (part.top() + y) * bytesPerLine);
+            std::copy_n(pixels, count, row + part.left() + x);
+        });
     });
     target = result;
 }
@@ -47,7 +55,7 @@ void ConvertImage(const QImage& source, LXImage32& target)
     if (straight.isNull() && !source.isNull()) throw std::bad_alloc();
 
     LXImage32 result(straight.width(), straight.height());
-    TileWalk::ForEachTile(result.Rect(), [&](int column, int row, const QRect& part) {
+    TileThreads::ForEachTile(result.Rect(), [&](int column, int row, const QRect& part) {
         if (IsBlank(straight, part)) return;
         const auto tile = result.WriteTile(column, row);
         for (int y = part.top(); y <= part.bottom(); ++y) {

@@ -1,5 +1,6 @@
 #include "image/RegionPainter.h"
 
+#include "image/SimilarKernels.h"
 #include "image/TileWalk.h"
 
 #include <algorithm>
@@ -11,26 +12,24 @@ void RegionPainter::Paint(int column, int row, const TileBits& region)
     const QRect bounds = TileBitsMath::BoundsOf(region);
     if (bounds.isEmpty()) return;
 
-    m_Bounds |= bounds.translated(TileWalk::TileRect(column, row).topLeft());
+    {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        m_Bounds |= bounds.translated(TileWalk::TileRect(column, row).topLeft());
+    }
     if (TileBitsMath::IsFull(region)) {
         m_Mask.TileAt(column, row) = SolidTile();
         return;
     }
     const auto tile = m_Mask.WriteTile(column, row);
     for (int y = bounds.top(); y <= bounds.bottom(); ++y) {
-        LXRGBA32i* const pixels = tile.Pixels() + y * TileSide;
-        RowBits left = region.rows[static_cast<std::size_t>(y)];
-        while (left != 0) {
-            const int first = TileBitsMath::CountTrailingZeros(left);
-            const int length = TileBitsMath::RunLength(left, first);
-            std::fill_n(pixels + first, length, m_Fill);
-            left &= ~TileBitsMath::Columns(first, first + length - 1);
-        }
+        SimilarKernels::PaintRow(region.rows[static_cast<std::size_t>(y)], m_Fill,
+                                 tile.Pixels() + y * TileSide);
     }
 }
 
-const LXTilePointer& RegionPainter::SolidTile()
+LXTilePointer RegionPainter::SolidTile()
 {
+    const std::lock_guard<std::mutex> guard(m_Mutex);
     if (!m_SolidTile) {
         LXTilePointer tile(new LXTile);
         const LXTileWriter<LXRGBA32i> writer(tile);

@@ -5,7 +5,10 @@
 
 #include <QRect>
 
-/// Writes regions into a mask, tile by tile, and keeps their bounds.
+#include <mutex>
+
+/// Writes regions into a mask, tile by tile, and keeps their bounds. Several threads may paint different
+/// tiles at once.
 class RegionPainter
 {
 public:
@@ -14,14 +17,15 @@ public:
     /// Gives the pixels of `region` the color; tiles that it fills whole share one tile.
     void Paint(int column, int row, const TileBits& region);
 
-    /// The rectangle of the pixels painted, image coordinates.
+    /// The rectangle of the pixels painted, image coordinates; once all have painted.
     const QRect& Bounds() const { return m_Bounds; }
 
 private:
-    const LXTilePointer& SolidTile();
+    LXTilePointer SolidTile();
 
     LXImage32& m_Mask;
     LXRGBA32i m_Fill;
+    std::mutex m_Mutex;        ///< of what follows
     LXTilePointer m_SolidTile; ///< made when first needed
     QRect m_Bounds;
 };

@@ -5,22 +5,22 @@
 
 #include <QPoint>
 
-/// Tells which pixels of an image are similar to the one at a seed, a tile at a time.
+#include <atomic>
+
+/// Tells which pixels of an image are similar to the one at a seed, a tile at a time. Any thread may ask.
 class SimilarPixels
 {
 public:
     SimilarPixels(const LXImage32& image, const QPoint& seed, LXRGBA32i tolerance);
 
-    /// The similar pixels of a tile, those beyond the image's edge included. Tiles in many slots are compared
-    /// once when asked in a row.
-    const TileBits& Of(int column, int row);
+    /// Sets the bits of the similar pixels of a tile, those beyond the image's edge included. A tile in many
+    /// slots that is similar throughout is compared once.
+    void Find(int column, int row, TileBits& bits);
 
 private:
-    TileBits Compare(const LXRGBA32i* pixels) const;
-
     const LXImage32& m_Image;
-    int m_Seed[4];
-    int m_Tolerance[4];
-    LXTilePointer m_LastTile;
-    TileBits m_LastBits;
+    LXRGBA32i m_Seed;
+    LXRGBA32i m_Tolerance;
+    std::atomic<const LXTile*> m_pAllSimilar{nullptr};
+    std::atomic<const LXTile*> m_pNoneSimilar{nullptr};
 };

@@ -1,7 +1,5 @@
 #include "image/TileBits.h"
 
-#include <qalgorithms.h>
-
 #include <algorithm>
 
 using TileWalk::TileSide;
@@ -9,52 +7,32 @@ using TileWalk::TileSide;
 namespace {
 constexpr int HalfBits = TileSide / 2;
 
-quint64 LowHalf(RowBits bits)
+/// All bits of `inside` that hang together with a bit of `seeds` above them. Doubles the reach in each step:
+/// after steps of 1, 2, 4 ... 32 a seed has come as far as its run goes.
+quint64 SpreadDown(quint64 seeds, quint64 inside)
 {
-    return static_cast<quint64>(bits);
-}
-
-quint64 HighHalf(RowBits bits)
-{
-    return static_cast<quint64>(bits >> HalfBits);
+    for (int step = 1; step < HalfBits; step *= 2) {
+        seeds |= inside & (seeds >> step);
+        inside &= inside >> step;
+    }
+    return seeds;
 }
 } // namespace
 
-int TileBitsMath::CountTrailingZeros(RowBits bits)
-{
-    return static_cast<int>(LowHalf(bits) != 0 ? qCountTrailingZeroBits(LowHalf(bits))
-                                               : HalfBits + qCountTrailingZeroBits(HighHalf(bits)));
-}
-
-int TileBitsMath::CountLeadingZeros(RowBits bits)
-{
-    return static_cast<int>(HighHalf(bits) != 0 ? qCountLeadingZeroBits(HighHalf(bits))
-                                                : HalfBits + qCountLeadingZeroBits(LowHalf(bits)));
-}
-
-/// Doubles the reach in each step: after steps of 1, 2, 4 ... 64 a seed has come as far as its run goes.
 RowBits TileBitsMath::SpreadAlongRow(RowBits seeds, RowBits inside)
 {
-    // Often, as in a corridor across the rows, there is nowhere to go.
-    if ((inside & ~seeds & ((seeds << 1) | (seeds >> 1))) == 0) return seeds;
+    // A sum carries from each seed to the end of its run and so turns the run's bits over; at a further seed
+    // of the run the bit stays, which is why the seeds are added again.
+    const RowBits up = (inside & ~(inside + seeds)) | seeds;
+    // Often, as in a corridor across the rows, there is nowhere else to go.
+    if ((inside & ~up & (up >> 1)) == 0) return up;
 
-    RowBits right = seeds;
-    RowBits left = seeds;
-    RowBits openRight = inside;
-    RowBits openLeft = inside;
-    for (int step = 1; step < TileSide; step *= 2) {
-        right |= openRight & (right << step);
-        left |= openLeft & (left >> step);
-        openRight &= openRight << step;
-        openLeft &= openLeft >> step;
-    }
-    return right | left;
-}
-
-int TileBitsMath::RunLength(RowBits bits, int first)
-{
-    const RowBits closed = ~(bits >> first);
-    return closed == 0 ? TileSide : CountTrailingZeros(closed);
+    const auto insideHigh = static_cast<quint64>(inside >> HalfBits);
+    const auto insideLow = static_cast<quint64>(inside);
+    const quint64 high = SpreadDown(static_cast<quint64>(up >> HalfBits), insideHigh);
+    const quint64 crossing = insideLow & (high << (HalfBits - 1));
+    const quint64 low = SpreadDown(static_cast<quint64>(up) | crossing, insideLow);
+    return (RowBits(high) << HalfBits) | low;
 }
 
 void TileBitsMath::Clip(TileBits& bits, const QRect& part)
@@ -69,6 +47,11 @@ void TileBitsMath::Clip(TileBits& bits, const QRect& part)
 bool TileBitsMath::IsFull(const TileBits& bits)
 {
     return std::all_of(bits.rows.begin(), bits.rows.end(), [](RowBits row) { return ~row == 0; });
+}
+
+bool TileBitsMath::IsEmpty(const TileBits& bits)
+{
+    return std::all_of(bits.rows.begin(), bits.rows.end(), [](RowBits row) { return row == 0; });
 }
 
 QRect TileBitsMath::BoundsOf(const TileBits& bits)

@@ -3,6 +3,8 @@
 #include "image/TileWalk.h"
 
 #include <QRect>
+#include <QtGlobal>
+#include <qalgorithms.h>
 
 #include <array>
 
@@ -28,19 +30,29 @@ inline RowBits Columns(int first, int last)
     return (all << first) & (all >> (TileWalk::TileSide - 1 - last));
 }
 
-int CountTrailingZeros(RowBits bits);
-int CountLeadingZeros(RowBits bits);
+/// 0 to 127, of a number other than 0.
+inline int CountTrailingZeros(RowBits bits)
+{
+    const auto low = static_cast<quint64>(bits);
+    return static_cast<int>(low != 0 ? qCountTrailingZeroBits(low)
+                                     : 64 + qCountTrailingZeroBits(static_cast<quint64>(bits >> 64)));
+}
+
+inline int CountLeadingZeros(RowBits bits)
+{
+    const auto high = static_cast<quint64>(bits >> 64);
+    return static_cast<int>(high != 0 ? qCountLeadingZeroBits(high)
+                                      : 64 + qCountLeadingZeroBits(static_cast<quint64>(bits)));
+}
 
 /// All columns of `inside` that hang together with a column of `seeds`, which lie inside.
 RowBits SpreadAlongRow(RowBits seeds, RowBits inside);
-
-/// How many columns from `first` on are set without a gap.
-int RunLength(RowBits bits, int first);
 
 /// Keeps only the pixels of `part`, tile coordinates.
 void Clip(TileBits& bits, const QRect& part);
 
 bool IsFull(const TileBits& bits);
+bool IsEmpty(const TileBits& bits);
 
 /// The smallest rectangle around the pixels, tile coordinates; null without any.
 QRect BoundsOf(const TileBits& bits);

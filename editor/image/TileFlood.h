@@ -6,13 +6,14 @@
 #include <QPoint>
 #include <QRect>
 
-#include <cstddef>
+#include <functional>
 #include <memory>
 #include <vector>
 
-/// Grows a region from a seed. Works on whole rows of a tile's bits; what reaches a tile's side is handed to
-/// the neighbour, which is then visited (again). Each pixel is taken once, so time is linear in the area, and
-/// memory is three bits a pixel of the tiles reached.
+/// Grows a region from a seed, in waves of tiles that are worked on at once. A tile works on whole rows of
+/// its bits; what reaches its sides is handed to the neighbours between two waves. Each pixel is taken once,
+/// so time is linear in the area; memory is three bits a pixel of the tiles reached, and none for those that
+/// the region fills whole.
 class TileFlood
 {
 public:
@@ -21,38 +22,63 @@ public:
 
     void Run(const QPoint& seed);
 
-    /// Calls `visit(column, row, region)` for each tile with a part of the region.
-    template <class Visit>
-    void ForEachPart(Visit visit) const
-    {
-        for (std::size_t i = 0; i < m_Tiles.size(); ++i) {
-            if (!m_Tiles[i]) continue;
-            const auto column = static_cast<int>(i % static_cast<std::size_t>(m_Columns));
-            const auto row = static_cast<int>(i / static_cast<std::size_t>(m_Columns));
-            visit(column, row, m_Tiles[i]->region);
-        }
-    }
+    /// Calls `visit(column, row, region)` for each tile with a part of the region, on several threads.
+    void ForEachPart(const std::function<void(int column, int row, const TileBits& region)>& visit) const;
 
 private:
-    struct Tile
+    enum Side
+    {
+        Top,
+        Bottom,
+        Left,
+        Right
+    };
+
+    static constexpr int Sides = 4;
+
+    /// What a tile that is neither filled whole nor empty needs.
+    struct Bits
     {
         TileBits open;        ///< similar and not yet taken
         TileBits region;      ///< taken
         TileBits wanted;      ///< open pixels beside taken ones of another row or tile
         RowBits rowsToDo = 0; ///< the rows with wanted pixels
-        bool isQueued = false;
     };
 
-    Tile& TileAt(int column, int row);
-    static void Want(Tile& tile, int y, RowBits columns);
-    void WantInNeighbour(const QPoint& place, int y, RowBits columns);
-    void Visit(const QPoint& place);
-    RowBits TakeRow(Tile& tile, int y);
+    struct Tile
+    {
+        enum class State
+        {
+            Unseen,
+            Open, ///< similar throughout and not yet taken
+            Taken,
+            Mixed
+        };
+
+        QPoint place; ///< column and row
+        State state = State::Unseen;
+        bool isQueued = false;
+        RowBits reached[Sides] =
+            {}; ///< pixels along each side that the region comes to, until it is looked at
+        RowBits leaves[Sides] = {}; ///< pixels along each side that were taken in this wave
+        std::unique_ptr<Bits> bits; ///< of a mixed tile
+    };
+
+    Tile* TileAt(const QPoint& place);
+    void Reach(const QPoint& place, Side side, RowBits pixels);
+    void Look(Tile& tile);
+    void Visit(Tile& tile);
+    void HandOver(Tile& tile);
+    static void WantAlong(Bits& bits, Side side, RowBits pixels);
+    static void Want(Bits& bits, int y, RowBits columns);
+    static void Spread(Tile& tile);
+    static RowBits TakeRow(Bits& bits, int y);
 
     SimilarPixels& m_Similar;
     QRect m_Area;
     int m_Columns;
     int m_Rows;
-    std::vector<std::unique_ptr<Tile>> m_Tiles;
-    std::vector<QPoint> m_Queue; ///< column and row of the tiles to visit, each once at most
+    std::vector<std::unique_ptr<Tile>> m_Tiles; ///< row by row
+    std::vector<Tile*> m_Reached;               ///< every tile there is
+    std::vector<Tile*> m_Next;                  ///< the next wave
 };

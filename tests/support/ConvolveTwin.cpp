@@ -19,7 +19,8 @@ PlainImage ConvolveTwin::ConvolveAlpha(const PlainImage& image, const std::vecto
                     sum += weight * image.At(fromX, fromY).Alpha();
                 }
             }
-            const double rounded = std::floor(sum + 0.5);
+            // A half goes up, also where the rounding of the weights has made it a little less.
+            const double rounded = std::floor(sum + 0.5 + 1e-9);
             result.At(x, y).bytes[3] = static_cast<quint8>(std::clamp(rounded, 0.0, 255.0));
         }
     }

@@ -35,6 +35,7 @@ private slots:
     void firstWeightLooksLeftAndUp();
     void outsideCountsAsTheNearestPixel();
     void sumsAreRoundedAndKeptInRange();
+    void halvesGoUpInEveryDirection();
     void uniformImagesStayShared();
     void copiesStay();
     void emptyKernelsAndImagesDoNothing();
@@ -108,6 +109,28 @@ void TestConvolve::outsideCountsAsTheNearestPixel()
     QCOMPARE(image.GetColor(0, 0).Alpha(), 40);
     QCOMPARE(image.GetColor(1, 0).Alpha(), 20);
     QCOMPARE(image.GetColor(1, 1).Alpha(), 10);
+}
+
+/// Two whole pixels in the outer ring, which weighs a sixtieth each: 2 x 255 / 60 = 8.5.
+void TestConvolve::halvesGoUpInEveryDirection()
+{
+    const std::vector<double> weights{1, 1, 1, 1, 1, 1, 4, 4, 4, 1, 1, 4, 12,
+                                      4, 1, 1, 4, 4, 4, 1, 1, 1, 1, 1, 1};
+    std::vector<double> kernel;
+    for (const double weight : weights) {
+        kernel.push_back(weight / 60.0);
+    }
+    const QPoint ring[] = {{2, 2}, {6, 2}, {2, 6}, {6, 6}, {4, 2}, {4, 6}, {2, 4}, {6, 4}, {3, 2}, {6, 5}};
+    for (const QPoint& first : ring) {
+        for (const QPoint& second : ring) {
+            if (first == second) continue;
+            LXImage32 image(9, 9);
+            image.SetColor(first.x(), first.y(), LXRGBA32i(0xFF000000));
+            image.SetColor(second.x(), second.y(), LXRGBA32i(0xFF000000));
+            LXImageConvoluteAlpha(kernel.data(), QSize(5, 5))(image);
+            QCOMPARE(image.GetColor(4, 4).Alpha(), 9);
+        }
+    }
 }
 
 void TestConvolve::sumsAreRoundedAndKeptInRange()
