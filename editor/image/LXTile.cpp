@@ -1,24 +1,12 @@
 #include "image/LXTile.h"
 
-#include "image/LXTileAccess.h"
 #include "image/LXTileManager.h"
-
-#include <cstring>
+#include "image/TileStore.h"
 
 LXTile::LXTile() : m_Handle(LXTileManager::Instance().MakeTile()) {}
 
-LXTile::LXTile(const LXTile& other) : QSharedData(other), m_Handle(LXTileManager::Instance().MakeTile())
-{
-    try {
-        const LXTileReader<uchar> source(other);
-        LXTileManager& manager = LXTileManager::Instance();
-        std::memcpy(manager.GetMemory(m_Handle, true), source.Pixels(), LXTileManager::TileBytes);
-        manager.FreeMemory(m_Handle);
-    } catch (...) {
-        LXTileManager::Instance().CleanUpTile(m_Handle);
-        throw;
-    }
-}
+LXTile::LXTile(const LXTile& other) : QSharedData(other), m_Handle(TileStore::Main().CopyTile(other.Handle()))
+{}
 
 LXTile::~LXTile()
 {

@@ -4,26 +4,44 @@
 
 #include <QDir>
 
-#include <unistd.h>
-
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
+#include <fstream>
+#include <string>
 
 namespace {
 /// Static images may outlive the store; they are told apart from those in time by this.
 std::atomic<bool> s_IsGone{false};
 
-qint64 HalfOfTheMachinesMemory()
+TileStore* s_pStore = nullptr;
+
+/// What programs could have without the system swapping, in bytes; 0 when it doesn't tell.
+qint64 AvailableMemory()
 {
-    constexpr qint64 fallback = qint64(2) << 30;
-    const qint64 pages = ::sysconf(_SC_PHYS_PAGES);
-    const qint64 pageBytes = ::sysconf(_SC_PAGESIZE);
-    return pages > 0 && pageBytes > 0 ? pages * pageBytes / 2 : fallback;
+    std::ifstream file("/proc/meminfo");
+    std::string line;
+    while (std::getline(file, line)) {
+        long long kibibytes = 0;
+        if (std::sscanf(line.c_str(), "MemAvailable: %lld kB", &kibibytes) == 1)
+            return qint64(kibibytes) * 1024;
+    }
+    return 0;
+}
+
+/// Leaves a quarter to others, and to what isn't tiles.
+qint64 FirstBudget()
+{
+    constexpr qint64 least = qint64(1) << 30;
+    return std::max(least, AvailableMemory() / 4 * 3);
 }
 } // namespace
 
 LXTileManager::LXTileManager()
-    : m_Store(std::make_unique<TileStore>(HalfOfTheMachinesMemory(), QDir::tempPath().toStdString()))
-{}
+    : m_Store(std::make_unique<TileStore>(FirstBudget(), QDir::tempPath().toStdString()))
+{
+    s_pStore = m_Store.get();
+}
 
 LXTileManager::~LXTileManager()
 {
@@ -35,6 +53,12 @@ LXTileManager& LXTileManager::Instance()
     if (s_IsGone) throw LXTMBadInstance();
     static LXTileManager instance;
     return instance;
+}
+
+TileStore& TileStore::Main()
+{
+    LXTileManager::Instance();
+    return *s_pStore;
 }
 
 void* LXTileManager::MakeTile()

@@ -2,23 +2,19 @@
 
 #include "image/LXTileExceptions.h"
 
+#include <lz4.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 
 namespace {
-off_t OffsetOf(qint64 slot)
-{
-    return static_cast<off_t>(slot) * static_cast<off_t>(SwapFile::BlockBytes);
-}
-
-/// Runs `step` (bytes so far -> result of pread or pwrite) until a block is through.
+/// Runs `step` (bytes so far -> result of pread or pwrite) until all bytes are through.
 template <class Step>
-void TransferBlock(Step step)
+void Transfer(std::size_t bytes, Step step)
 {
     std::size_t done = 0;
-    while (done < SwapFile::BlockBytes) {
+    while (done < bytes) {
         const ssize_t result = step(done);
         if (result < 0 && errno == EINTR) continue;
         if (result <= 0) throw LXTMSwapError();
@@ -32,14 +28,16 @@ SwapFile::~SwapFile()
     if (m_File >= 0) ::close(m_File);
 }
 
-qint64 SwapFile::Write(const uchar* block)
+SwapFile::Slot SwapFile::Write(const uchar* block)
 {
     if (m_File < 0) Open();
-    const qint64 slot = TakeSlot();
+    int bytes = 0;
+    const uchar* const stored = Compressed(block, bytes);
+    const Slot slot = TakeSlot(bytes);
     try {
-        TransferBlock([&](std::size_t done) {
-            return ::pwrite(m_File, block + done, BlockBytes - done,
-                            OffsetOf(slot) + static_cast<off_t>(done));
+        Transfer(static_cast<std::size_t>(bytes), [&](std::size_t done) {
+            return ::pwrite(m_File, stored + done, static_cast<std::size_t>(bytes) - done,
+                            slot.firstPage * PageBytes + static_cast<off_t>(done));
         });
     } catch (...) {
         Release(slot);
@@ -48,34 +46,62 @@ qint64 SwapFile::Write(const uchar* block)
     return slot;
 }
 
-void SwapFile::Read(qint64 slot, uchar* block) const
+void SwapFile::Read(const Slot& slot, uchar* block)
 {
-    TransferBlock([&](std::size_t done) {
-        return ::pread(m_File, block + done, BlockBytes - done, OffsetOf(slot) + static_cast<off_t>(done));
+    const bool isPlain = slot.bytes == static_cast<int>(BlockBytes);
+    uchar* const stored = isPlain ? block : reinterpret_cast<uchar*>(m_Buffer.data());
+    Transfer(static_cast<std::size_t>(slot.bytes), [&](std::size_t done) {
+        return ::pread(m_File, stored + done, static_cast<std::size_t>(slot.bytes) - done,
+                       slot.firstPage * PageBytes + static_cast<off_t>(done));
     });
+    if (isPlain) return;
+    const int bytes = LZ4_decompress_safe(m_Buffer.data(), reinterpret_cast<char*>(block), slot.bytes,
+                                          static_cast<int>(BlockBytes));
+    if (bytes != static_cast<int>(BlockBytes)) throw LXTMSwapError();
 }
 
-void SwapFile::Release(qint64 slot) noexcept
+void SwapFile::Release(const Slot& slot) noexcept
 {
-    m_FreeSlots.push_back(slot); // never allocates: TakeSlot() reserved a place for every slot
+    // Never allocates: TakeSlot() reserved a place for every slot.
+    m_FreeSlots[static_cast<std::size_t>(slot.pages)].push_back(slot.firstPage);
+    m_TakenPages -= slot.pages;
 }
 
 void SwapFile::Open()
 {
+    m_Buffer.resize(static_cast<std::size_t>(LZ4_compressBound(static_cast<int>(BlockBytes))));
     std::string path = m_Folder + "/zenkari-swap-XXXXXX";
     m_File = ::mkstemp(path.data());
     if (m_File < 0) throw LXTMSwapFileError();
     ::unlink(path.c_str());
 }
 
-qint64 SwapFile::TakeSlot()
+SwapFile::Slot SwapFile::TakeSlot(int bytes)
 {
-    if (!m_FreeSlots.empty()) {
-        const qint64 slot = m_FreeSlots.back();
-        m_FreeSlots.pop_back();
-        return slot;
+    Slot slot;
+    slot.pages = (bytes + PageBytes - 1) / PageBytes;
+    slot.bytes = bytes;
+    std::vector<qint64>& free = m_FreeSlots[static_cast<std::size_t>(slot.pages)];
+    if (free.empty()) {
+        const std::size_t needed = ++m_SlotCounts[static_cast<std::size_t>(slot.pages)];
+        if (free.capacity() < needed) free.reserve(needed * 2);
+        slot.firstPage = m_PageCount;
+        m_PageCount += slot.pages;
+    } else {
+        slot.firstPage = free.back();
+        free.pop_back();
     }
-    const auto needed = static_cast<std::size_t>(m_SlotCount) + 1;
-    if (m_FreeSlots.capacity() < needed) m_FreeSlots.reserve(needed * 2);
-    return m_SlotCount++;
+    m_TakenPages += slot.pages;
+    return slot;
+}
+
+/// The block itself when a page less isn't to be had.
+const uchar* SwapFile::Compressed(const uchar* block, int& bytes)
+{
+    constexpr int whole = static_cast<int>(BlockBytes);
+    bytes = LZ4_compress_default(reinterpret_cast<const char*>(block), m_Buffer.data(), whole,
+                                 static_cast<int>(m_Buffer.size()));
+    if (bytes > 0 && bytes <= whole - PageBytes) return reinterpret_cast<const uchar*>(m_Buffer.data());
+    bytes = whole;
+    return block;
 }

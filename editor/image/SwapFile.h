@@ -2,15 +2,27 @@
 
 #include <QtGlobal>
 
+#include <array>
 #include <string>
 #include <vector>
 
-/// A temporary file of equal blocks. It has no name on disk once it is open, so it is gone with the program,
-/// however that ends. Not locked: the tile store does that.
+/// A temporary file of compressed tiles. It has no name on disk once it is open, so it is gone with the
+/// program, however that ends. Not locked: the tile store does that.
 class SwapFile
 {
 public:
     static constexpr std::size_t BlockBytes = 65536;
+
+    /// Where a tile lies. Slots are whole pages; one that is given back serves the next tile of as many
+    /// pages.
+    struct Slot
+    {
+        bool IsTaken() const { return pages > 0; }
+
+        qint64 firstPage = 0;
+        int pages = 0;
+        int bytes = 0; ///< BlockBytes: as it is, because it wouldn't become smaller
+    };
 
     /// The file is made in `folder` when the first block is written.
     explicit SwapFile(std::string folder) : m_Folder(std::move(folder)) {}
@@ -19,20 +31,30 @@ public:
 
     /// Stores a block and returns where. Throws LXTMSwapFileError when there can be no file, LXTMSwapError
     /// when the write fails.
-    qint64 Write(const uchar* block);
+    Slot Write(const uchar* block);
     /// Throws LXTMSwapError.
-    void Read(qint64 slot, uchar* block) const;
+    void Read(const Slot& slot, uchar* block);
     /// The slot may be used again.
-    void Release(qint64 slot) noexcept;
+    void Release(const Slot& slot) noexcept;
+
+    /// What the taken slots hold of the disk.
+    qint64 TakenBytes() const { return m_TakenPages * PageBytes; }
 
 private:
     Q_DISABLE_COPY(SwapFile)
 
+    static constexpr int PageBytes = 4096;
+    static constexpr int MostPages = static_cast<int>(BlockBytes) / PageBytes;
+
     void Open();
-    qint64 TakeSlot();
+    Slot TakeSlot(int bytes);
+    const uchar* Compressed(const uchar* block, int& bytes);
 
     std::string m_Folder;
     int m_File = -1;
-    qint64 m_SlotCount = 0;
-    std::vector<qint64> m_FreeSlots;
+    qint64 m_PageCount = 0;
+    qint64 m_TakenPages = 0;
+    std::array<std::size_t, MostPages + 1> m_SlotCounts{};      ///< slots ever made, by their pages
+    std::array<std::vector<qint64>, MostPages + 1> m_FreeSlots; ///< first pages, by the slots' pages
+    std::vector<char> m_Buffer;                                 ///< of compressed bytes
 };

@@ -8,7 +8,8 @@
 #include <set>
 
 /// Memory for tiles, cut from chunks of 64, so that the heap neither fragments nor grows a header a tile.
-/// Not locked: the tile store does that.
+/// Chunks lie on huge pages where the system has them, and some empty ones stay in reserve: the system clears
+/// what it hands out, which takes longer than many a kernel. Not locked: the tile store does that.
 class TileArena
 {
 public:
@@ -26,6 +27,7 @@ private:
 
     static constexpr std::size_t ChunkBlocks = 64;
     static constexpr std::size_t ChunkBytes = ChunkBlocks * BlockBytes;
+    static constexpr std::size_t MostEmptyChunks = 32;
 
     struct ChunkDeleter
     {
@@ -43,4 +45,5 @@ private:
 
     std::map<uchar*, Chunk> m_Chunks;  ///< by address
     std::set<uchar*> m_WithFreeBlocks; ///< lowest address first, so that the others run empty
+    std::size_t m_EmptyChunks = 0;
 };

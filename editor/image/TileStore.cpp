@@ -26,32 +26,60 @@ void* TileStore::MakeTile()
     if (FaultSeams::Pass(FaultSeams::Seam::StrangeTileAllocation)) throw FaultSeams::StrangeFailure();
 
     const Guard guard(m_Mutex);
-    MakeRoom();
     const std::size_t index = TakeIndex();
     Block& block = m_Blocks[index];
-    try {
-        block.memory = m_Arena.Allocate();
-    } catch (...) {
-        m_FreeIndexes.push_back(index);
-        throw;
-    }
-    std::memset(block.memory, 0, TileArena::BlockBytes);
+    block.isBlank = true;
     ++block.generation;
-    m_ResidentBytes += BlockBytes;
     ++m_LiveTiles;
-    AppendUnpinned(block);
     return HandleOf(index, block.generation);
+}
+
+void* TileStore::CopyTile(void* handle)
+{
+    {
+        const Guard guard(m_Mutex);
+        Find(handle);
+    }
+    void* const copy = MakeTile();
+    Block* source = nullptr;
+    Block* target = nullptr;
+    {
+        const Guard guard(m_Mutex);
+        source = &Find(handle);
+        if (source->isBlank) return copy;
+        target = &Find(copy);
+        target->isBlank = false; // all of it is written below
+        try {
+            Pin(*source);
+        } catch (...) {
+            Release(copy);
+            throw;
+        }
+        try {
+            Pin(*target);
+        } catch (...) {
+            Unpin(*source);
+            Release(copy);
+            throw;
+        }
+    }
+    std::memcpy(target->memory, source->memory, TileArena::BlockBytes);
+    const Guard guard(m_Mutex);
+    Unpin(*source);
+    Unpin(*target);
+    return copy;
 }
 
 void* TileStore::GetMemory(void* handle, bool write)
 {
     const Guard guard(m_Mutex);
     Block& block = Find(handle);
-    if (block.memory == nullptr) SwapIn(block);
-    if (block.pins == 0) RemoveUnpinned(block);
-    ++block.pins;
-    if (write) DropSwapCopy(block);
-    return block.memory;
+    uchar* const memory = Pin(block);
+    if (write) {
+        block.isBlank = false;
+        DropSwapCopy(block);
+    }
+    return memory;
 }
 
 void TileStore::FreeMemory(void* handle)
@@ -59,12 +87,17 @@ void TileStore::FreeMemory(void* handle)
     const Guard guard(m_Mutex);
     Block& block = Find(handle);
     if (block.pins == 0) throw LXTMAlreadyFree();
-    if (--block.pins == 0) AppendUnpinned(block);
+    Unpin(block);
 }
 
 void TileStore::CleanUpTile(void* handle)
 {
     const Guard guard(m_Mutex);
+    Release(handle);
+}
+
+void TileStore::Release(void* handle)
+{
     Block& block = Find(handle);
     if (block.memory != nullptr) {
         if (block.pins == 0) RemoveUnpinned(block);
@@ -90,6 +123,12 @@ int TileStore::ResidentTileCount() const
 {
     const Guard guard(m_Mutex);
     return static_cast<int>(m_ResidentBytes / BlockBytes);
+}
+
+qint64 TileStore::SwapBytes() const
+{
+    const Guard guard(m_Mutex);
+    return m_SwapFile.TakenBytes();
 }
 
 void TileStore::SetMemoryBudget(qint64 bytes)
@@ -147,33 +186,47 @@ void TileStore::MakeRoom()
 
 void TileStore::SwapOut(Block& block)
 {
-    if (block.swapSlot == NoSlot) block.swapSlot = m_SwapFile.Write(block.memory);
+    if (!block.isBlank && !block.swapSlot.IsTaken()) block.swapSlot = m_SwapFile.Write(block.memory);
     RemoveUnpinned(block);
     m_Arena.Free(block.memory);
     block.memory = nullptr;
     m_ResidentBytes -= BlockBytes;
 }
 
-void TileStore::SwapIn(Block& block)
+void TileStore::BringIn(Block& block)
 {
     MakeRoom();
     uchar* const memory = m_Arena.Allocate();
     try {
-        m_SwapFile.Read(block.swapSlot, memory);
+        if (block.swapSlot.IsTaken()) m_SwapFile.Read(block.swapSlot, memory);
     } catch (...) {
         m_Arena.Free(memory);
         throw;
     }
+    if (block.isBlank) std::memset(memory, 0, TileArena::BlockBytes);
     block.memory = memory;
     m_ResidentBytes += BlockBytes;
     AppendUnpinned(block);
 }
 
+uchar* TileStore::Pin(Block& block)
+{
+    if (block.memory == nullptr) BringIn(block);
+    if (block.pins == 0) RemoveUnpinned(block);
+    ++block.pins;
+    return block.memory;
+}
+
+void TileStore::Unpin(Block& block)
+{
+    if (--block.pins == 0) AppendUnpinned(block);
+}
+
 void TileStore::DropSwapCopy(Block& block)
 {
-    if (block.swapSlot == NoSlot) return;
+    if (!block.swapSlot.IsTaken()) return;
     m_SwapFile.Release(block.swapSlot);
-    block.swapSlot = NoSlot;
+    block.swapSlot = {};
 }
 
 void TileStore::AppendUnpinned(Block& block)

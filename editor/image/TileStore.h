@@ -14,14 +14,20 @@
 /// one with a small budget or an unusable folder.
 ///
 /// One mutex guards everything: a tile is pinned once for 16384 pixels of work, so it is hardly ever
-/// contended. Swapping happens under it too, which makes others wait only when memory has run out.
+/// contended. Swapping happens under it too, which makes others wait only when memory has run out. A blank
+/// tile gets memory when somebody asks for its bytes.
 class TileStore
 {
 public:
     TileStore(qint64 memoryBudget, const std::string& swapFolder);
     ~TileStore();
 
+    /// The one behind LXTileManager::Instance(), for what only the editor asks. Throws LXTMBadInstance.
+    static TileStore& Main();
+
     void* MakeTile();
+    /// A tile with the same bytes as another; costs nothing while that one is blank.
+    void* CopyTile(void* handle);
     void* GetMemory(void* handle, bool write);
     void FreeMemory(void* handle);
     void CleanUpTile(void* handle);
@@ -29,19 +35,20 @@ public:
     int LiveTileCount() const;
     /// Tiles whose bytes are in memory now.
     int ResidentTileCount() const;
+    /// What the swapped tiles' bytes take on disk.
+    qint64 SwapBytes() const;
     void SetMemoryBudget(qint64 bytes);
     qint64 MemoryBudget() const;
 
 private:
     Q_DISABLE_COPY(TileStore)
 
-    static constexpr qint64 NoSlot = -1;
-
     struct Block
     {
-        uchar* memory = nullptr;  ///< null while swapped out or not alive
-        qint64 swapSlot = NoSlot; ///< a copy on disk that is still right
+        uchar* memory = nullptr; ///< null while swapped out, blank and never asked for, or not alive
+        SwapFile::Slot swapSlot; ///< a copy on disk that is still right
         int pins = 0;
+        bool isBlank = false;   ///< all zeros: never pinned for writing
         quint32 generation = 0; ///< odd while alive, so that an old handle is told from its successor
         // Neighbours in the list of resident blocks that nobody pins, least recently used first.
         Block* older = nullptr;
@@ -51,9 +58,12 @@ private:
     Block& Find(void* handle);
     static void* HandleOf(std::size_t index, quint32 generation);
     std::size_t TakeIndex();
+    void Release(void* handle);
     void MakeRoom();
     void SwapOut(Block& block);
-    void SwapIn(Block& block);
+    void BringIn(Block& block);
+    uchar* Pin(Block& block);
+    void Unpin(Block& block);
     void DropSwapCopy(Block& block);
     void AppendUnpinned(Block& block);
     void RemoveUnpinned(Block& block);

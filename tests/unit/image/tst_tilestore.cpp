@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -55,6 +57,11 @@ private slots:
     void missingFolderIsReported();
     void everyTilePinnedGoesBeyondTheBudget();
     void failedAllocationLeavesTheStoreUsable();
+    void blankTilesTakeNoMemory();
+    void blankTilesAreNotSwapped();
+    void copiesHoldTheSameBytes();
+    void swappedTilesAreCompressed();
+    void noiseComesBackFromTheSwapFile();
     void manyTilesComeAndGo();
 };
 
@@ -193,7 +200,7 @@ void TestTileStore::leastRecentlyUsedTilesGoFirst()
     void* const b = store.MakeTile();
     Write(store, b, 2);
     Write(store, a, 1);
-    store.MakeTile();
+    Write(store, store.MakeTile(), 3);
     QCOMPARE(store.ResidentTileCount(), 2);
 
     // With room again, only a tile that went out adds to those in memory when it is read.
@@ -221,9 +228,10 @@ void TestTileStore::swapFileHasNoName()
 {
     QTemporaryDir folder;
     TileStore store(1 * TileBytes, folder.path().toStdString());
-    store.MakeTile();
-    store.MakeTile();
+    Write(store, store.MakeTile(), 1);
+    Write(store, store.MakeTile(), 2);
     QCOMPARE(store.ResidentTileCount(), 1);
+    QVERIFY(store.SwapBytes() > 0);
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
 }
 
@@ -232,11 +240,12 @@ void TestTileStore::missingFolderIsReported()
     TileStore store(1 * TileBytes, "/nowhere/at/all");
     void* const first = store.MakeTile();
     Write(store, first, 5);
-    QVERIFY_EXCEPTION_THROWN(store.MakeTile(), LXTMSwapFileError);
+    void* const second = store.MakeTile();
+    QVERIFY_EXCEPTION_THROWN(store.GetMemory(second, true), LXTMSwapFileError);
     QVERIFY(Holds(store, first, 5));
-    QCOMPARE(store.LiveTileCount(), 1);
+    QCOMPARE(store.LiveTileCount(), 2);
     store.SetMemoryBudget(Plenty);
-    QVERIFY(Holds(store, store.MakeTile(), 0));
+    QVERIFY(Holds(store, second, 0));
 }
 
 void TestTileStore::everyTilePinnedGoesBeyondTheBudget()
@@ -256,6 +265,86 @@ void TestTileStore::failedAllocationLeavesTheStoreUsable()
     QVERIFY_EXCEPTION_THROWN(store.MakeTile(), std::bad_alloc);
     QCOMPARE(store.LiveTileCount(), 0);
     QVERIFY(Holds(store, store.MakeTile(), 0));
+}
+
+void TestTileStore::blankTilesTakeNoMemory()
+{
+    TileStore store(Plenty, {});
+    void* const blank = store.MakeTile();
+    void* const copy = store.CopyTile(blank);
+    QCOMPARE(store.LiveTileCount(), 2);
+    QCOMPARE(store.ResidentTileCount(), 0);
+    QVERIFY(Holds(store, copy, 0));
+    QCOMPARE(store.ResidentTileCount(), 1);
+    store.CleanUpTile(blank);
+    store.CleanUpTile(copy);
+    QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+void TestTileStore::blankTilesAreNotSwapped()
+{
+    TileStore store(1 * TileBytes, "/nowhere/at/all");
+    void* const a = store.MakeTile();
+    void* const b = store.MakeTile();
+    for (int round = 0; round < 3; ++round) {
+        QVERIFY(Holds(store, a, 0));
+        QVERIFY(Holds(store, b, 0));
+    }
+    QCOMPARE(store.ResidentTileCount(), 1);
+    QCOMPARE(store.SwapBytes(), qint64(0));
+}
+
+void TestTileStore::copiesHoldTheSameBytes()
+{
+    TileStore store(1 * TileBytes, QDir::tempPath().toStdString());
+    void* const first = store.MakeTile();
+    Write(store, first, 33);
+    void* const copy = store.CopyTile(first);
+    Write(store, first, 44);
+    QVERIFY(Holds(store, copy, 33));
+    QVERIFY(Holds(store, first, 44));
+    QVERIFY_EXCEPTION_THROWN(store.CopyTile(nullptr), LXTMInvalidBlock);
+    QCOMPARE(store.LiveTileCount(), 2);
+}
+
+void TestTileStore::swappedTilesAreCompressed()
+{
+    TileStore store(1 * TileBytes, QDir::tempPath().toStdString());
+    std::vector<void*> tiles;
+    for (int i = 0; i < 11; ++i) {
+        tiles.push_back(store.MakeTile());
+        Write(store, tiles.back(), i + 1);
+    }
+    // Ten tiles of one value each, a page of 4096 bytes for each.
+    QCOMPARE(store.SwapBytes(), qint64(10) * 4096);
+    for (void* const tile : tiles) {
+        store.CleanUpTile(tile);
+    }
+    QCOMPARE(store.SwapBytes(), qint64(0));
+}
+
+/// It can't be compressed, and lies beside what can.
+void TestTileStore::noiseComesBackFromTheSwapFile()
+{
+    TileStore store(1 * TileBytes, QDir::tempPath().toStdString());
+    std::mt19937 random(9);
+    std::vector<std::pair<void*, std::vector<uchar>>> tiles;
+    for (int i = 0; i < 12; ++i) {
+        std::vector<uchar> bytes(TileBytes);
+        const int noisy = i % 3 == 0 ? int(TileBytes) : i * 4000;
+        std::generate_n(bytes.begin(), noisy, [&] { return static_cast<uchar>(random()); });
+        void* const tile = store.MakeTile();
+        std::copy(bytes.begin(), bytes.end(), static_cast<uchar*>(store.GetMemory(tile, true)));
+        store.FreeMemory(tile);
+        tiles.emplace_back(tile, bytes);
+    }
+    for (int round = 0; round < 2; ++round) {
+        for (const auto& [tile, bytes] : tiles) {
+            const auto* const memory = static_cast<const uchar*>(store.GetMemory(tile, false));
+            QVERIFY(std::equal(bytes.begin(), bytes.end(), memory));
+            store.FreeMemory(tile);
+        }
+    }
 }
 
 /// Several chunks of the arena fill up and run empty in an order of their own.
