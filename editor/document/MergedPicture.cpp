@@ -1,6 +1,7 @@
 #include "document/MergedPicture.h"
 
 #include "document/LayerCompositor.h"
+#include "image/TileThreads.h"
 
 namespace {
 PlacedImage SnapshotOf(const Overlay& overlay, const OverlayPlace& place)
@@ -88,10 +89,11 @@ void MergedPicture::Compose(const CompositeLayers& layers, const std::vector<int
 {
     const int columns = static_cast<int>(m_Image.m_TilesX);
     try {
-        for (const int tile : tiles) {
+        TileThreads::ForEach(static_cast<int>(tiles.size()), [&](int i) {
+            const int tile = tiles[static_cast<std::size_t>(i)];
             LayerCompositor::ComposeTile(layers, tile % columns, tile / columns, m_Blank, m_Image);
             ++m_ComposedTiles;
-        }
+        });
     } catch (...) {
         m_Dirty.MarkTiles(tiles);
         throw;
