@@ -25,7 +25,7 @@ QString NewName(const LXDocumentModel& model)
 
 QString CopyName(const LXDocumentModel& model, const QString& of)
 {
-    const QString first = QCoreApplication::translate("LXLayerNameHelper", "%1 copy").arg(of);
+    QString first = QCoreApplication::translate("LXLayerNameHelper", "%1 copy").arg(of);
     if (!IsTaken(model, first)) return first;
     int number = 2;
     while (IsTaken(model, first + ' ' + QString::number(number)))
