@@ -253,6 +253,10 @@ void TestScriptLayers::masksArePaintedInNumbers()
         expect.equal(pixels.mask(layer).region(0, 0, 4, 2), [0, 0, 255, 255, 0, 0, 255, 128])
         expect.equal(pixels.merged.region(1, 1, 3, 1), ["#00000000", "#ffff0000", "#80ff0000"])
         expect.throws(function() { layer.fillMask(256) }, "from 0 to 255")
+        expect.equal(pixels.mask(layer).pixel(-1, 5), 255, "outside it shows")
+        layer.removeMask()
+        layer.addMask({ reveals: false })
+        expect.equal(pixels.mask(layer).pixel(-1, 5), 0, "outside it hides")
     )");
 }
 
