@@ -109,8 +109,8 @@ void ScriptDocument::exportAs(const QString& path)
         LXDocumentInterface* document = Require();
         if (document->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
         const PictureFile::Format format = PictureFile::FormatOfName(path);
-        if (format == PictureFile::Format::Unknown) {
-            throw ScriptError(QStringLiteral("The ending of \"%1\" names no format.").arg(path));
+        if (!PictureFile::CanWrite(format)) {
+            throw ScriptError(QStringLiteral("The ending of \"%1\" names no flat format.").arg(path));
         }
         if (LexoUndoStack* history = ViewOf(WindowOf(document))->GetHistory()) history->commit();
         const PictureFile::Outcome outcome =

@@ -44,9 +44,10 @@ public:
 
     /// Brings its window to the front.
     Q_INVOKABLE void activate();
-    /// To the path, or to its own file. False when a question was answered with cancel.
+    /// To the path, or to its own file; a format that can't hold all of the picture gets a copy. False when a
+    /// question was answered with cancel.
     Q_INVOKABLE bool save(const QString& path = QString());
-    /// Writes a copy; the document stays what it is. What the format can't hold is left out unasked.
+    /// Writes a flat copy; the document stays what it is. What the format can't hold is left out unasked.
     Q_INVOKABLE void exportAs(const QString& path);
     /// As the menu does, with its question. False when somebody refused.
     Q_INVOKABLE bool close();

@@ -156,7 +156,7 @@ void TestScriptDocuments::exportRefusesAnUnknownEnding()
 {
     EditorScriptFixture editor(4, 3);
     const ScriptOutcome outcome = editor.Run("documents.active.exportAs('picture.xyz')");
-    QVERIFY2(outcome.message.contains("names no format"), qPrintable(outcome.message));
+    QVERIFY2(outcome.message.contains("names no flat format"), qPrintable(outcome.message));
 }
 
 void TestScriptDocuments::aLockedDocumentIsNeitherSavedNorExported()
