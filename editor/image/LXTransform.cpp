@@ -148,7 +148,8 @@ bool Transform(const LXImage32& src, const QTransform& transform, LXImage32& dst
 
     const QRect part = clip.isEmpty() ? dst.Rect() : clip & dst.Rect();
     if (part.isEmpty()) return true;
-    const LXImage32 source = src; // keeps the pixels when the target is written over them
+    // Keeps the pixels when the target is written over them.
+    const LXImage32 source = src; // NOLINT(performance-unnecessary-copy-initialization)
     if (const std::optional<PixelMap> pixelMap = map->AsPixelMap(part)) {
         CopyPixels(source, *pixelMap, dst, part);
     } else {

@@ -18,7 +18,8 @@ public:
     {
         const int column = x / TileWalk::TileSide;
         const int row = y / TileWalk::TileSide;
-        Slot& slot = m_Slots[static_cast<std::size_t>(row % SlotsSide * SlotsSide + column % SlotsSide)];
+        const int index = row % SlotsSide * SlotsSide + column % SlotsSide;
+        Slot& slot = m_Slots[static_cast<std::size_t>(index)];
         if (slot.column != column || slot.row != row) {
             slot.tile.emplace(*m_Image.TileAt(column, row));
             slot.column = column;

@@ -25,7 +25,7 @@ using namespace DocumentFixture;
 
 void CommandWalker::Step()
 {
-    switch (Pick(0, 16)) {
+    switch (Pick(0, 17)) {
     case 0:
     case 1: return PaintLayer();
     case 2: return PaintMask();
@@ -42,6 +42,7 @@ void CommandWalker::Step()
     case 13: return ChangeImageSize();
     case 14:
     case 15: return ChangePath();
+    case 16: return ChangeGuides();
     default: return ChangeSample();
     }
 }

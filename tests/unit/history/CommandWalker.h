@@ -60,6 +60,7 @@ private:
     void ChangePath();
     void ChangeSubPath(int row);
     void ChangeSample();
+    void ChangeGuides();
 
     LXDocumentInterface* m_pDocument;
     LexoUndoStack* m_pStack;

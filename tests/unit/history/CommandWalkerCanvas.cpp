@@ -11,6 +11,7 @@
 #include "history/ColorSamplesCommandDataClear.h"
 #include "history/ColorSamplesCommandDataMove.h"
 #include "history/ColorSamplesCommandDataRemove.h"
+#include "history/GuideCommands.h"
 #include "history/ImageSizeCommand.h"
 #include "history/ImageSizeCommandData.h"
 #include "history/InsertPathCommandData.h"
@@ -250,4 +251,17 @@ void CommandWalker::ChangeSample()
     auto* data = new ColorSamplesCommandDataClear;
     data->SetData(points);
     Push<ColorSamplesCommand>(data);
+}
+
+void CommandWalker::ChangeGuides()
+{
+    const int count = m_pDocument->GetGuides().size();
+    const int choice = count == 0 ? 0 : Pick(0, 9);
+    const double position = Pick(0, LeastSide) + 0.25;
+    if (choice == 9) return m_pStack->push(GuideCommands::Clear(m_pDocument));
+    if (choice < 5 && count < 6) {
+        const Qt::Orientation orientation = PickBool() ? Qt::Horizontal : Qt::Vertical;
+        return m_pStack->push(GuideCommands::Add(m_pDocument, {orientation, position}));
+    }
+    m_pStack->push(GuideCommands::Move(m_pDocument, Pick(0, count - 1), position));
 }
