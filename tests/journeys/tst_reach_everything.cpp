@@ -1,125 +1,162 @@
+#include "app/DocumentFiles.h"
 #include "app/MainWindow.h"
-#include "gui/ZKDocumentView.h"
+#include "app/PanelArea.h"
+#include "core/ZKApplication.h"
+#include "resource/Theme.h"
 #include "scripting/InputDriver.h"
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
+#include "support/WidgetWalk.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSlider>
-#include <QAbstractSpinBox>
-#include <QAccessible>
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QScrollBar>
-#include <QSet>
-#include <QTabBar>
+#include <QAction>
+#include <QDialog>
+#include <QDockWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 
-/// The main window without a mouse and without eyes.
+/// Every window, panel, menu and dialog without a mouse, without eyes, and with weak ones.
 class TestReachEverything : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void cleanup();
 
-    void everyControlHasAName_data() { WindowStates(); }
+    void windowsAreNamedReachedAndRead_data();
+    void windowsAreNamedReachedAndRead();
 
-    void everyControlHasAName();
+    void panelsAreNamedReachedAndRead_data() { Looks(); }
 
-    void tabReachesEveryControl_data() { WindowStates(); }
+    void panelsAreNamedReachedAndRead();
 
-    void tabReachesEveryControl();
+    void menusAreRead_data() { Looks(); }
+
+    void menusAreRead();
+    void dialogsAreNamedReachedAndRead_data();
+    void dialogsAreNamedReachedAndRead();
 
 private:
-    static void WindowStates();
+    static void Looks();
+    static void UseLook(const QString& name);
 };
 
 namespace {
-QString Describe(const QWidget* widget)
+void Check(InputDriver& input, QWidget* window)
 {
-    return QStringLiteral("%1 \"%2\"").arg(widget->metaObject()->className(), widget->objectName());
+    QVERIFY(!WidgetWalk::Controls(window).isEmpty());
+    QCOMPARE(WidgetWalk::WithoutName(window).join("; "), QString());
+    QCOMPARE(WidgetWalk::TooPale(window).join("; "), QString());
+    QCOMPARE(WidgetWalk::OutOfReach(input, window).join("; "), QString());
 }
 
-/// What a person may want to use: no bare frames and labels, no parts inside of a control.
-bool IsControl(const QWidget* widget)
+std::unique_ptr<EditorFixture> MakeEditor(bool hasDocument)
 {
-    if (!widget->isVisible() || !widget->isEnabled()) return false;
-    if (qobject_cast<const QScrollBar*>(widget)) return false;
-    // The cross of a tab is for the mouse alone; Ctrl+W does the same.
-    if (qobject_cast<const QTabBar*>(widget->parentWidget())) return false;
-    const QWidget* parent = widget->parentWidget();
-    if (qobject_cast<const QAbstractSpinBox*>(parent) || qobject_cast<const QComboBox*>(parent)) return false;
-    return qobject_cast<const QAbstractButton*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget) ||
-           qobject_cast<const QComboBox*>(widget) || qobject_cast<const QAbstractSlider*>(widget) ||
-           qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractItemView*>(widget) ||
-           qobject_cast<const ZKDocumentView*>(widget);
-}
-
-QList<QWidget*> Controls(const MainWindow* window)
-{
-    QList<QWidget*> controls;
-    for (QWidget* widget : window->findChildren<QWidget*>()) {
-        if (IsControl(widget)) controls.append(widget);
-    }
-    return controls;
-}
-
-void BringInto(EditorFixture& editor, bool hasTool)
-{
-    if (hasTool) editor.Tool("Fillcan");
+    return hasDocument ? std::make_unique<EditorFixture>(40, 30) : std::make_unique<EditorFixture>();
 }
 } // namespace
 
-void TestReachEverything::WindowStates()
+void TestReachEverything::cleanup()
 {
+    UseLook("dark");
+}
+
+void TestReachEverything::Looks()
+{
+    QTest::addColumn<QString>("look");
+    QTest::newRow("dark") << "dark";
+    QTest::newRow("light") << "light";
+}
+
+void TestReachEverything::UseLook(const QString& name)
+{
+    Theme::Apply(name == QLatin1String("light") ? Theme::Look::Light : Theme::Look::Dark,
+                 ZKApplication::GetResourcePath());
+}
+
+void TestReachEverything::windowsAreNamedReachedAndRead_data()
+{
+    QTest::addColumn<QString>("look");
     QTest::addColumn<bool>("hasDocument");
     QTest::addColumn<bool>("hasTool");
-    QTest::newRow("empty") << false << false;
-    QTest::newRow("a document") << true << false;
-    QTest::newRow("a document and the fill can") << true << true;
-}
-
-void TestReachEverything::everyControlHasAName()
-{
-    QFETCH(bool, hasDocument);
-    QFETCH(bool, hasTool);
-    const auto editor =
-        hasDocument ? std::make_unique<EditorFixture>(40, 30) : std::make_unique<EditorFixture>();
-    BringInto(*editor, hasTool);
-
-    const QList<QWidget*> controls = Controls(editor->Window());
-    QVERIFY(!controls.isEmpty());
-    for (QWidget* control : controls) {
-        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(control);
-        QVERIFY2(accessible, qPrintable(Describe(control)));
-        QVERIFY2(!accessible->text(QAccessible::Name).isEmpty(),
-                 qPrintable(Describe(control) + " has no name"));
+    for (const char* look : {"dark", "light"}) {
+        QTest::addRow("empty, %s", look) << QString(look) << false << false;
+        QTest::addRow("a document, %s", look) << QString(look) << true << false;
+        QTest::addRow("a document and the fill can, %s", look) << QString(look) << true << true;
     }
 }
 
-void TestReachEverything::tabReachesEveryControl()
+void TestReachEverything::windowsAreNamedReachedAndRead()
 {
+    QFETCH(QString, look);
     QFETCH(bool, hasDocument);
     QFETCH(bool, hasTool);
-    const auto editor =
-        hasDocument ? std::make_unique<EditorFixture>(40, 30) : std::make_unique<EditorFixture>();
-    BringInto(*editor, hasTool);
+    const auto editor = MakeEditor(hasDocument);
+    UseLook(look);
+    if (hasTool) editor->Tool("Fillcan");
+    Check(editor->GetInput(), editor->Window());
+}
 
-    QSet<QWidget*> missing;
-    for (QWidget* control : Controls(editor->Window()))
-        missing.insert(control);
-    const int limit = missing.size() * 3 + 20;
-    for (int step = 0; step < limit && !missing.isEmpty(); ++step) {
-        editor->GetInput().Key(Qt::Key_Tab);
-        missing.remove(QApplication::focusWidget());
+void TestReachEverything::panelsAreNamedReachedAndRead()
+{
+    QFETCH(QString, look);
+    EditorFixture editor(40, 30);
+    UseLook(look);
+    editor.Tool("Fillcan").Click(QPointF(5, 5));
+    editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+    for (QDockWidget* panel : editor.Window()->GetPanels()->GetPanels()) {
+        editor.Window()->GetPanels()->Show(panel);
+        QVERIFY2(panel->isAncestorOf(QApplication::focusWidget()) || WidgetWalk::Controls(panel).isEmpty(),
+                 qPrintable(panel->windowTitle()));
+        Check(editor.GetInput(), editor.Window());
     }
+}
 
-    QStringList names;
-    for (const QWidget* control : missing)
-        names.append(Describe(control));
-    QVERIFY2(missing.isEmpty(), qPrintable("never focused: " + names.join(", ")));
+void TestReachEverything::menusAreRead()
+{
+    QFETCH(QString, look);
+    EditorFixture editor(40, 30);
+    UseLook(look);
+    for (const QAction* title : editor.Window()->menuBar()->actions()) {
+        if (!title->isVisible() || !title->menu()) continue;
+        title->menu()->popup(editor.Window()->mapToGlobal(QPoint(0, 0)));
+        QCOMPARE(WidgetWalk::TooPale(title->menu()).join("; "), QString());
+        title->menu()->hide();
+    }
+}
+
+void TestReachEverything::dialogsAreNamedReachedAndRead_data()
+{
+    QTest::addColumn<QString>("look");
+    QTest::addColumn<QString>("dialog");
+    for (const char* look : {"dark", "light"}) {
+        for (const char* dialog : {"new", "preferences", "about", "close question"})
+            QTest::addRow("%s, %s", dialog, look) << QString(look) << QString(dialog);
+    }
+}
+
+void TestReachEverything::dialogsAreNamedReachedAndRead()
+{
+    QFETCH(QString, look);
+    QFETCH(QString, dialog);
+    EditorFixture editor(40, 30);
+    UseLook(look);
+    editor.Tool("Fillcan").Click(QPointF(5, 5));
+    InputDriver& input = editor.GetInput();
+    bool hasShown = false;
+    input.WhenModalShows<QDialog>([&](QDialog* shown) {
+        hasShown = true;
+        input.HoldModifiers(Qt::NoModifier); // the key that opened the dialog is still down
+        Check(input, shown);
+        input.Key(Qt::Key_Escape);
+        if (shown->isVisible()) shown->reject();
+    });
+    if (dialog == QLatin1String("new")) input.Key(Qt::Key_N, Qt::ControlModifier);
+    if (dialog == QLatin1String("preferences")) input.Key(Qt::Key_Comma, Qt::ControlModifier);
+    if (dialog == QLatin1String("about")) editor.Window()->findChild<QAction*>("aboutAction")->trigger();
+    if (dialog == QLatin1String("close question")) input.Key(Qt::Key_W, Qt::ControlModifier);
+    QVERIFY(hasShown);
+    QVERIFY(editor.Document());
 }
 
 ZK_REGISTER_TEST(tst_reach_everything, TestReachEverything)
