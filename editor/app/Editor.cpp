@@ -2,6 +2,7 @@
 
 #include "app/DocumentFiles.h"
 #include "app/EditMenu.h"
+#include "app/EmptyPage.h"
 #include "app/FileMenu.h"
 #include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
@@ -66,6 +67,7 @@ bool Editor::Start()
         return false;
     }
     m_pParts->plugin.SetMainWidget(GetWindow());
+    GetWindow()->GetEmptyPage()->setFocus();
     GetWindow()->show();
     return true;
 }

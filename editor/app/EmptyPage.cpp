@@ -53,6 +53,7 @@ EmptyPage::EmptyPage(RecentFiles* recentFiles, QWidget* parent)
                            .arg(QKeySequence(QKeySequence::New).toString(QKeySequence::NativeText)));
     open->setIcon(ZKIconHelper::DisabledIcon("theme:file_open.png"));
     create->setIcon(ZKIconHelper::DisabledIcon("theme:file_new.png"));
+    setFocusProxy(open);
     connect(open, &QPushButton::clicked, this, &EmptyPage::OpenRequested);
     connect(create, &QPushButton::clicked, this, &EmptyPage::NewRequested);
 

@@ -73,6 +73,7 @@ StatusReadout::StatusReadout(QWidget* parent)
     m_pZoom->setToolTip(tr("Zoom"));
     m_pZoom->setPopupMode(QToolButton::InstantPopup);
     m_pZoom->setFocusPolicy(Qt::TabFocus);
+    m_pZoom->setEnabled(false);
     m_pZoom->setMinimumWidth(m_pZoom->fontMetrics().horizontalAdvance(QStringLiteral("0000 %")) +
                              ZoomPadding);
     for (QWidget* readout :
