@@ -3,6 +3,7 @@
 #include "app/AboutDialog.h"
 #include "app/DocumentFiles.h"
 #include "app/Editor.h"
+#include "app/GuideDialog.h"
 #include "app/JobWait.h"
 #include "app/MainWindow.h"
 #include "app/NewDocumentDialog.h"
@@ -159,6 +160,7 @@ bool Screenshots::TakeDialogs()
     values.look = Theme::Current();
     PreferencesDialog preferences(values, window);
     AboutDialog about(window);
+    GuideDialog guide(window->GetActiveDocument()->GetDocumentSize(), window);
     LXOperationProgressDlg progress(window);
     progress.SetProgressRange(0, 100);
     progress.SetProgressPos(40);
@@ -176,6 +178,7 @@ bool Screenshots::TakeDialogs()
     return TakeDialog(create, QStringLiteral("dialog-new")) &&
            TakeDialog(preferences, QStringLiteral("dialog-preferences")) &&
            TakeDialog(about, QStringLiteral("dialog-about")) &&
+           TakeDialog(guide, QStringLiteral("dialog-guide")) &&
            TakeDialog(progress, QStringLiteral("dialog-progress")) &&
            TakeDialog(question, QStringLiteral("dialog-question")) &&
            TakeDialog(color, QStringLiteral("dialog-color"));

@@ -130,7 +130,7 @@ void TestReachEverything::dialogsAreNamedReachedAndRead_data()
     QTest::addColumn<QString>("look");
     QTest::addColumn<QString>("dialog");
     for (const char* look : {"dark", "light"}) {
-        for (const char* dialog : {"new", "preferences", "about", "close question"})
+        for (const char* dialog : {"new", "preferences", "about", "guide", "close question"})
             QTest::addRow("%s, %s", dialog, look) << QString(look) << QString(dialog);
     }
 }
@@ -154,6 +154,7 @@ void TestReachEverything::dialogsAreNamedReachedAndRead()
     if (dialog == QLatin1String("new")) input.Key(Qt::Key_N, Qt::ControlModifier);
     if (dialog == QLatin1String("preferences")) input.Key(Qt::Key_Comma, Qt::ControlModifier);
     if (dialog == QLatin1String("about")) editor.Window()->findChild<QAction*>("aboutAction")->trigger();
+    if (dialog == QLatin1String("guide")) editor.Window()->findChild<QAction*>("addGuideAction")->trigger();
     if (dialog == QLatin1String("close question")) input.Key(Qt::Key_W, Qt::ControlModifier);
     QVERIFY(hasShown);
     QVERIFY(editor.Document());
