@@ -1,10 +1,8 @@
 #include "gui/LayerDelegate.h"
 
 #include "document/LXDocumentModel.h"
-#include "gui/CanvasPainter.h"
-#include "utils/ZKIconHelper.h"
+#include "gui/ListRow.h"
 
-#include <QApplication>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -12,21 +10,17 @@
 #include <QToolTip>
 
 namespace {
-constexpr int RowHeight = 48;
-constexpr int PictureSize = 36;
-constexpr int EyeWidth = 32;
-constexpr int Gap = 8;
-constexpr int SmallIcon = 16;
-constexpr int CheckerSquare = 4;
+using ListRow::Gap;
+using ListRow::PictureSize;
+using ListRow::SmallIcon;
 
 /// Where the parts of a row lie, in the coordinates of its list.
 struct RowPlaces
 {
     RowPlaces(const QRect& row, bool hasMask, bool isLocked)
     {
-        eye = QRect(row.left(), row.top(), EyeWidth, row.height());
-        const int pictureTop = row.top() + (row.height() - PictureSize) / 2;
-        layer = QRect(eye.right() + 1, pictureTop, PictureSize, PictureSize);
+        eye = ListRow::EyeOf(row);
+        layer = ListRow::PictureOf(row);
         mask = layer.translated(hasMask ? PictureSize + Gap : 0, 0);
         lock = QRect(row.right() + 1 - SmallIcon - Gap, row.top(), SmallIcon, row.height());
         const int nameRight = isLocked ? lock.left() - Gap : row.right() - Gap;
@@ -50,31 +44,6 @@ RowPlaces PlacesOf(const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     return RowPlaces(option.rect, HasMask(index), IsLocked(index));
 }
-
-/// A picture in its frame, over the checker that tells transparency; the target of painting has an accent.
-void PaintPicture(QPainter& painter, const QRect& frame, const QImage& picture, bool isTarget,
-                  const QPalette& palette)
-{
-    const QSize size = picture.size().scaled(frame.size() - QSize(4, 4), Qt::KeepAspectRatio);
-    QRect place(QPoint(0, 0), size);
-    place.moveCenter(frame.center());
-    painter.setBrushOrigin(place.topLeft());
-    painter.fillRect(place, MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(place, picture);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(palette.color(isTarget ? QPalette::Link : QPalette::Mid));
-    painter.drawRect(place.adjusted(-1, -1, 0, 0));
-    if (isTarget) painter.drawRect(place.adjusted(-2, -2, 1, 1));
-}
-
-void PaintIcon(QPainter& painter, const QRect& place, const QString& name, bool dim)
-{
-    QRect square(0, 0, SmallIcon, SmallIcon);
-    square.moveCenter(place.center());
-    ZKIconHelper::DisabledIcon(name).paint(&painter, square, Qt::AlignCenter,
-                                           dim ? QIcon::Disabled : QIcon::Normal);
-}
 } // namespace
 
 void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -82,32 +51,24 @@ void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 {
     QStyleOptionViewItem ground = option;
     initStyleOption(&ground, index);
-    const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
-    style->drawPrimitive(QStyle::PE_PanelItemViewItem, &ground, painter, option.widget);
+    ListRow::PaintGround(*painter, ground);
 
     painter->save();
     const RowPlaces places = PlacesOf(option, index);
     const bool visible = index.data(LXDocumentModel::VisibleRole).toBool();
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     const bool maskIsTarget = index.data(LXDocumentModel::MaskSelectedRole).toBool();
-    PaintIcon(*painter, places.eye, visible ? "theme:layer_visible.png" : "theme:layer_hidden.png", !visible);
-    PaintPicture(*painter, places.layer, index.data(Qt::DecorationRole).value<QImage>(),
-                 selected && !maskIsTarget, option.palette);
+    ListRow::PaintEye(*painter, option.rect, visible);
+    ListRow::PaintPicture(*painter, places.layer, index.data(Qt::DecorationRole).value<QImage>(),
+                          selected && !maskIsTarget, option.palette);
     if (HasMask(index)) {
-        PaintPicture(*painter, places.mask, index.data(LXDocumentModel::MaskThumbnailRole).value<QImage>(),
-                     selected && maskIsTarget, option.palette);
+        ListRow::PaintPicture(*painter, places.mask,
+                              index.data(LXDocumentModel::MaskThumbnailRole).value<QImage>(),
+                              selected && maskIsTarget, option.palette);
     }
-    if (IsLocked(index)) PaintIcon(*painter, places.lock, "theme:layer_lock.png", false);
+    if (IsLocked(index)) ListRow::PaintIcon(*painter, places.lock, "theme:layer_lock.png", false);
 
-    painter->setPen(option.palette.color(visible ? QPalette::Text : QPalette::PlaceholderText));
-    const QString name =
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, places.name.width());
-    painter->drawText(places.name, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, name);
-    if (option.state.testFlag(QStyle::State_HasFocus)) {
-        painter->setPen(option.palette.color(QPalette::Link));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
-    }
+    ListRow::PaintName(*painter, places.name, index.data().toString(), !visible, option);
     painter->restore();
 }
 
@@ -118,7 +79,7 @@ bool LayerDelegate::IsOnEye(const QRect& row, const QPoint& pos)
 
 QSize LayerDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
 {
-    return {EyeWidth + 2 * (PictureSize + Gap), RowHeight};
+    return {ListRow::EyeWidth + 2 * (PictureSize + Gap), ListRow::Height};
 }
 
 QWidget* LayerDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const

@@ -2,7 +2,8 @@
 
 #include <QListView>
 
-/// The list of layers. A press on an eye, with all that follows until its release, selects nothing.
+/// The list of layers, and that of paths. A press on an eye, with all that follows until its release, selects
+/// nothing.
 class LayerListView : public QListView
 {
     Q_OBJECT

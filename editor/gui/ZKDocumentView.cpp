@@ -39,6 +39,8 @@ ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* his
     m_pPrivate->UpdateSceneRect();
     m_pPrivate->m_Ants.Update(m_pPrivate->Place());
     m_pPrivate->m_Guides.Update(m_pPrivate->Place());
+    m_pPrivate->m_Outlines.Update(m_pPrivate->Place());
+    m_pPrivate->m_Marks.Update(m_pPrivate->Place());
 }
 
 ZKDocumentView::~ZKDocumentView()
@@ -144,6 +146,16 @@ void ZKDocumentView::ShowGuides(bool show)
 bool ZKDocumentView::AreGuidesShown() const
 {
     return m_pPrivate->m_Guides.IsShown();
+}
+
+void ZKDocumentView::ShowSampleMarks(bool show)
+{
+    m_pPrivate->m_Marks.SetShown(show, m_pPrivate->Place());
+}
+
+bool ZKDocumentView::AreSampleMarksShown() const
+{
+    return m_pPrivate->m_Marks.IsShown();
 }
 
 void ZKDocumentView::paintEvent(QPaintEvent* event)

@@ -1,6 +1,8 @@
+#include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
+#include "document/LXPathsListModel.h"
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentView_p.h"
 
@@ -60,7 +62,9 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_pAutoscroll(new ViewAutoscroll(view)),
       m_Tiles(TileBudget),
       m_Ants(document, view->viewport()),
-      m_Guides(document, view->viewport())
+      m_Guides(document, view->viewport()),
+      m_Outlines(document->GetPathListModel(), &m_PathSelection, view->viewport()),
+      m_Marks(document->GetColorSamples(), view->viewport())
 {
     connect(document, &LXDocumentInterface::CompositionChanged, this,
             &ZKDocumentViewPrivate::OnCompositionChanged);
@@ -76,6 +80,7 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
     connect(model, &QAbstractItemModel::rowsRemoved, this, &ZKDocumentViewPrivate::SelectSomeLayer);
     connect(model, &QAbstractItemModel::modelReset, this, &ZKDocumentViewPrivate::SelectSomeLayer);
     SelectSomeLayer();
+    FollowPathsAndSamples();
 }
 
 ZKDocumentViewPrivate* ZKDocumentViewPrivate::Get(const ZKDocumentView* view)
@@ -108,6 +113,8 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
         PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
         m_Guides.Paint(*painter, rect, place);
         m_Ants.Paint(*painter, rect, place);
+        m_Outlines.Paint(*painter, rect, place);
+        m_Marks.Paint(*painter, rect, place);
     }
     painter->restore();
 }
@@ -230,6 +237,24 @@ void ZKDocumentViewPrivate::TellCurrentLayer()
 {
     // Of no row the number is -1, which makes the id of nothing.
     emit m_pDocument->CurrentLayerChanged(static_cast<uint>(m_LayerSelection.currentIndex().row() + 1));
+}
+
+void ZKDocumentViewPrivate::FollowPathsAndSamples()
+{
+    const auto showPaths = [this] { m_Outlines.Update(Place()); };
+    const LXPathsListModel* paths = m_pDocument->GetPathListModel();
+    connect(paths, &LXPathsListModel::PathChanged, this, showPaths);
+    connect(paths, &LXPathsListModel::dataChanged, this,
+            [=](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
+                if (roles.contains(LXPathsListModel::VisibleRole)) showPaths();
+            });
+    connect(&m_PathSelection, &QItemSelectionModel::currentChanged, this, showPaths);
+
+    const auto showSamples = [this] { m_Marks.Update(Place()); };
+    const LXColorSampleModel* samples = m_pDocument->GetColorSamples();
+    connect(samples, &LXColorSampleModel::SampleInserted, this, showSamples);
+    connect(samples, &LXColorSampleModel::SampleRemoved, this, showSamples);
+    connect(samples, &LXColorSampleModel::SamplePosChanged, this, showSamples);
 }
 
 void ZKDocumentViewPrivate::UpdateLook()

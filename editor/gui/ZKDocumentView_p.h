@@ -3,6 +3,8 @@
 #include "document/LXPathSelectionModel.h"
 #include "gui/CanvasPainter.h"
 #include "gui/GuideLines.h"
+#include "gui/PathOutlines.h"
+#include "gui/SampleMarks.h"
 #include "gui/ScaledTileCache.h"
 #include "gui/SelectionAnts.h"
 #include "gui/ViewAutoscroll.h"
@@ -70,6 +72,7 @@ private:
     void OnSizeChanged();
     void SelectSomeLayer();
     void TellCurrentLayer();
+    void FollowPathsAndSamples();
     void UpdateLook();
 
     ZKDocumentView* m_pView;
@@ -83,6 +86,8 @@ private:
     ScaledTileCache m_Tiles;
     SelectionAnts m_Ants;
     GuideLines m_Guides;
+    PathOutlines m_Outlines;
+    SampleMarks m_Marks;
     CanvasLook m_Look;
     QRegion m_Exposed; ///< viewport pixels of the paint event that runs; empty outside
 

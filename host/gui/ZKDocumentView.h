@@ -76,6 +76,10 @@ public:
     /// Whether the document's guides are drawn; true at first.
     void ShowGuides(bool show);
     bool AreGuidesShown() const;
+    /// Whether the view marks the document's color samples; on at first. A tool that puts handles on them
+    /// switches the marks off.
+    void ShowSampleMarks(bool show);
+    bool AreSampleMarksShown() const;
 
 signals:
     /// The view's own cursor is set before true and put back before false.

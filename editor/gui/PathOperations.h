@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class LexoCommand;
+class LXPathSelectionModel;
+class LXPathsListModel;
+class ZKDocumentView;
+
+/// What the panel of paths does to the document of a view: each change is one step of its history. Nothing
+/// happens while the document is locked, and paths keep their order and number while the view says so. Main
+/// thread only.
+class PathOperations : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Null: nothing can be done.
+    void SetView(ZKDocumentView* view);
+
+    LXPathsListModel* GetModel() const;
+    LXPathSelectionModel* GetSelection() const;
+
+    bool CanAdd() const;
+    bool CanDelete() const;
+    /// Only while exactly one path is selected.
+    /// @param by  rows, -1 being up
+    bool CanMove(int by) const;
+
+    /// The new path stands behind the last and is the current one.
+    void Add();
+    /// The selected ones, in one step.
+    void Delete();
+    void Move(int by);
+    void SetVisible(int row, bool visible);
+    void Rename(int row, const QString& name);
+
+signals:
+    /// What may be done to the paths may have changed.
+    void Changed();
+
+private:
+    bool MayWork() const;
+    bool MayReorder() const;
+    QList<int> SelectedRows() const;
+    void Push(LexoCommand* command) const;
+    QString NewName() const;
+
+    QPointer<ZKDocumentView> m_pView;
+};

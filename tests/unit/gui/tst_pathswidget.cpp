@@ -1,0 +1,339 @@
+#include "GuiFixture.h"
+
+#include "document/LXPathSelectionModel.h"
+#include "document/LXPathsListModel.h"
+#include "gui/PathsWidget.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LexoUndoStack.h"
+#include "support/PathFixture.h"
+#include "support/TestRegistry.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QTest>
+#include <QToolButton>
+
+using namespace PathFixture;
+
+/// The list of paths, and what its controls do.
+class TestPathsWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void showsTheViewsPaths();
+    void tellsWhenThereIsNothingToShow();
+    void letsGoOfAViewThatGoes();
+    void followsAndSetsTheCurrentPath();
+    void clickBesideTheRowsChoosesNone();
+    void newPathIsTheLastAndTheCurrentOne();
+    void newPathsHaveFreeNames();
+    void deletedPathComesBackAsItWas();
+    void severalPathsAreDeletedInOneStep();
+    void pathsMoveUpAndDown();
+    void pressOnTheEyeShowsThePath();
+    void spaceShowsThePath();
+    void nameIsEditedInPlace();
+    void emptyNameIsRefused();
+    void nothingWorksWhileTheDocumentIsLocked();
+    void blockedOrderKeepsNamesAndEyes();
+    void worksWithoutAHistory();
+    void everyControlHasAName();
+
+private:
+    QListView* List() const { return m_pPanel->findChild<QListView*>("m_pList"); }
+
+    QToolButton* Button(const char* name) const { return m_pPanel->findChild<QToolButton*>(name); }
+
+    void Click(const char* button) const { QTest::mouseClick(Button(button), Qt::LeftButton); }
+
+    LXPathsListModel* Paths() const { return m_pDocument->GetPathListModel(); }
+
+    LXPathSelectionModel* Selection() const
+    {
+        return qobject_cast<LXPathSelectionModel*>(m_pView->GetPathSelection());
+    }
+
+    QStringList Names() const
+    {
+        QStringList names;
+        for (int row = 0; row < Paths()->rowCount(); ++row)
+            names << Paths()->GetPathName(row);
+        return names;
+    }
+
+    void Choose(int row) const
+    {
+        Selection()->setCurrentIndex(Paths()->index(row), QItemSelectionModel::ClearAndSelect);
+    }
+
+    /// Clicks so many pixels right of the row's left end.
+    void ClickRow(int row, int left) const
+    {
+        const QRect rect = List()->visualRect(List()->model()->index(row, 0));
+        QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          QPoint(rect.left() + left, rect.center().y()));
+    }
+
+    QStringList History() const
+    {
+        QStringList texts;
+        for (int i = 0; i < m_pHistory->index(); ++i)
+            texts << m_pHistory->text(i);
+        return texts;
+    }
+
+    GuiFixture::OwnedDocument m_pDocument;
+    std::unique_ptr<LexoUndoStack> m_pHistory;
+    std::unique_ptr<ZKDocumentView> m_pView;
+    std::unique_ptr<PathsWidget> m_pPanel;
+};
+
+namespace {
+constexpr int EyeX = 16;
+constexpr int NameX = 120;
+} // namespace
+
+/// Paths "one", with a sub path, and "two".
+void TestPathsWidget::init()
+{
+    m_pDocument = GuiFixture::MakeDocument({64, 48});
+    Paths()->InsertPath(0, "one", {{Rectangle(QRectF(5, 5, 20, 20)), LXPathsListModel::Unite}});
+    Paths()->InsertPath(1, "two");
+    m_pHistory = std::make_unique<LexoUndoStack>();
+    m_pView = std::make_unique<ZKDocumentView>(m_pDocument.get(), m_pHistory.get());
+    m_pPanel = std::make_unique<PathsWidget>();
+    m_pPanel->SetView(m_pView.get());
+    m_pPanel->resize(260, 240);
+    m_pPanel->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_pPanel.get()));
+}
+
+void TestPathsWidget::cleanup()
+{
+    m_pPanel.reset();
+    m_pView.reset();
+    m_pHistory.reset();
+    m_pDocument.reset();
+}
+
+void TestPathsWidget::showsTheViewsPaths()
+{
+    QCOMPARE(List()->model(), Paths());
+    QCOMPARE(List()->selectionModel(), m_pView->GetPathSelection());
+    QVERIFY(List()->isVisible());
+    QVERIFY(!Selection()->hasSelection());
+}
+
+void TestPathsWidget::tellsWhenThereIsNothingToShow()
+{
+    const auto* noPath = m_pPanel->findChild<QLabel*>("m_pNoPathLbl");
+    const auto* noDocument = m_pPanel->findChild<QLabel*>("m_pNoDocumentLbl");
+    QVERIFY(!noPath->isVisible());
+    Paths()->RemovePath(0);
+    Paths()->RemovePath(0);
+    QVERIFY(noPath->isVisible());
+    Click("m_pAddBtn");
+    QVERIFY(List()->isVisible());
+    m_pPanel->SetView(nullptr);
+    QVERIFY(noDocument->isVisible());
+    QVERIFY(!Button("m_pAddBtn")->isEnabled());
+}
+
+void TestPathsWidget::letsGoOfAViewThatGoes()
+{
+    m_pView.reset();
+    QVERIFY(!List()->model() || List()->model()->rowCount() == 0);
+    QVERIFY(!Button("m_pAddBtn")->isEnabled());
+    m_pView = std::make_unique<ZKDocumentView>(m_pDocument.get(), m_pHistory.get());
+    m_pPanel->SetView(m_pView.get());
+    QVERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestPathsWidget::followsAndSetsTheCurrentPath()
+{
+    ClickRow(1, NameX);
+    QCOMPARE(Selection()->CurrentPath(), 1);
+    Choose(0);
+    QCOMPARE(List()->currentIndex().row(), 0);
+    QTest::keyClick(List(), Qt::Key_Down);
+    QCOMPARE(Selection()->CurrentPath(), 1);
+}
+
+void TestPathsWidget::clickBesideTheRowsChoosesNone()
+{
+    Choose(0);
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(50, List()->viewport()->height() - 5));
+    QVERIFY(!Selection()->hasSelection());
+    QCOMPARE(Selection()->CurrentPath(), -1);
+    QVERIFY(!Button("m_pDeleteBtn")->isEnabled());
+}
+
+void TestPathsWidget::newPathIsTheLastAndTheCurrentOne()
+{
+    Choose(0);
+    Click("m_pAddBtn");
+    QCOMPARE(Names(), (QStringList{"one", "two", "Path 1"}));
+    QCOMPARE(Selection()->CurrentPath(), 2);
+    QCOMPARE(Selection()->selectedRows().size(), 1);
+    QCOMPARE(History(), QStringList{"New path"});
+    m_pHistory->undo();
+    QCOMPARE(Names(), (QStringList{"one", "two"}));
+    m_pHistory->redo();
+    QCOMPARE(Selection()->CurrentPath(), 2);
+}
+
+void TestPathsWidget::newPathsHaveFreeNames()
+{
+    Click("m_pAddBtn");
+    Click("m_pAddBtn");
+    Paths()->RemovePath(2);
+    Click("m_pAddBtn");
+    QCOMPARE(Names(), (QStringList{"one", "two", "Path 2", "Path 1"}));
+}
+
+void TestPathsWidget::deletedPathComesBackAsItWas()
+{
+    const LXSubPaths before = Paths()->GetPath(0);
+    Paths()->SetPathVisible(0, true);
+    QVERIFY(!Button("m_pDeleteBtn")->isEnabled());
+    Choose(0);
+    Click("m_pDeleteBtn");
+    QCOMPARE(Names(), QStringList{"two"});
+    QCOMPARE(Selection()->CurrentPath(), -1);
+    m_pHistory->undo();
+    QCOMPARE(Names(), (QStringList{"one", "two"}));
+    QCOMPARE(Paths()->GetPath(0), before);
+    QVERIFY(Paths()->GetPathVisible(0));
+    QCOMPARE(Selection()->CurrentPath(), 0);
+}
+
+void TestPathsWidget::severalPathsAreDeletedInOneStep()
+{
+    List()->selectAll();
+    Click("m_pDeleteBtn");
+    QCOMPARE(Names(), QStringList());
+    QCOMPARE(History(), QStringList{"Delete paths"});
+    m_pHistory->undo();
+    QCOMPARE(Names(), (QStringList{"one", "two"}));
+}
+
+void TestPathsWidget::pathsMoveUpAndDown()
+{
+    QVERIFY(!Button("m_pUpBtn")->isEnabled());
+    Choose(0);
+    QVERIFY(!Button("m_pUpBtn")->isEnabled());
+    Click("m_pDownBtn");
+    QCOMPARE(Names(), (QStringList{"two", "one"}));
+    QCOMPARE(Selection()->CurrentPath(), 1);
+    QVERIFY(!Button("m_pDownBtn")->isEnabled());
+    Click("m_pUpBtn");
+    QCOMPARE(Names(), (QStringList{"one", "two"}));
+    m_pHistory->undo();
+    QCOMPARE(Names(), (QStringList{"two", "one"}));
+    List()->selectAll();
+    QVERIFY(!Button("m_pUpBtn")->isEnabled());
+    QVERIFY(!Button("m_pDownBtn")->isEnabled());
+}
+
+void TestPathsWidget::pressOnTheEyeShowsThePath()
+{
+    ClickRow(1, EyeX);
+    QVERIFY(Paths()->GetPathVisible(1));
+    QVERIFY(!Selection()->hasSelection());
+    ClickRow(1, EyeX);
+    QVERIFY(!Paths()->GetPathVisible(1));
+    QCOMPARE(History(), (QStringList{"Show path", "Hide path"}));
+    m_pHistory->undo();
+    QVERIFY(Paths()->GetPathVisible(1));
+}
+
+void TestPathsWidget::spaceShowsThePath()
+{
+    Choose(1);
+    List()->setFocus();
+    QTest::keyClick(List(), Qt::Key_Space);
+    QVERIFY(Paths()->GetPathVisible(1));
+}
+
+void TestPathsWidget::nameIsEditedInPlace()
+{
+    Choose(0);
+    List()->setFocus();
+    QTest::keyClick(List(), Qt::Key_F2);
+    auto* editor = List()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QCOMPARE(editor->text(), QString("one"));
+    editor->setText(" Sky ");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_COMPARE(Names().first(), QString("Sky"));
+    QCOMPARE(History(), QStringList{"Rename path"});
+    m_pHistory->undo();
+    QCOMPARE(Names().first(), QString("one"));
+}
+
+void TestPathsWidget::emptyNameIsRefused()
+{
+    Choose(0);
+    List()->setFocus();
+    QTest::keyClick(List(), Qt::Key_F2);
+    auto* editor = List()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    editor->setText("  ");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!List()->findChild<QLineEdit*>());
+    QCOMPARE(Names().first(), QString("one"));
+    QCOMPARE(History(), QStringList());
+}
+
+void TestPathsWidget::nothingWorksWhileTheDocumentIsLocked()
+{
+    Choose(0);
+    QVERIFY(m_pDocument->Lock());
+    for (const char* name : {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"})
+        QVERIFY2(!Button(name)->isEnabled(), name);
+    ClickRow(0, EyeX);
+    QVERIFY(!Paths()->GetPathVisible(0));
+    m_pDocument->Unlock();
+    QVERIFY(Button("m_pDeleteBtn")->isEnabled());
+}
+
+void TestPathsWidget::blockedOrderKeepsNamesAndEyes()
+{
+    Choose(0);
+    m_pView->BlockPathOrderOperations(true);
+    for (const char* name : {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"})
+        QVERIFY2(!Button(name)->isEnabled(), name);
+    ClickRow(0, EyeX);
+    QVERIFY(Paths()->GetPathVisible(0));
+    m_pView->BlockPathOrderOperations(false);
+    QVERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestPathsWidget::worksWithoutAHistory()
+{
+    ZKDocumentView view(m_pDocument.get(), nullptr);
+    m_pPanel->SetView(&view);
+    Click("m_pAddBtn");
+    QCOMPARE(Names(), (QStringList{"one", "two", "Path 1"}));
+    List()->selectAll();
+    Click("m_pDeleteBtn");
+    QCOMPARE(Names(), QStringList());
+}
+
+void TestPathsWidget::everyControlHasAName()
+{
+    QVERIFY(!List()->accessibleName().isEmpty());
+    for (const char* name : {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"}) {
+        QVERIFY2(!Button(name)->accessibleName().isEmpty(), name);
+        QVERIFY2(Button(name)->focusPolicy() & Qt::TabFocus, name);
+    }
+}
+
+ZK_REGISTER_TEST(tst_pathswidget, TestPathsWidget)
+#include "tst_pathswidget.moc"
