@@ -1,15 +1,5 @@
 #include "document/LXColorSampleModel_p.h"
 
-QRect ColorSample::Square() const
-{
-    return {point.x() - radius, point.y() - radius, 2 * radius + 1, 2 * radius + 1};
-}
-
-bool ColorSample::operator==(const ColorSample& other) const
-{
-    return point == other.point && radius == other.radius && format == other.format;
-}
-
 LXColorSampleModelPrivate::LXColorSampleModelPrivate(LXColorSampleModel* owner,
                                                      LXDocumentInterface* ofDocument)
     : model(owner), document(ofDocument)

@@ -1,24 +1,9 @@
 #pragma once
 
-#include "document/LXColorSampleModel.h"
-
-#include <QColor>
-#include <QRect>
+#include "document/ColorSample.h"
 
 #include <mutex>
 #include <vector>
-
-/// A color sample without the color, which is the picture's.
-struct ColorSample
-{
-    QPoint point;
-    int radius = 0;
-    LXColorSampleModel::SampleFormat format = LXColorSampleModel::RGB;
-
-    /// The pixels that are averaged, as far as they exist.
-    QRect Square() const;
-    bool operator==(const ColorSample& other) const;
-};
 
 /// The insides of the list of color samples. The mutex is for copies that a worker makes; the rest belongs
 /// to the main thread.

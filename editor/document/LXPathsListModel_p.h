@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/DocumentPath.h"
 #include "document/LXPathsListModel.h"
 
 #include <QImage>
@@ -13,12 +14,7 @@
 class LXPathsListModelPrivate
 {
 public:
-    struct Path
-    {
-        QString name;
-        LXSubPaths subPaths;
-        bool isVisible = false;
-    };
+    using Path = DocumentPath;
 
     LXPathsListModelPrivate(LXPathsListModel* model, LXDocumentInterface* document);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/ColorSample.h"
+#include "document/DocumentPath.h"
 #include "document/ForeignContent.h"
 #include "document/LXGuide.h"
 #include "document/Layer.h"
@@ -20,6 +22,8 @@ struct OraContent
     double dpi = 0; ///< pixels per inch; 0 when nobody says
     int unit = 0;   ///< as LXDocumentInterface::GetUnit()
     LXGuides guides;
+    std::vector<DocumentPath> paths;
+    std::vector<ColorSample> samples;
     QByteArray iccProfile;
     std::vector<LayerState> layers; ///< topmost first
     QSet<int> selectedRows;         ///< of the view that shows the document

@@ -1,9 +1,11 @@
 // From the value that a file holds to a document, and back.
 
+#include "document/LXColorSampleModel_p.h"
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForRead.h"
+#include "document/LXPathsListModel_p.h"
 #include "formats/OraFile.h"
 
 #include <exception>
@@ -17,6 +19,8 @@ void Fill(LXDocumentInterface* document, const OraContent& content)
     document->SetDPI(content.dpi);
     document->SetUnit(content.unit);
     document->SetGuides(content.guides);
+    LXPathsListModelPrivate::Get(d->paths)->Fill(content.paths);
+    LXColorSampleModelPrivate::Get(d->samples)->Fill(content.samples);
     int row = 0;
     for (LayerState layer : content.layers) {
         layer.image.m_Profile = document->GetICCProfile();
@@ -36,6 +40,8 @@ OraContent Take(const LXDocumentInterface* document)
     content.iccProfile = document->GetICCProfile().GetData();
     content.unit = document->GetUnit();
     content.guides = document->GetGuides();
+    content.paths = LXPathsListModelPrivate::Get(d->paths)->Snapshot();
+    content.samples = LXColorSampleModelPrivate::Get(d->samples)->Snapshot();
     for (const std::shared_ptr<Layer>& layer : d->layers.All()) {
         content.layers.push_back(d->LandedState(*layer));
     }

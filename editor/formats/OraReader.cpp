@@ -68,6 +68,8 @@ FormatFailure OraReader::ReadStack()
     m_Content.dpi = m_Stack.dpi;
     m_Content.unit = m_Stack.unit;
     m_Content.guides = m_Stack.guides;
+    m_Content.paths = m_Stack.paths;
+    m_Content.samples = m_Stack.samples;
     return {};
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/ColorSample.h"
+#include "document/DocumentPath.h"
 #include "document/ForeignContent.h"
 #include "document/LXGuide.h"
 #include "document/Layer.h"
@@ -42,6 +44,8 @@ struct OraStack
     double dpi = 0; ///< pixels per inch; 0 when the file doesn't say
     int unit = 0;
     LXGuides guides;
+    std::vector<DocumentPath> paths;
+    std::vector<ColorSample> samples;
     std::vector<Layer> layers; ///< topmost first
     Image selection;
     QString profileEntry; ///< empty without one

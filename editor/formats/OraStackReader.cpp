@@ -2,6 +2,7 @@
 
 #include "document/LayerLocks.h"
 #include "formats/OraNames.h"
+#include "formats/OraPaths.h"
 #include "formats/PictureMetadata.h"
 #include "formats/XmlFragment.h"
 
@@ -103,6 +104,8 @@ bool OraStackReader::ReadImageChild(bool* hasStack)
     if (IsOwn("selection")) return ReadSelection();
     if (IsOwn("profile")) return ReadProfile();
     if (IsOwn("guide")) return ReadGuide();
+    if (IsOwn("path")) return ReadPath();
+    if (IsOwn("sample")) return ReadSample();
     return KeepElement(2, &m_pStack->foreign.children);
 }
 
@@ -246,6 +249,22 @@ bool OraStackReader::ReadGuide()
     }
     m_pStack->guides.append(guide);
     return SkipContent(m_Limits.maxXmlDepth);
+}
+
+bool OraStackReader::ReadPath()
+{
+    DocumentPath path;
+    if (!OraPaths::ReadPath(m_Reader, &path)) return false;
+    m_pStack->paths.push_back(path);
+    return true;
+}
+
+bool OraStackReader::ReadSample()
+{
+    ColorSample sample;
+    if (!OraPaths::ReadSample(m_Reader, &sample)) return false;
+    m_pStack->samples.push_back(sample);
+    return true;
 }
 
 /// Goes to the next element inside the one that is read, or to its end.

@@ -42,6 +42,8 @@ private:
     bool ReadSelection();
     bool ReadProfile();
     bool ReadGuide();
+    bool ReadPath();
+    bool ReadSample();
     bool ReadImageAttributes();
     bool ReadImageChild(bool* hasStack);
 

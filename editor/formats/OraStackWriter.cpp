@@ -2,6 +2,7 @@
 
 #include "document/LayerLocks.h"
 #include "formats/OraNames.h"
+#include "formats/OraPaths.h"
 #include "formats/OraStack.h"
 #include "formats/PictureMetadata.h"
 #include "formats/XmlFragment.h"
@@ -107,6 +108,12 @@ void Writer::Write(const OraStack& stack)
         Put("orientation", OraNames::OrientationWord(guide.orientation));
         Put("position", Number(guide.position));
         m_Xml.writeEndElement();
+    }
+    for (const DocumentPath& path : stack.paths) {
+        OraPaths::WritePath(m_Xml, path);
+    }
+    for (const ColorSample& sample : stack.samples) {
+        OraPaths::WriteSample(m_Xml, sample);
     }
     XmlFragment::Put(stack.foreign.children, m_Xml);
     m_Xml.writeEndDocument();

@@ -45,6 +45,8 @@ Error OraWriter::Write()
     m_Stack.dpi = m_Content.dpi;
     m_Stack.unit = m_Content.unit;
     m_Stack.guides = m_Content.guides;
+    m_Stack.paths = m_Content.paths;
+    m_Stack.samples = m_Content.samples;
     m_Stack.foreign = m_Content.foreign;
     int row = 0;
     for (const LayerState& state : m_Content.layers) {

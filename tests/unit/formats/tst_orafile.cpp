@@ -1,8 +1,10 @@
+#include "document/LXColorSampleModel.h"
 #include "document/LayerLocks.h"
 #include "formats/OraFile.h"
 #include "support/DocumentFixture.h"
 #include "support/FileBytes.h"
 #include "support/FileFolder.h"
+#include "support/PathFixture.h"
 #include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 #include "support/ZipBytes.h"
@@ -59,6 +61,27 @@ QStringList DescribeAll(LXDocumentInterface* document)
     return lines;
 }
 
+void AddPathsAndSamples(LXDocumentInterface* document)
+{
+    LXPathsListModel* paths = document->GetPathListModel();
+    LXPath bends = PathFixture::Ellipse(QRectF(10.1, -20.2, 1.0 / 3, 44));
+    bends.append(PathFixture::Line({1e-7, 5}, {123456.75, -0.1}));
+    bends[5].SetStartsContour(true);
+    bends[1].SetInGuide(bends[1].GetCenterPoint());
+    paths->InsertPath(0, "Work path", {{bends, LXPathsListModel::Subtract}});
+    paths->InsertPath(1, "a \"b\" <&>",
+                      {{PathFixture::Rectangle(QRectF(0, 0, 5, 5)), LXPathsListModel::Exclude},
+                       {LXPath(), LXPathsListModel::Intersect},
+                       {PathFixture::Line({1, 2}, {3, 4}), LXPathsListModel::None}});
+    paths->InsertPath(2, "");
+    paths->SetPathVisible(1, true);
+    LXColorSampleModel* samples = document->GetColorSamples();
+    samples->InsertSample(0, {-3, 1000});
+    samples->InsertSample(1, {20, 30});
+    samples->SetSampleRadius(1, 3);
+    samples->SetDisplayFormat(1, LXColorSampleModel::CMYK);
+}
+
 /// Something of everything that a document can have.
 OwnedDocument FullDocument()
 {
@@ -88,6 +111,7 @@ OwnedDocument FullDocument()
     model->SetLockFlags(1, LayerLocks::Pixels);
     model->SetLockFlags(2, LayerLocks::All);
     document->SetSelectionMask(DocumentFixture::MaskNoise(random, QSize(120, 70)), QPoint(-30, 60));
+    AddPathsAndSamples(document.get());
     return document;
 }
 
@@ -250,6 +274,17 @@ void TestOraFile::anotherReaderFindsTheSame()
     QCOMPARE(PixelChecks::FirstDifference(AsMask(ImageOf(entries, selection[0].Value("src"))),
                                           PixelChecks::ToQImage(document->GetSelectionMask())),
              QString());
+    const auto samples = Named(elements, "zk:sample");
+    QCOMPARE(samples.size(), 2);
+    QCOMPARE(samples[1].Value("x"), QString("20"));
+    QCOMPARE(samples[1].Value("radius"), QString("3"));
+    QCOMPARE(samples[1].Value("format"), QString("cmyk"));
+    const auto paths = Named(elements, "zk:path");
+    QCOMPARE(paths.size(), 3);
+    QCOMPARE(paths[1].Value("name"), QString("a \"b\" <&>"));
+    QCOMPARE(paths[1].Value("visible"), QString("true"));
+    QCOMPARE(Named(elements, "zk:sub-path").size(), 4);
+    QCOMPARE(Named(elements, "zk:sub-path")[1].Value("operation"), QString("exclude"));
     const auto guides = Named(elements, "zk:guide");
     QCOMPARE(guides.size(), 2);
     QCOMPARE(guides[0].Value("orientation"), QString("vertical"));
