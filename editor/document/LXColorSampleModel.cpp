@@ -1,32 +1,10 @@
 #include "document/LXColorSampleModel.h"
 
+#include "document/LXColorInfoHelper.h"
 #include "document/LXColorSampleModel_p.h"
 #include "document/LXDocumentInterface.h"
-#include "document/LXDocumentLayerLockerForRead.h"
 
 namespace {
-/// The mean of the pixels in the rectangle: alpha plain, color weighted by alpha, rounded to nearest.
-QColor MeanColor(const LXImage32& image, const QRect& rect)
-{
-    int alpha = 0;
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        for (int x = rect.left(); x <= rect.right(); ++x) {
-            const LXRGBA32i pixel = image.GetColor(x, y);
-            alpha += pixel.Alpha();
-            red += pixel.Alpha() * pixel.Red();
-            green += pixel.Alpha() * pixel.Green();
-            blue += pixel.Alpha() * pixel.Blue();
-        }
-    }
-    if (alpha == 0) return QColor(0, 0, 0, 0);
-    const auto weighted = [alpha](int sum) { return (sum + alpha / 2) / alpha; };
-    const int count = rect.width() * rect.height();
-    return QColor(weighted(red), weighted(green), weighted(blue), (alpha + count / 2) / count);
-}
-
 QString Percent(double part)
 {
     return LXColorSampleModel::tr("%1 %").arg(qRound(part * 100));
@@ -49,13 +27,9 @@ LXColorSampleModel::~LXColorSampleModel() = default;
 
 QColor LXColorSampleModel::GetColor(int row) const
 {
-    const QRect canvas(QPoint(0, 0), m_pPrivate->document->GetDocumentSize());
+    if (!m_pPrivate->IsRow(row)) return QColor();
     const ColorSample sample = m_pPrivate->Row(row);
-    if (!m_pPrivate->IsRow(row) || !canvas.contains(sample.point)) return QColor();
-
-    const LXDocumentLayerLockerForRead locker(m_pPrivate->document, 0);
-    const LXImage32* picture = m_pPrivate->document->GetLayerImage(0);
-    return picture ? MeanColor(*picture, sample.Square() & canvas) : QColor();
+    return LXColorInfoHelper::AverageColor(m_pPrivate->document, 0, sample.point, sample.radius);
 }
 
 QPoint LXColorSampleModel::GetPoint(int row) const

@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QTransform>
 
+#include <cmath>
 #include <random>
 
 namespace {
