@@ -17,6 +17,8 @@
 #include "gui/LXMdiSubWindow.h"
 #include "gui/LXToolWidgetManager.h"
 #include "gui/LayersWidget.h"
+#include "gui/PathsWidget.h"
+#include "gui/SamplesWidget.h"
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentWidget.h"
 #include "history/LexoUndoStack.h"
@@ -37,7 +39,7 @@ constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
 const QLatin1String GeometryKey("Editor/WindowGeometry");
 const QLatin1String PanelsKey("Editor/Panels");
-constexpr int PanelsVersion = 2; // counts up when the panels are other ones
+constexpr int PanelsVersion = 3; // counts up when the panels are other ones
 
 /// The local files among what is dragged; empty when there are none.
 QStringList LocalFiles(const QMimeData* data)
@@ -157,11 +159,15 @@ void MainWindow::BuildPanels()
 {
     m_pPanels = new PanelArea(this);
     m_pHistoryPanel = new HistoryPanel;
+    m_pPathsPanel = new PathsWidget;
+    m_pSamplesPanel = new SamplesWidget;
     m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("toolPanel"), tr("Tool"),
                    LXToolWidgetManager::instance());
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("layersPanel"), tr("Layers"),
                    LayersWidget::GetInstance());
+    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("pathsPanel"), tr("Paths"), m_pPathsPanel);
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("historyPanel"), tr("History"), m_pHistoryPanel);
+    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
 }
 
 void MainWindow::FollowActiveView()
@@ -182,7 +188,9 @@ void MainWindow::FollowActiveView()
         connect(m_pView->GetHistory(), &LexoUndoStack::historyChanged, this, &MainWindow::UpdateTitle);
     }
     LayersWidget::GetInstance()->SetView(m_pView);
+    m_pPathsPanel->SetView(m_pView);
     m_pHistoryPanel->SetView(m_pView);
+    m_pSamplesPanel->SetView(m_pView);
     m_pStatus->SetView(m_pView);
     UpdateTitle();
     emit ActiveViewChanged(m_pView);

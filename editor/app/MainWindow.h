@@ -14,7 +14,9 @@ class HistoryPanel;
 class LXDocumentInterface;
 class LXMdiArea;
 class PanelArea;
+class PathsWidget;
 class RecentFiles;
+class SamplesWidget;
 class StatusReadout;
 
 /// The window around the documents: tool box at the left, menu bar and option bar on top, panels at the
@@ -85,6 +87,8 @@ private:
     StatusReadout* m_pStatus = nullptr;
     PanelArea* m_pPanels = nullptr;
     HistoryPanel* m_pHistoryPanel = nullptr;
+    PathsWidget* m_pPathsPanel = nullptr;
+    SamplesWidget* m_pSamplesPanel = nullptr;
     QPointer<ZKDocumentView> m_pView; // the one that was followed last
     std::function<bool()> m_CloseQuestion;
 };

@@ -31,13 +31,20 @@ QListView* StateList(const EditorFixture& editor)
 
 QTabBar* PanelTabs(const EditorFixture& editor)
 {
-    return editor.Window()->findChild<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    // The window keeps bars for later that hold nothing.
+    const auto bars = editor.Window()->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto isShown = [](const QTabBar* bar) { return bar->isVisible(); };
+    const auto found = std::find_if(bars.begin(), bars.end(), isShown);
+    return found == bars.end() ? nullptr : *found;
 }
 
 void ShowHistory(EditorFixture& editor)
 {
     QTabBar* tabs = PanelTabs(editor);
-    editor.GetInput().Click(tabs, tabs->tabRect(1).center());
+    int history = 0;
+    while (tabs->tabText(history) != "History" && history < tabs->count())
+        ++history;
+    editor.GetInput().Click(tabs, tabs->tabRect(history).center());
     QVERIFY(StateList(editor)->isVisible());
 }
 
@@ -111,7 +118,8 @@ void TestHistory::thePanelIsATabBesideTheLayers()
     const QTabBar* tabs = PanelTabs(editor);
     QVERIFY(tabs);
     QCOMPARE(tabs->tabText(0), QString("Layers"));
-    QCOMPARE(tabs->tabText(1), QString("History"));
+    QCOMPARE(tabs->tabText(1), QString("Paths"));
+    QCOMPARE(tabs->tabText(2), QString("History"));
     QCOMPARE(tabs->currentIndex(), 0);
 }
 
