@@ -22,7 +22,6 @@ LXTilePointer GrayTile(const LXTile& mask)
 LXImage32 MaskGray::FromMask(const LXImage32& mask)
 {
     LXImage32 gray = mask;
-    const LXImage32 source = mask;               // keeps the tiles that are looked up
     std::map<const LXTile*, LXTilePointer> made; // a tile that is shared stays shared
     for (LXTilePointer& tile : gray.m_Tiles) {
         LXTilePointer& grayTile = made[tile.data()];
