@@ -129,7 +129,7 @@ QRect ScriptArguments::ToRect(const QJSValue& value)
 
 QColor ScriptArguments::ToColor(const QString& text)
 {
-    const QColor color(text);
+    QColor color(text);
     if (!color.isValid()) {
         throw ScriptError(
             QStringLiteral("\"%1\" is no color: a name, \"#rrggbb\" or \"#aarrggbb\".").arg(text));

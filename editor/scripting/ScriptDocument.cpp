@@ -1,6 +1,7 @@
 #include "scripting/ScriptDocument.h"
 
 #include "document/LXDocumentInterface.h"
+#include "document/LXDocumentSelectionLockerForRead.h"
 #include "formats/PictureFile.h"
 #include "gui/DocumentOf.h"
 #include "gui/LXDocumentManager.h"
@@ -9,9 +10,15 @@
 #include "gui/LXMdiSubWindow.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
+#include "history/SelectionCommand.h"
+#include "history/SelectionCommandData.h"
+#include "scripting/ScriptArguments.h"
 #include "scripting/ScriptHost.h"
 
 #include <QFileInfo>
+#include <QPainterPath>
+
+#include <memory>
 
 namespace {
 LXMdiSubWindow* WindowOf(const LXDocumentInterface* document)
@@ -32,6 +39,12 @@ ScriptDocument::ScriptDocument(ScriptContext& context, LXDocumentInterface* docu
 LXDocumentInterface* ScriptDocument::Require() const
 {
     if (!m_pDocument) throw ScriptError(QStringLiteral("The document is closed."));
+    return m_pDocument;
+}
+
+LXDocumentInterface* ScriptDocument::RequireFree() const
+{
+    if (Require()->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
     return m_pDocument;
 }
 
@@ -88,6 +101,24 @@ bool ScriptDocument::IsModified() const
     return Call([this] { return ::IsModified(WindowOf(Require())); });
 }
 
+QJSValue ScriptDocument::GetGuides() const
+{
+    return Call([this] {
+        QJSEngine& engine = Context().GetEngine();
+        const LXGuides guides = Require()->GetGuides();
+        QJSValue list = engine.newArray(static_cast<uint>(guides.size()));
+        for (int i = 0; i < guides.size(); ++i) {
+            const bool isHorizontal = guides[i].orientation == Qt::Horizontal;
+            QJSValue guide = engine.newObject();
+            guide.setProperty(QStringLiteral("direction"),
+                              isHorizontal ? QStringLiteral("horizontal") : QStringLiteral("vertical"));
+            guide.setProperty(QStringLiteral("position"), guides[i].position);
+            list.setProperty(static_cast<quint32>(i), guide);
+        }
+        return list;
+    });
+}
+
 void ScriptDocument::activate()
 {
     Call([this] { LXDocumentManager::GetDocumentArea()->setActiveSubWindow(WindowOf(Require())); });
@@ -96,8 +127,7 @@ void ScriptDocument::activate()
 bool ScriptDocument::save(const QString& path)
 {
     return Call([&] {
-        LXDocumentInterface* document = Require();
-        if (document->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
+        LXDocumentInterface* document = RequireFree();
         ScriptHost& host = Context().GetHost();
         return path.isEmpty() ? host.Save(document) : host.SaveTo(document, Absolute(path));
     });
@@ -106,8 +136,7 @@ bool ScriptDocument::save(const QString& path)
 void ScriptDocument::exportAs(const QString& path)
 {
     Call([&] {
-        LXDocumentInterface* document = Require();
-        if (document->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
+        LXDocumentInterface* document = RequireFree();
         const PictureFile::Format format = PictureFile::FormatOfName(path);
         if (!PictureFile::CanWrite(format)) {
             throw ScriptError(QStringLiteral("The ending of \"%1\" names no flat format.").arg(path));
@@ -116,6 +145,28 @@ void ScriptDocument::exportAs(const QString& path)
         const PictureFile::Outcome outcome =
             PictureFile::WritePicture(Absolute(path), format, PictureFile::TakePicture(document));
         if (!outcome.IsOk()) throw ScriptError(outcome.message);
+    });
+}
+
+void ScriptDocument::select(const QJSValue& rect)
+{
+    Call([&] {
+        LXDocumentInterface* document = RequireFree();
+        QPainterPath path;
+        if (!rect.isNull()) path.addRect(ScriptArguments::ToRect(rect));
+        auto data = std::make_unique<SelectionCommandData>();
+        data->SetSelectionOp(SelectionCommandData::Replace);
+        data->SetSelectionGeometry(path);
+        {
+            const LXDocumentSelectionLockerForRead locker(document);
+            data->SetUndoSel(document->GetSelectionMaskOffset(), document->GetSelectionMask());
+        }
+        auto command = std::make_unique<SelectionCommand>(document);
+        command->setText(tr("Select"));
+        if (command->SetCommandData(data.get())) static_cast<void>(data.release());
+        LexoUndoStack* history = ViewOf(WindowOf(document))->GetHistory();
+        if (!history) throw ScriptError(QStringLiteral("The view has no history."));
+        history->push(command.release());
     });
 }
 

@@ -23,6 +23,8 @@ class ScriptDocument : public ScriptObject
     Q_PROPERTY(int state READ GetState)
     /// Whether closing it would lose something.
     Q_PROPERTY(bool modified READ IsModified)
+    /// A list of `{direction, position}`: "horizontal" from the top, "vertical" from the left.
+    Q_PROPERTY(QJSValue guides READ GetGuides)
 
 public:
     ScriptDocument(ScriptContext& context, LXDocumentInterface* document);
@@ -41,6 +43,7 @@ public:
     bool IsLocked() const;
     int GetState() const;
     bool IsModified() const;
+    QJSValue GetGuides() const;
 
     /// Brings its window to the front.
     Q_INVOKABLE void activate();
@@ -49,11 +52,14 @@ public:
     Q_INVOKABLE bool save(const QString& path = QString());
     /// Writes a flat copy; the document stays what it is. What the format can't hold is left out unasked.
     Q_INVOKABLE void exportAs(const QString& path);
+    /// Selects the inside of a rectangle, or nothing; one step of the history.
+    Q_INVOKABLE void select(const QJSValue& rect);
     /// As the menu does, with its question. False when somebody refused.
     Q_INVOKABLE bool close();
 
 private:
     LXDocumentInterface* Require() const;
+    LXDocumentInterface* RequireFree() const;
 
     QPointer<LXDocumentInterface> m_pDocument;
 };

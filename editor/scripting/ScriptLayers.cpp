@@ -153,7 +153,7 @@ QJSValue ScriptLayers::add(const QJSValue& options)
         data->SetLayerName(name.isUndefined() ? tr("Layer %1").arg(model->rowCount()) : name.toString());
         auto command = std::make_unique<LayerCreateCommand>(document, true);
         command->setText(tr("New layer"));
-        if (command->SetCommandData(data.get())) data.release();
+        if (command->SetCommandData(data.get())) static_cast<void>(data.release());
         RequireView()->GetHistory()->push(command.release());
         return HandLayer(row);
     });

@@ -46,7 +46,7 @@ LXDocumentInterface* ScriptObject::RequireDocument() const
 QJSValue ScriptObject::Hand(QObject* object) const
 {
     QJSEngine& engine = m_Context.GetEngine();
-    const QJSValue value = engine.newQObject(object);
+    QJSValue value = engine.newQObject(object);
     const QJSValue objects = engine.globalObject().property(QStringLiteral("Object"));
     objects.property(QStringLiteral("preventExtensions")).call({value});
     return value;

@@ -24,6 +24,8 @@ private slots:
     void aLockedDocumentIsNeitherSavedNorExported();
     void activateBringsADocumentToTheFront();
     void aClosedDocumentSaysSo();
+    void aRectangleIsSelectedByAStep();
+    void guidesAreTold();
     void stateAndResolutionAreThoseOfTheDocument();
 };
 
@@ -197,6 +199,32 @@ void TestScriptDocuments::aClosedDocumentSaysSo()
         expect.equal([gone.isOpen, documents.count], [false, 0])
         for (const act of [() => gone.width, () => gone.save(), () => gone.close(), () => gone.activate()])
             expect.throws(act, "The document is closed.")
+    )");
+}
+
+void TestScriptDocuments::aRectangleIsSelectedByAStep()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Check(R"(
+        const picture = documents.active
+        picture.select({ x: 2, y: 1, width: 3, height: 9 })
+        expect.equal(pixels.selection.bounds, { x: 2, y: 1, width: 3, height: 5 })
+        expect.equal(pixels.selection.region(1, 1, 5, 1), [0, 255, 255, 255, 0])
+        picture.select(null)
+        expect.equal([pixels.hasSelection, history.count], [false, 2])
+        history.undo()
+        expect.equal(pixels.selection.bounds, { x: 2, y: 1, width: 3, height: 5 })
+        expect.throws(function() { picture.select("all") }, "A rectangle is")
+    )");
+}
+
+void TestScriptDocuments::guidesAreTold()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Document()->SetGuides({{Qt::Vertical, 2.5}, {Qt::Horizontal, 4}});
+    editor.Check(R"(
+        expect.equal(documents.active.guides,
+                     [{ direction: "vertical", position: 2.5 }, { direction: "horizontal", position: 4 }])
     )");
 }
 
