@@ -2,6 +2,7 @@
 
 #include <jpeglib.h>
 #include <png.h>
+#include <zip.h>
 #include <zlib.h>
 
 #include <cstdio>
@@ -20,6 +21,7 @@ QStringList FormatLibraryVersions()
     return {
         QStringLiteral("libjpeg-turbo %1").arg(JpegVersion()),
         QStringLiteral("libpng %1").arg(QLatin1String(png_get_libpng_ver(nullptr))),
+        QStringLiteral("libzip %1").arg(QLatin1String(zip_libzip_version())),
         QStringLiteral("zlib %1").arg(QLatin1String(zlibVersion())),
     };
 }

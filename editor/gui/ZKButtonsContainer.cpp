@@ -62,10 +62,11 @@ private:
             tool.choice->setChecked(tool.action->IsChecked());
             if (tool.action->IsChecked()) checked = &tool;
         }
-        if (checked)
+        if (checked) {
             Show(checked->choice);
-        else if (!m_pButton->defaultAction() && !m_Tools.empty())
+        } else if (!m_pButton->defaultAction() && !m_Tools.empty()) {
             Show(m_Tools.front().choice);
+        }
         m_pButton->setChecked(checked != nullptr);
     }
 

@@ -252,6 +252,7 @@ void TestFrame::aboutTellsTheVersions()
     ActionNamed(editor, "aboutAction")->trigger();
     QCOMPARE(name, QString("Zenkari " ZK_PRODUCT_VERSION));
     QVERIFY2(libraries.contains(QStringLiteral("Qt ") + QLatin1String(qVersion())), qPrintable(libraries));
+    QVERIFY2(QRegularExpression("libzip \\d+\\.\\d+").match(libraries).hasMatch(), qPrintable(libraries));
     QVERIFY2(QRegularExpression("libpng \\d+\\.\\d+\\.\\d+").match(libraries).hasMatch(),
              qPrintable(libraries));
 }
