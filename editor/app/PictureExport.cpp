@@ -5,7 +5,6 @@
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "formats/DocumentFile.h"
-#include "formats/OraFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -38,8 +37,7 @@ DocumentFile::ReadResult ReadOrMake(const CommandLine& line)
 PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses)
 {
     const PictureFile::Format format = PictureFile::FormatOfName(line.exportFile);
-    const bool keepsLayers = OraFile::IsNameOf(line.exportFile);
-    if (format == PictureFile::Format::Unknown && !keepsLayers) {
+    if (!DocumentFile::CanWrite(line.exportFile)) {
         return {PictureFile::Error::UnknownFormat,
                 tr("“%1” can't be written, since its ending names no known format. Choose a name that ends "
                    "in %2.")
@@ -54,8 +52,9 @@ PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses
         return {PictureFile::Error::OutOfMemory, tr("There is not enough memory for the picture.")};
     }
     const QString path = QFileInfo(line.exportFile).absoluteFilePath();
-    if (keepsLayers) return OraFile::Write(path, OraFile::TakeContent(document.get()));
-    const Picture picture = PictureFile::TakePicture(document.get());
-    *losses = PictureLosses::OfContent(document.get(), picture, format).join(' ');
-    return PictureFile::WritePicture(path, format, picture);
+    if (format != PictureFile::Format::Unknown) {
+        const Picture picture = PictureFile::TakePicture(document.get());
+        *losses = PictureLosses::OfContent(document.get(), picture, format).join(' ');
+    }
+    return DocumentFile::Write(path, document.get());
 }

@@ -25,3 +25,15 @@ LXDocumentInterface* DocumentFile::MakeDocument(const ReadResult& result, const 
     return result.hasLayers ? OraFile::MakeDocument(result.content, name)
                             : PictureFile::MakeDocument(result.picture, name);
 }
+
+bool DocumentFile::CanWrite(const QString& path)
+{
+    return OraFile::IsNameOf(path) || PictureFile::CanWrite(PictureFile::FormatOfName(path));
+}
+
+PictureFile::Outcome DocumentFile::Write(const QString& path, const LXDocumentInterface* document)
+{
+    if (OraFile::IsNameOf(path)) return OraFile::Write(path, OraFile::TakeContent(document));
+    return PictureFile::WritePicture(path, PictureFile::FormatOfName(path),
+                                     PictureFile::TakePicture(document));
+}

@@ -31,6 +31,13 @@ ZK_EDITOR_EXPORT ReadResult Read(const QString& path, const FormatLimits& limits
 /// The caller releases the document. Null when the memory doesn't suffice. Main thread.
 ZK_EDITOR_EXPORT LXDocumentInterface* MakeDocument(const ReadResult& result, const QString& name);
 
+/// Whether the path's ending, in any case, names a format that can be written. Any thread.
+ZK_EDITOR_EXPORT bool CanWrite(const QString& path);
+
+/// Writes the document as it is, in the format that the path's ending names; what a flat one can't hold is
+/// dropped. Waits until it is done. Main thread.
+ZK_EDITOR_EXPORT PictureFile::Outcome Write(const QString& path, const LXDocumentInterface* document);
+
 /// Filters for file dialogs, entries parted by ";;": all that can be opened; the editor's own format; that
 /// and the flat ones.
 ZK_EDITOR_EXPORT QString OpenFilter();

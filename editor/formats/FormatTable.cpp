@@ -2,6 +2,7 @@
 
 #include "formats/JpegCodec.h"
 #include "formats/PngCodec.h"
+#include "formats/QtCodec.h"
 
 #include <algorithm>
 #include <limits>
@@ -12,7 +13,7 @@ const std::vector<FormatEntry>& FormatTable()
         {PictureFile::Format::Png,
          QStringLiteral("PNG"),
          {QStringLiteral("png")},
-         QByteArrayLiteral("\x89PNG\r\n\x1a\n"),
+         {QByteArrayLiteral("\x89PNG\r\n\x1a\n")},
          true,
          std::numeric_limits<int>::max(),
          PngCodec::Decode,
@@ -20,11 +21,44 @@ const std::vector<FormatEntry>& FormatTable()
         {PictureFile::Format::Jpeg,
          QStringLiteral("JPEG"),
          {QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("jpe")},
-         QByteArrayLiteral("\xff\xd8\xff"),
+         {QByteArrayLiteral("\xff\xd8\xff")},
          false,
          JpegCodec::MaxSide,
          JpegCodec::Decode,
          JpegCodec::Encode},
+        {PictureFile::Format::Tiff,
+         QStringLiteral("TIFF"),
+         {QStringLiteral("tif"), QStringLiteral("tiff")},
+         {QByteArrayLiteral("II*\0"), QByteArrayLiteral("MM\0*"), QByteArrayLiteral("II+\0"),
+          QByteArrayLiteral("MM\0+")},
+         true,
+         std::numeric_limits<int>::max(),
+         QtCodec::DecodeTiff,
+         QtCodec::EncodeTiff},
+        {PictureFile::Format::Webp,
+         QStringLiteral("WebP"),
+         {QStringLiteral("webp")},
+         {QByteArrayLiteral("RIFF????WEBP")},
+         true,
+         QtCodec::WebpMaxSide,
+         QtCodec::DecodeWebp,
+         QtCodec::EncodeWebp},
+        {PictureFile::Format::Bmp,
+         QStringLiteral("BMP"),
+         {QStringLiteral("bmp")},
+         {QByteArrayLiteral("BM")},
+         false,
+         std::numeric_limits<int>::max(),
+         QtCodec::DecodeBmp,
+         QtCodec::EncodeBmp},
+        {PictureFile::Format::Gif,
+         QStringLiteral("GIF"),
+         {QStringLiteral("gif")},
+         {QByteArrayLiteral("GIF87a"), QByteArrayLiteral("GIF89a")},
+         false,
+         std::numeric_limits<int>::max(),
+         QtCodec::DecodeGif,
+         nullptr},
     };
     return table;
 }
@@ -35,4 +69,14 @@ const FormatEntry* FindFormat(PictureFile::Format format)
     const auto found = std::find_if(table.begin(), table.end(),
                                     [format](const FormatEntry& entry) { return entry.format == format; });
     return found == table.end() ? nullptr : &*found;
+}
+
+bool HasSignature(const FormatEntry& entry, const QByteArray& head)
+{
+    const auto matches = [&head](const QByteArray& signature) {
+        if (head.size() < signature.size()) return false;
+        return std::equal(signature.begin(), signature.end(), head.begin(),
+                          [](char wanted, char found) { return wanted == '?' || wanted == found; });
+    };
+    return std::any_of(entry.signatures.begin(), entry.signatures.end(), matches);
 }

@@ -2,6 +2,7 @@
 
 #include "formats/PictureFile.h"
 
+#include <QList>
 #include <QSize>
 #include <QStringList>
 
@@ -45,13 +46,17 @@ struct FormatEntry
 {
     PictureFile::Format format;
     QString name;
-    QStringList endings;  ///< small letters, without dot, the usual one first
-    QByteArray signature; ///< with which every file of this kind begins
+    QStringList endings; ///< small letters, without dot, the usual one first
+    /// With which files of this kind begin; any byte may stand where it has a question mark.
+    QList<QByteArray> signatures;
     bool keepsAlpha;
     int maxSide; ///< pixels that the format can hold, of width and of height
     PictureFile::Error (*decode)(DecodeJob& job);
-    PictureFile::Error (*encode)(const EncodeJob& job);
+    PictureFile::Error (*encode)(const EncodeJob& job); ///< null where files are only read
 };
+
+/// Whether a file that begins so is of this kind.
+bool HasSignature(const FormatEntry& entry, const QByteArray& head);
 
 /// All kinds of files, in the order in which they are offered.
 const std::vector<FormatEntry>& FormatTable();

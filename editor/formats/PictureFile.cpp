@@ -20,9 +20,8 @@ const FormatEntry* FormatOfContent(QIODevice& device)
     constexpr int headLength = 16;
     const QByteArray head = device.peek(headLength);
     const auto& table = FormatTable();
-    const auto found = std::find_if(table.begin(), table.end(), [&head](const FormatEntry& entry) {
-        return head.startsWith(entry.signature);
-    });
+    const auto found = std::find_if(table.begin(), table.end(),
+                                    [&head](const FormatEntry& entry) { return HasSignature(entry, head); });
     return found == table.end() ? nullptr : &*found;
 }
 

@@ -20,6 +20,10 @@ enum class Format
     Unknown,
     Png,
     Jpeg,
+    Tiff,
+    Webp,
+    Bmp,
+    Gif, ///< only read
 };
 
 enum class Error

@@ -330,13 +330,16 @@ void TestSaving::formatsAreDescribed()
     QCOMPARE(PictureFile::FormatName(Format::Png), QString("PNG"));
     QCOMPARE(PictureFile::FormatName(Format::Unknown), QString());
     QCOMPARE(DocumentFile::OpenFilter(),
-             QString("All pictures (*.ora *.png *.jpg *.jpeg *.jpe);;OpenRaster picture with layers (*.ora);;"
-                     "PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe);;All files (*)"));
-    QCOMPARE(DocumentFile::SaveFilter(),
-             DocumentFile::OwnFilter() + ";;PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe)");
+             QString("All pictures (*.ora *.png *.jpg *.jpeg *.jpe *.tif *.tiff *.webp *.bmp *.gif);;"
+                     "OpenRaster picture with layers (*.ora);;PNG picture (*.png);;"
+                     "JPEG picture (*.jpg *.jpeg *.jpe);;TIFF picture (*.tif *.tiff);;WebP picture (*.webp);;"
+                     "BMP picture (*.bmp);;GIF picture (*.gif);;All files (*)"));
+    QCOMPARE(PictureFile::SaveFilter(),
+             QString("PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe);;TIFF picture (*.tif *.tiff);;"
+                     "WebP picture (*.webp);;BMP picture (*.bmp)"));
+    QCOMPARE(DocumentFile::SaveFilter(), DocumentFile::OwnFilter() + ";;" + PictureFile::SaveFilter());
     QCOMPARE(DocumentFile::EndingOfFilter("JPEG picture (*.jpg *.jpeg *.jpe)"), QString("jpg"));
     QCOMPARE(DocumentFile::EndingOfFilter("All files (*)"), QString());
-    QCOMPARE(PictureFile::SaveFilter(), QString("PNG picture (*.png);;JPEG picture (*.jpg *.jpeg *.jpe)"));
 }
 
 ZK_REGISTER_TEST(tst_saving, TestSaving)
