@@ -91,6 +91,15 @@ bool InverseMap::IsAxisAligned() const
     return IsAffine() && m_YX == 0 && m_XY == 0;
 }
 
+std::optional<AffineMap> InverseMap::AsAffine() const
+{
+    if (!IsAffine() || !(m_1Z > 0)) return std::nullopt;
+    AffineMap map{m_XX / m_1Z, m_YX / m_1Z, 0, m_XY / m_1Z, m_YY / m_1Z, 0};
+    map.left = m_1X / m_1Z + (map.xx + map.yx) / 2;
+    map.top = m_1Y / m_1Z + (map.xy + map.yy) / 2;
+    return map;
+}
+
 std::optional<PixelMap> InverseMap::AsPixelMap(const QRect& part) const
 {
     if (!(m_1Z > 0)) return std::nullopt;

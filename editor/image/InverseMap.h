@@ -44,6 +44,18 @@ struct PixelMap
     int top = 0;
 };
 
+/// Where target pixels lie in the source when all steps are the same: the middle of pixel (x, y) at
+/// (xx x + yx y + left, xy x + yy y + top).
+struct AffineMap
+{
+    double xx;
+    double yx;
+    double left;
+    double xy;
+    double yy;
+    double top;
+};
+
 /// A transform of a picture, the other way round: from the target's coordinates to the source's.
 class InverseMap
 {
@@ -55,6 +67,9 @@ public:
 
     /// Whether columns come from columns and rows from rows.
     bool IsAxisAligned() const;
+
+    /// None for a perspective.
+    std::optional<AffineMap> AsAffine() const;
 
     /// The map of pixels that this is inside the rectangle of target pixels, if it is one.
     std::optional<PixelMap> AsPixelMap(const QRect& part) const;

@@ -1,10 +1,13 @@
 #include "image/LXTransform.h"
 
+#include "image/AffineRows.h"
+#include "image/AxisScaler.h"
 #include "image/InverseMap.h"
 #include "image/LXImage.h"
 #include "image/PixelMath.h"
 #include "image/ResampleTaps.h"
 #include "image/SourcePixels.h"
+#include "image/TileThreads.h"
 #include "image/TileWalk.h"
 
 #include <QRect>
@@ -12,29 +15,46 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <vector>
 
 namespace {
 /// A target pixel near a perspective's horizon would else read the whole source.
 constexpr int MostTaps = 64;
 
-/// Makes the pixels of the part by `make(x, y)`, tile by tile; tiles that stay blank share one.
-template <class Make>
-void MakePixels(LXImage32& target, const QRect& part, Make make)
+/// Makes the pixels of the part, tile by tile on several threads; tiles that stay blank share one. Each tile
+/// gets a painter of its own, which `makePainter(inTile)` gives, and which makes a row by
+/// `painter(x, y, count, pixels)`.
+template <class MakePainter>
+void MakePixels(LXImage32& target, const QRect& part, MakePainter makePainter)
 {
     const LXTilePointer blank(new LXTile);
-    TileWalk::ForEachTile(part, [&](int column, int row, const QRect& inTile) {
+    TileThreads::ForEachTile(part, [&](int column, int row, const QRect& inTile) {
         bool isBlank = inTile == (TileWalk::TileRect(column, row) & target.Rect());
         {
+            auto painter = makePainter(inTile);
             const auto writer = target.WriteTile(column, row);
             for (int y = inTile.top(); y <= inTile.bottom(); ++y) {
-                LXRGBA32i* pixel = writer.Pixels() + TileWalk::IndexInTile(QPoint(inTile.left(), y));
-                for (int x = inTile.left(); x <= inTile.right(); ++x, ++pixel) {
-                    *pixel = make(x, y);
-                    isBlank = isBlank && pixel->value == 0;
-                }
+                LXRGBA32i* const pixels = writer.Pixels() + TileWalk::IndexInTile(QPoint(inTile.left(), y));
+                painter(inTile.left(), y, inTile.width(), pixels);
+                isBlank = isBlank && std::all_of(pixels, pixels + inTile.width(),
+                                                 [](LXRGBA32i pixel) { return pixel.value == 0; });
             }
         }
         if (isBlank) target.TileAt(column, row) = blank;
+    });
+}
+
+/// The same by `make(x, y)` for each pixel; `makeMaker()` gives that for a tile.
+template <class MakeMaker>
+void MakeEachPixel(LXImage32& target, const QRect& part, MakeMaker makeMaker)
+{
+    MakePixels(target, part, [&](const QRect&) {
+        return [make = makeMaker()](int x, int y, int count, LXRGBA32i* pixels) mutable {
+            for (int i = 0; i < count; ++i) {
+                pixels[i] = make(x + i, y);
+            }
+        };
     });
 }
 
@@ -46,11 +66,12 @@ void CopyPixels(const LXImage32& source, const PixelMap& map, LXImage32& target,
         BlendOn(source, part.translated(map.left, map.top), BlendMode::Source, target, part, 1.0, false);
         return;
     }
-    SourcePixels pixels(source);
     const QRect inside = source.Rect();
-    MakePixels(target, part, [&](int x, int y) {
-        const QPoint from = map(x, y);
-        return inside.contains(from) ? pixels.At(from.x(), from.y()) : LXRGBA32i();
+    MakeEachPixel(target, part, [&] {
+        return [&, pixels = std::make_unique<SourcePixels>(source)](int x, int y) {
+            const QPoint from = map(x, y);
+            return inside.contains(from) ? pixels->At(from.x(), from.y()) : LXRGBA32i();
+        };
     });
 }
 
@@ -102,39 +123,128 @@ void ScalePixels(const LXImage32& source, const InverseMap& map, LXImage32& targ
         ResampleKernel::FindTaps(kind, spot.y, source.Height(), ResampleKernel::Unlimited,
                                  rows[static_cast<std::size_t>(y)]);
     }
-    SourcePixels pixels(source);
-    MakePixels(target, part, [&](int x, int y) {
-        return Mix(pixels, columns[static_cast<std::size_t>(x - part.left())],
-                   rows[static_cast<std::size_t>(y - part.top())]);
+    const AxisScaler scaler(source, part.topLeft(), columns, rows);
+    MakePixels(target, part, [&](const QRect& inTile) {
+        return [tile = scaler.Enter(inTile)](int, int y, int, LXRGBA32i* pixels) mutable {
+            tile.MakeRow(y, pixels);
+        };
+    });
+}
+
+/// Mixes pixels one by one; what the map shrinks, and what lies at the source's ends.
+class PixelMixer
+{
+public:
+    PixelMixer(const LXImage32& source, const InverseMap& map, ResampleKernel::Kind kind)
+        : m_Source(source), m_Map(map), m_Kind(kind), m_Pixels(std::make_unique<SourcePixels>(source))
+    {}
+
+    LXRGBA32i operator()(int x, int y)
+    {
+        const SourceSpot spot = m_Map.At(x, y);
+        if (!spot.isVisible) return LXRGBA32i();
+        ResampleKernel::FindTaps(m_Kind, spot.x, m_Source.Width(), MostTaps, m_Across);
+        if (m_Across.weights.empty()) return LXRGBA32i();
+        ResampleKernel::FindTaps(m_Kind, spot.y, m_Source.Height(), MostTaps, m_Down);
+        return m_Down.weights.empty() ? LXRGBA32i() : Mix(*m_Pixels, m_Across, m_Down);
+    }
+
+private:
+    const LXImage32& m_Source;
+    const InverseMap& m_Map;
+    ResampleKernel::Kind m_Kind;
+    std::unique_ptr<SourcePixels> m_Pixels;
+    ResampleTaps m_Across;
+    ResampleTaps m_Down;
+};
+
+/// The middle of each row by whole registers, the pixels at the source's ends one by one.
+void MixAffinePixels(const LXImage32& source, const InverseMap& map, const AffineMap& affine,
+                     LXImage32& target, const QRect& part, ResampleKernel::Kind kind)
+{
+    MakePixels(target, part, [&](const QRect& inTile) {
+        AffineRows rows(source, affine, kind);
+        rows.Enter(inTile);
+        return [rows, mixer = PixelMixer(source, map, kind)](int x, int y, int count,
+                                                             LXRGBA32i* pixels) mutable {
+            std::fill_n(pixels, count, LXRGBA32i());
+            const AffineRows::Range touching = rows.Touching(x, y, count);
+            const AffineRows::Range inside = rows.Inside(x, y, count);
+            if (inside.first < inside.end) {
+                rows.MakeRow(x + inside.first, y, inside.end - inside.first, pixels + inside.first);
+            }
+            for (int i = touching.first; i < touching.end; ++i) {
+                if (i == inside.first) i = inside.end;
+                if (i < touching.end) pixels[i] = mixer(x + i, y);
+            }
+        };
     });
 }
 
 void MixPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part,
                ResampleKernel::Kind kind)
 {
-    SourcePixels pixels(source);
-    ResampleTaps across;
-    ResampleTaps down;
-    MakePixels(target, part, [&](int x, int y) {
-        const SourceSpot spot = map.At(x, y);
-        if (!spot.isVisible) return LXRGBA32i();
-        ResampleKernel::FindTaps(kind, spot.x, source.Width(), MostTaps, across);
-        if (across.weights.empty()) return LXRGBA32i();
-        ResampleKernel::FindTaps(kind, spot.y, source.Height(), MostTaps, down);
-        return down.weights.empty() ? LXRGBA32i() : Mix(pixels, across, down);
+    const std::optional<AffineMap> affine = map.AsAffine();
+    if (affine && AffineRows::Serves(*affine)) {
+        MixAffinePixels(source, map, *affine, target, part, kind);
+        return;
+    }
+    MakeEachPixel(target, part, [&] { return PixelMixer(source, map, kind); });
+}
+
+/// The source's column or row that the middle falls into, -1 beside it.
+int Picked(double middle, int side)
+{
+    const double place = std::floor(middle);
+    return place >= 0 && place < side ? static_cast<int>(place) : -1;
+}
+
+/// Columns and rows are mapped apart; a row of the source is laid out once and picked from.
+void PickScaledPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part)
+{
+    MakePixels(target, part, [&](const QRect& inTile) {
+        std::vector<int> columns;
+        int first = source.Width();
+        int last = -1;
+        for (int x = inTile.left(); x <= inTile.right(); ++x) {
+            columns.push_back(Picked(map.At(x, inTile.top()).x.middle, source.Width()));
+            if (columns.back() < 0) continue;
+            first = std::min(first, columns.back());
+            last = std::max(last, columns.back());
+        }
+        std::vector<LXRGBA32i> line(static_cast<std::size_t>(std::max(0, last - first + 1)));
+        return [&, columns, first, line, lineRow = -1](int x, int y, int count, LXRGBA32i* pixels) mutable {
+            const int row = line.empty() ? -1 : Picked(map.At(x, y).y.middle, source.Height());
+            if (row >= 0 && row != lineRow) {
+                const QRect span(first, row, static_cast<int>(line.size()), 1);
+                TileWalk::ReadSpans(source, span, [&](const LXRGBA32i* from, int at, int, int spanCount) {
+                    std::copy_n(from, spanCount, line.data() + at);
+                });
+                lineRow = row;
+            }
+            for (int i = 0; i < count; ++i) {
+                const int column = columns[static_cast<std::size_t>(i)];
+                const bool isInside = row >= 0 && column >= 0;
+                pixels[i] = isInside ? line[static_cast<std::size_t>(column - first)] : LXRGBA32i();
+            }
+        };
     });
 }
 
 void PickPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part)
 {
-    SourcePixels pixels(source);
-    MakePixels(target, part, [&](int x, int y) {
-        const SourceSpot spot = map.At(x, y);
-        if (!spot.isVisible) return LXRGBA32i();
-        const double column = std::floor(spot.x.middle);
-        const double row = std::floor(spot.y.middle);
-        const bool isInside = column >= 0 && row >= 0 && column < source.Width() && row < source.Height();
-        return isInside ? pixels.At(static_cast<int>(column), static_cast<int>(row)) : LXRGBA32i();
+    if (map.IsAxisAligned()) {
+        PickScaledPixels(source, map, target, part);
+        return;
+    }
+    MakeEachPixel(target, part, [&] {
+        return [&, pixels = std::make_unique<SourcePixels>(source)](int x, int y) {
+            const SourceSpot spot = map.At(x, y);
+            if (!spot.isVisible) return LXRGBA32i();
+            const int column = Picked(spot.x.middle, source.Width());
+            const int row = Picked(spot.y.middle, source.Height());
+            return column >= 0 && row >= 0 ? pixels->At(column, row) : LXRGBA32i();
+        };
     });
 }
 

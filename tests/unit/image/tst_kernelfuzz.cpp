@@ -2,14 +2,17 @@
 #include "image/LXFloodFillHelper.h"
 #include "image/LXImage.h"
 #include "image/LXImageConvoluteAlpha.h"
+#include "image/LXTransform.h"
 #include "support/BlendTwin.h"
 #include "support/ConvolveTwin.h"
 #include "support/FillTwin.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
+#include "support/TransformTwin.h"
 
 #include <QElapsedTimer>
 #include <QTest>
+#include <QTransform>
 
 #include <hwy/targets.h>
 
@@ -60,6 +63,7 @@ private:
     QString TryBlend();
     QString TryFill();
     QString TryConvolution();
+    QString TryTransform();
 
     std::mt19937 m_Random;
 };
@@ -83,7 +87,8 @@ void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins()
          ++seed) {
         m_Random.seed(seed);
         for (QString (TestKernelFuzz::*attempt)() :
-             {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution}) {
+             {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution,
+              &TestKernelFuzz::TryTransform}) {
             const QString difference = (this->*attempt)();
             QVERIFY2(difference.isEmpty(),
                      qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(difference)));
@@ -177,6 +182,30 @@ QString TestKernelFuzz::TryConvolution()
     LXImageConvoluteAlpha(kernel.data(), size)(actual);
     return TestImages::Difference(TestImages::ToPlain(actual),
                                   ConvolveTwin::ConvolveAlpha(picture, kernel, size));
+}
+
+/// Turned, sheared and scaled; colors may differ by a level, because kernels mix in float.
+QString TestKernelFuzz::TryTransform()
+{
+    const PlainImage source = RandomPicture(QSize(1 + Below(60), 1 + Below(60)));
+    const QSize size(1 + Below(70), 1 + Below(70));
+    const bool isTurned = Below(4) != 0;
+    const double angle = isTurned ? Below(3600) / 10.0 : 0;
+    const double scale = 0.4 + Below(300) / 100.0;
+    const QTransform transform = QTransform::fromTranslate(-Below(30), -Below(30)) *
+                                 QTransform::fromScale(scale, scale * (1 + Below(3) * 0.3)) *
+                                 QTransform().rotate(angle) *
+                                 QTransform::fromTranslate(Below(99) / 3.0, Below(40));
+    const bool isCubic = Below(2) == 0;
+    const auto method = isCubic ? TransformTwin::Method::Cubic : TransformTwin::Method::Linear;
+    LXImage32 target(size.width(), size.height());
+    const bool isMade = isCubic
+                            ? BicubicTransformImage(TestImages::ToTiles(source), transform, target, QRect())
+                            : TransformImage(TestImages::ToTiles(source), transform, target, QRect());
+    if (!isMade) return QStringLiteral("a transform was refused");
+    const PlainImage expected = TransformTwin::Transformed(source, transform, size, method);
+    const int difference = TransformTwin::LargestDifference(TestImages::ToPlain(target), expected);
+    return difference <= 1 ? QString() : QStringLiteral("a transform differs by %1 levels").arg(difference);
 }
 
 ZK_REGISTER_TEST(tst_kernelfuzz, TestKernelFuzz)
