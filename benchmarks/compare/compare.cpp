@@ -1,6 +1,7 @@
 #include "BlendContests.h"
 #include "Contest.h"
 #include "FillContests.h"
+#include "TransformContests.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -28,6 +29,7 @@ int main(int argc, char** argv)
             Contests::PrintHeader(threads);
             FillContests::Run(side, threads);
             BlendContests::Run(side, threads);
+            TransformContests::Run(side, threads);
         }
         return 0;
     } catch (const std::exception& exception) {
