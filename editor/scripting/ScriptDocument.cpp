@@ -1,7 +1,9 @@
 #include "scripting/ScriptDocument.h"
 
+#include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
+#include "document/LXPathsListModel.h"
 #include "formats/PictureFile.h"
 #include "gui/DocumentOf.h"
 #include "gui/LXDocumentManager.h"
@@ -114,6 +116,36 @@ QJSValue ScriptDocument::GetGuides() const
                               isHorizontal ? QStringLiteral("horizontal") : QStringLiteral("vertical"));
             guide.setProperty(QStringLiteral("position"), guides[i].position);
             list.setProperty(static_cast<quint32>(i), guide);
+        }
+        return list;
+    });
+}
+
+QStringList ScriptDocument::GetPaths() const
+{
+    return Call([this] {
+        const LXPathsListModel* model = Require()->GetPathListModel();
+        QStringList names;
+        for (int row = 0; row < model->rowCount(); ++row)
+            names.append(model->index(row, 0).data(Qt::DisplayRole).toString());
+        return names;
+    });
+}
+
+QJSValue ScriptDocument::GetSamples() const
+{
+    return Call([this] {
+        QJSEngine& engine = Context().GetEngine();
+        const LXColorSampleModel* model = Require()->GetColorSamples();
+        QJSValue list = engine.newArray(static_cast<uint>(model->rowCount()));
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QColor color = model->GetColor(row);
+            QJSValue sample = ScriptArguments::OfPoint(engine, model->GetPoint(row));
+            sample.setProperty(QStringLiteral("radius"), model->GetSampleRadius(row));
+            sample.setProperty(QStringLiteral("color"), color.isValid()
+                                                            ? QJSValue(ScriptArguments::OfColor(color))
+                                                            : QJSValue(QJSValue::NullValue));
+            list.setProperty(static_cast<quint32>(row), sample);
         }
         return list;
     });

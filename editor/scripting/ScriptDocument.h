@@ -4,6 +4,7 @@
 
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 /// One open document, as a script holds it. Once the document is closed, everything but `isOpen` fails.
 class ScriptDocument : public ScriptObject
@@ -25,6 +26,10 @@ class ScriptDocument : public ScriptObject
     Q_PROPERTY(bool modified READ IsModified)
     /// A list of `{direction, position}`: "horizontal" from the top, "vertical" from the left.
     Q_PROPERTY(QJSValue guides READ GetGuides)
+    /// The names of its paths, as the panel lists them.
+    Q_PROPERTY(QStringList paths READ GetPaths)
+    /// Its color samples: a list of `{x, y, radius, color}`; the color is null outside the canvas.
+    Q_PROPERTY(QJSValue samples READ GetSamples)
 
 public:
     ScriptDocument(ScriptContext& context, LXDocumentInterface* document);
@@ -44,6 +49,8 @@ public:
     int GetState() const;
     bool IsModified() const;
     QJSValue GetGuides() const;
+    QStringList GetPaths() const;
+    QJSValue GetSamples() const;
 
     /// Brings its window to the front.
     Q_INVOKABLE void activate();

@@ -1,4 +1,6 @@
+#include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
+#include "document/LXPathsListModel.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
 
@@ -26,6 +28,7 @@ private slots:
     void aClosedDocumentSaysSo();
     void aRectangleIsSelectedByAStep();
     void guidesAreTold();
+    void colorSamplesAndPathsAreTold();
     void stateAndResolutionAreThoseOfTheDocument();
 };
 
@@ -225,6 +228,21 @@ void TestScriptDocuments::guidesAreTold()
     editor.Check(R"(
         expect.equal(documents.active.guides,
                      [{ direction: "vertical", position: 2.5 }, { direction: "horizontal", position: 4 }])
+    )");
+}
+
+void TestScriptDocuments::colorSamplesAndPathsAreTold()
+{
+    EditorScriptFixture editor(8, 6, Qt::red);
+    LXColorSampleModel* samples = editor.Document()->GetColorSamples();
+    samples->InsertSample(0, QPoint(3, 2));
+    samples->InsertSample(1, QPoint(-5, 2));
+    samples->SetSampleRadius(0, 1);
+    editor.Document()->GetPathListModel()->InsertPath(0, "Outline");
+    editor.Check(R"(
+        expect.equal(documents.active.samples, [{ x: 3, y: 2, radius: 1, color: "#ffff0000" },
+                                                { x: -5, y: 2, radius: 0, color: null }])
+        expect.equal(documents.active.paths, ["Outline"])
     )");
 }
 
