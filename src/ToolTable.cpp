@@ -1,6 +1,8 @@
 #include "ToolTable.h"
 
 #include "LXViewTool.h"
+#include "fillmenu/LXFillTool.h"
+#include "selectionmenu/SelectionMenuTool.h"
 
 #include "fillcan/FillCan_p.h"
 
@@ -10,12 +12,20 @@ QObject* MakeViewTool()
 {
     return new LXViewTool(new Tool(nullptr));
 }
+
+template <class Tool>
+QObject* MakeTool()
+{
+    return new Tool;
+}
 } // namespace
 
 const std::vector<ToolRow>& ToolTable()
 {
     static const std::vector<ToolRow> rows{
         {"{B0000000-0000-0000-0000-000000000010}", "Fillcan", MakeViewTool<FillCanPrivate>},
+        {"{B0000000-0000-0000-0000-000000000018}", "Fill menu", MakeViewTool<LXFillTool>},
+        {"{B0000000-0000-0000-0000-000000000023}", "Selection menu", MakeTool<SelectionMenuTool>},
     };
     return rows;
 }

@@ -63,15 +63,8 @@ void EditMenu::AddSelectionEntries()
     m_pSelectAll = AddMenuAction(
         this,
         {ZKMenuManager::Edit, 61, tr("Select &All"), tr("Selects the whole canvas"), {Qt::CTRL + Qt::Key_A}});
-    m_pDeselect = AddMenuAction(this, {ZKMenuManager::Edit,
-                                       62,
-                                       tr("D&eselect"),
-                                       tr("Selects nothing, so that the whole canvas can be changed"),
-                                       {Qt::CTRL + Qt::SHIFT + Qt::Key_A, Qt::CTRL + Qt::Key_D}});
     m_pSelectAll->setObjectName(QStringLiteral("selectAllAction"));
-    m_pDeselect->setObjectName(QStringLiteral("deselectAction"));
     connect(m_pSelectAll, &QAction::triggered, this, &EditMenu::SelectAll);
-    connect(m_pDeselect, &QAction::triggered, this, [this] { Select(QPainterPath(), tr("Deselect")); });
 }
 
 void EditMenu::AddPreferences(PreferencesUse* preferences)
@@ -116,26 +109,21 @@ void EditMenu::Step(void (LexoUndoStack::*step)())
 
 void EditMenu::SelectAll()
 {
-    if (!m_pDocument) return;
+    if (!m_pHistory || !m_pDocument || m_pDocument->GetLockState()) return;
 
     QPainterPath canvas;
     canvas.addRect(QRect(QPoint(0, 0), m_pDocument->GetDocumentSize()));
-    Select(canvas, tr("Select all"));
-}
-
-void EditMenu::Select(const QPainterPath& path, const QString& text)
-{
-    if (!m_pHistory || !m_pDocument || m_pDocument->GetLockState()) return;
-
+    // A piece that floats lands before the selection is read.
+    m_pHistory->commit();
     auto data = std::make_unique<SelectionCommandData>();
     data->SetSelectionOp(SelectionCommandData::Replace);
-    data->SetSelectionGeometry(path);
+    data->SetSelectionGeometry(canvas);
     {
         const LXDocumentSelectionLockerForRead locker(m_pDocument);
         data->SetUndoSel(m_pDocument->GetSelectionMaskOffset(), m_pDocument->GetSelectionMask());
     }
     auto command = std::make_unique<SelectionCommand>(m_pDocument);
-    command->setText(text);
+    command->setText(tr("Select all"));
     if (!command->SetCommandData(data.get())) return;
 
     static_cast<void>(data.release()); // the command has it now
@@ -146,7 +134,6 @@ void EditMenu::UpdateSelectionActions()
 {
     const bool isFree = m_pDocument && m_pHistory && !m_pDocument->GetLockState();
     m_pSelectAll->setEnabled(isFree && !IsAllSelected(m_pDocument));
-    m_pDeselect->setEnabled(isFree && m_pDocument->HasSelection());
 }
 
 void EditMenu::UpdateActions()

@@ -8,11 +8,11 @@ class LexoUndoStack;
 class MainWindow;
 class PreferencesUse;
 class QAction;
-class QPainterPath;
 class ZKDocumentView;
 
 /// The entries of the menu "Edit", which follow the active document: its history for "Undo" and "Redo", its
-/// selection for "Select All" and "Deselect"; and "Preferences". Main thread only.
+/// selection for "Select All", the one command on selections that every program has here under Ctrl+A (all
+/// others stand in the menu "Selection"); and "Preferences". Main thread only.
 class EditMenu : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,6 @@ private:
     void Follow(ZKDocumentView* view);
     void Step(void (LexoUndoStack::*step)());
     void SelectAll();
-    /// One step that puts the inside of the path in the place of the selection.
-    void Select(const QPainterPath& path, const QString& text);
     void UpdateActions();
     void UpdateSelectionActions();
 
@@ -38,5 +36,4 @@ private:
     QAction* m_pUndo;
     QAction* m_pRedo;
     QAction* m_pSelectAll;
-    QAction* m_pDeselect;
 };

@@ -3,6 +3,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "document/LXLayerNameHelper.h"
+#include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LayerCommands.h"
@@ -10,6 +11,7 @@
 #include "history/LayerCreateCommandData.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/SelectionDeletion.h"
 
 #include <QItemSelectionModel>
 
@@ -43,6 +45,7 @@ void LayerOperations::SetView(ZKDocumentView* view)
         const LXDocumentModel* model = view->GetModel();
         const LXDocumentInterface* document = model->GetDocument();
         connect(view, &ZKDocumentView::LayerOrderOperationsBlocked, this, &LayerOperations::Changed);
+        connect(view, &ZKDocumentView::StylizationViewBlocked, this, &LayerOperations::Changed);
         connect(view->GetLayerSelection(), &QItemSelectionModel::selectionChanged, this,
                 &LayerOperations::Changed);
         connect(model, &QAbstractItemModel::dataChanged, this, &LayerOperations::Changed);
@@ -76,7 +79,7 @@ QString LayerOperations::GetObstacle() const
 
 bool LayerOperations::CanChange() const
 {
-    return MayWork() && GetRow() >= 0;
+    return MayWork() && !m_pView->IsStylizationBlocked() && GetRow() >= 0;
 }
 
 bool LayerOperations::CanAdd() const
@@ -191,6 +194,31 @@ void LayerOperations::Rename(int row, const QString& name)
     const QString wanted = name.trimmed();
     if (!MayWork() || wanted.isEmpty() || wanted == GetModel()->GetName(row)) return;
     Push(LayerCommands::Rename(GetModel()->GetDocument(), IdOf(row), wanted));
+}
+
+bool LayerOperations::DeleteSelection(const QString& text)
+{
+    const int row = GetRow();
+    if (!MayWork() || row < 0 || !MayPaint(row)) return false;
+
+    LXDocumentInterface* document = GetModel()->GetDocument();
+    // A piece that floats lands before its pixels are read.
+    if (LexoUndoStack* history = m_pView->GetHistory()) history->commit();
+    if (!document->HasSelection()) return false;
+
+    auto command = SelectionDeletion::MakeCommand(document, IdOf(row), GetModel()->GetMaskSelected(row));
+    if (!command) return false;
+    command->setText(text);
+    Push(command.release());
+    return true;
+}
+
+bool LayerOperations::MayPaint(int row) const
+{
+    const unsigned int locks = GetModel()->GetLockFlags(row);
+    if (GetModel()->GetMaskSelected(row)) return (locks & LayerLocks::AgainstMaskPaint) == 0;
+    return (locks & LayerLocks::AgainstPaint) == 0 &&
+           GetModel()->GetDocument()->GetLayerKind(IdOf(row)) == LayerKind::Raster;
 }
 
 bool LayerOperations::MayWork() const

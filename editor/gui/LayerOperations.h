@@ -50,6 +50,9 @@ public:
     void SetLocks(unsigned int locks, bool locked);
     void SetVisible(int row, bool visible);
     void Rename(int row, const QString& name);
+    /// Deletes the selected pixels of the layer or mask that is painted on; false when there is nothing to
+    /// delete or it may not be.
+    bool DeleteSelection(const QString& text);
 
 signals:
     /// What is shown of the layers, or what may be done to them, may have changed.
@@ -59,6 +62,7 @@ private:
     bool MayWork() const;
     bool MayReorder() const;
     bool IsLocked(int row) const;
+    bool MayPaint(int row) const;
     void Push(LexoCommand* command);
     void DeleteLayers();
 

@@ -4,11 +4,11 @@
 
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
+#include "gui/BlendModeNames.h"
 #include "gui/LayerDelegate.h"
 #include "gui/LayerOperations.h"
 #include "gui/SingleWidget.h"
 #include "gui/ZKDocumentView.h"
-#include "image/BlendMode.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QApplication>
@@ -93,21 +93,7 @@ std::array<LayersWidgetPrivate::LockButton, 4> LayersWidgetPrivate::LockButtons(
 
 void LayersWidgetPrivate::SetUpBlendModes()
 {
-    const std::pair<QString, unsigned int> modes[] = {
-        {LayersWidget::tr("Normal"), BlendMode::Normal},
-        {LayersWidget::tr("Multiply"), BlendMode::Multiply},
-        {LayersWidget::tr("Screen"), BlendMode::Screen},
-        {LayersWidget::tr("Overlay"), BlendMode::Overlay},
-        {LayersWidget::tr("Difference"), BlendMode::Difference},
-        {LayersWidget::tr("Exclusion"), BlendMode::Exclusion},
-        {LayersWidget::tr("Lighten colors"), BlendMode::Lighten},
-        {LayersWidget::tr("Darken colors"), BlendMode::Darken},
-        {LayersWidget::tr("Soft light"), BlendMode::SoftLight},
-        {LayersWidget::tr("Hard light"), BlendMode::HardLight},
-        {LayersWidget::tr("Color dodge"), BlendMode::ColorDodge},
-        {LayersWidget::tr("Color burn"), BlendMode::ColorBurn},
-        {LayersWidget::tr("Addition"), BlendMode::Addition},
-    };
+    const auto modes = BlendModeNames();
     for (const auto& [text, mode] : modes)
         m_Ui.m_pBlendCmb->addItem(text, mode);
     QObject::connect(m_Ui.m_pBlendCmb, qOverload<int>(&QComboBox::activated), &m_Operations,
@@ -199,6 +185,11 @@ void LayersWidget::SetView(ZKDocumentView* view)
     }
     QStackedWidget* const pages = m_pPrivate->m_Ui.m_pPages;
     pages->setCurrentWidget(view ? static_cast<QWidget*>(list) : m_pPrivate->m_Ui.m_pNoDocumentLbl);
+}
+
+bool LayersWidget::DeleteSelection(const QString& text)
+{
+    return m_pPrivate->m_Operations.DeleteSelection(text);
 }
 
 QSize LayersWidget::sizeHint() const

@@ -158,6 +158,18 @@ bool ZKDocumentView::AreSampleMarksShown() const
     return m_pPrivate->m_Marks.IsShown();
 }
 
+void ZKDocumentView::BlockStylizationView(bool block)
+{
+    if (block == m_pPrivate->m_bStylizationBlocked) return;
+    m_pPrivate->m_bStylizationBlocked = block;
+    emit StylizationViewBlocked(block);
+}
+
+bool ZKDocumentView::IsStylizationBlocked() const
+{
+    return m_pPrivate->m_bStylizationBlocked;
+}
+
 void ZKDocumentView::paintEvent(QPaintEvent* event)
 {
     const QScopedValueRollback<QRegion> exposed(m_pPrivate->m_Exposed, event->region());

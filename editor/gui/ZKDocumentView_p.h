@@ -100,5 +100,6 @@ private:
     bool m_bScaling = false; ///< intermediate scrolling isn't told
     bool m_bLayerOrderBlocked = false;
     bool m_bPathOrderBlocked = false;
+    bool m_bStylizationBlocked = false;
     bool m_bDestroyAnnounced = false;
 };

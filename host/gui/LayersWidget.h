@@ -25,6 +25,11 @@ public:
     /// The panel lets go of the view by itself before it goes away.
     void SetView(ZKDocumentView* view);
 
+    /// Deletes the selected pixels of the selected layer, or of its mask when that is painted on, in one step
+    /// of the history. False, and nothing happens, without a selection, unless exactly one layer is selected,
+    /// and when it is locked or doesn't consist of pixels. Throws what images throw.
+    bool DeleteSelection(const QString& text);
+
     QSize sizeHint() const override;
 
 private:

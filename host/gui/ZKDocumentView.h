@@ -72,6 +72,9 @@ public:
     /// The same for paths.
     void BlockPathOrderOperations(bool block);
     bool IsPathOrderBlocked() const;
+    /// The same for the opacity, the blend mode and the locks of layers.
+    void BlockStylizationView(bool block);
+    bool IsStylizationBlocked() const;
 
     /// Whether the document's guides are drawn; true at first.
     void ShowGuides(bool show);
@@ -94,6 +97,7 @@ signals:
     void CursorLeft();
     void LayerOrderOperationsBlocked(bool blocked);
     void PathOrderOperationsBlocked(bool blocked);
+    void StylizationViewBlocked(bool blocked);
 
 protected:
     void drawBackground(QPainter* painter, const QRectF& exposed) override;

@@ -1,6 +1,7 @@
 #include "fillcan/FillJob.h"
 
 #include "common/BlendModeTable.h"
+#include "common/MaskBlend.h"
 #include "common/Reports.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForRead.h"
@@ -21,7 +22,6 @@ constexpr bool ChangeAlpha = false;
 
 constexpr LXRGBA32i Transparent(0x00000000u);
 constexpr LXRGBA32i OpaqueBlack(0xFF000000u);
-constexpr LXRGBA32i OpaqueWhite(0xFFFFFFFFu);
 
 /// Pixels with their place in the document.
 struct PlacedImage
@@ -154,28 +154,11 @@ void BlendOnLayer(const FillArea& area, LXImage32& layer, const FillJobData& dat
             data.opacity, ChangeAlpha);
 }
 
-// A mask value as an opaque gray.
-LXImage32 MaskToGray(const LXImage32& mask)
-{
-    LXImage32 white = FilledImage(mask.Rect().size(), OpaqueWhite);
-    BlendOn(mask, mask.Rect(), BlendMode::DestinationIn, white, white.Rect(), 1.0, ChangeAlpha);
-    LXImage32 gray = FilledImage(mask.Rect().size(), OpaqueBlack);
-    BlendOn(white, white.Rect(), BlendMode::Normal, gray, gray.Rect(), 1.0, ChangeAlpha);
-    return gray;
-}
-
-// The modes other than "Normal" are defined on colors, so they work on the mask's values as grays.
 void BlendOnMask(const FillArea& area, LXImage32& mask, const FillJobData& data)
 {
-    const unsigned int mode = BlendModeTable::ModeOf(data.blendMode);
-    if (mode == BlendMode::Normal) {
-        BlendOn(area.coverage, area.bounds, BlendMode::GrayToMask, mask, mask.Rect(), data.opacity,
-                ChangeAlpha);
-        return;
-    }
-    LXImage32 gray = MaskToGray(mask);
-    BlendOn(area.coverage, area.bounds, mode, gray, gray.Rect(), data.opacity, ChangeAlpha);
-    BlendOn(gray, gray.Rect(), BlendMode::GrayToMask, mask, mask.Rect(), 1.0, ChangeAlpha);
+    BlendOnMaskValues(mask, BlendModeTable::ModeOf(data.blendMode), [&](LXImage32& image, unsigned int mode) {
+        BlendOn(area.coverage, area.bounds, mode, image, image.Rect(), data.opacity, ChangeAlpha);
+    });
 }
 
 // What both jobs do with the area once it is found.

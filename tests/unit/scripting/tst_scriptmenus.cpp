@@ -62,7 +62,7 @@ void TestScriptMenus::entriesAreFoundByTheirTexts()
         for (const path of ["File", "File/Open Recent", "File/Save As…", "Edit/Select All", "View/100 %"])
             expect.contains(paths, path)
         expect.equal(menus.find("File/Save As...").path, "File/Save As…")
-        expect.equal([menus.has("Edit/Deselect"), menus.has("Edit/Bake")], [true, false])
+        expect.equal([menus.has("Selection/Deselect"), menus.has("Edit/Bake")], [true, false])
         menus.trigger("Edit/Select All")
         expect.equal(pixels.selection.bounds, { x: 0, y: 0, width: 4, height: 3 })
     )");
