@@ -81,7 +81,7 @@ QString ListDifference(const QString& path, const QJSValue& seen, const QJSValue
     const int seenLength = ScriptValues::LengthOf(seen);
     const int expectedLength = ScriptValues::LengthOf(expected);
     for (int i = 0; i < qMin(seenLength, expectedLength); ++i) {
-        const QString difference =
+        QString difference =
             DifferenceAt(path + QStringLiteral("[%1]").arg(i), seen.property(static_cast<quint32>(i)),
                          expected.property(static_cast<quint32>(i)), level + 1);
         if (!difference.isEmpty()) return difference;
@@ -102,8 +102,7 @@ QString ObjectDifference(const QString& path, const QJSValue& seen, const QJSVal
         if (seen.hasOwnProperty(name) != expected.hasOwnProperty(name)) {
             return Instead(inner, TextOfProperty(seen, name), TextOfProperty(expected, name));
         }
-        const QString difference =
-            DifferenceAt(inner, seen.property(name), expected.property(name), level + 1);
+        QString difference = DifferenceAt(inner, seen.property(name), expected.property(name), level + 1);
         if (!difference.isEmpty()) return difference;
     }
     return QString();
