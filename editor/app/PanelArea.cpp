@@ -58,10 +58,11 @@ void PanelArea::Reset()
         m_pWindow->removeDockWidget(panel);
     for (const QList<QDockWidget*>& group : m_Groups) {
         for (QDockWidget* panel : group) {
-            if (panel == group.first())
+            if (panel == group.first()) {
                 m_pWindow->addDockWidget(Qt::RightDockWidgetArea, panel);
-            else
+            } else {
                 m_pWindow->tabifyDockWidget(group.first(), panel);
+            }
             panel->show();
         }
         if (!group.isEmpty()) group.first()->raise();
