@@ -142,6 +142,7 @@ QString WidgetReading::Line(const QWidget* widget)
 
 QString WidgetReading::Path(const QWidget* widget)
 {
+    const QString className = QString::fromLatin1(widget->metaObject()->className());
     QStringList names;
     for (const QWidget* part = widget; part; part = part->parentWidget()) {
         // What Qt made for itself says nothing.
@@ -149,6 +150,5 @@ QString WidgetReading::Path(const QWidget* widget)
             names.prepend(part->objectName());
         }
     }
-    if (names.isEmpty()) names.append(QString::fromLatin1(widget->metaObject()->className()));
-    return names.join('/');
+    return names.isEmpty() ? className : names.join('/');
 }
