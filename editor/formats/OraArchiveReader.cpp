@@ -107,7 +107,7 @@ FormatFailure OraArchiveReader::TakeDirectory(const ArchiveLimits& limits)
                 tr("It holds %1 parts; at most %2 are allowed.").arg(count).arg(limits.maxEntries)};
     }
     for (zip_int64_t index = 0; index < count; ++index) {
-        const FormatFailure failure = TakeEntry(static_cast<quint64>(index), limits);
+        FormatFailure failure = TakeEntry(static_cast<quint64>(index), limits);
         if (!failure.IsNone()) return failure;
     }
     return {};

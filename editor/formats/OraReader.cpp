@@ -45,13 +45,13 @@ FormatFailure OraReader::Read(const QString& path)
 /// Other programs pack their files in the same way.
 FormatFailure OraReader::CheckMimetype() const
 {
-    const FormatFailure noPicture{Error::UnknownFormat,
-                                  tr("It is an archive, but not a picture with layers (OpenRaster).")};
+    FormatFailure noPicture{Error::UnknownFormat,
+                            tr("It is an archive, but not a picture with layers (OpenRaster).")};
     if (!m_Archive.Has(OraNames::Stack)) return noPicture;
     if (!m_Archive.Has(OraNames::Mimetype)) return {};
     constexpr qint64 longest = 1024;
     QByteArray text;
-    const FormatFailure failure = m_Archive.ReadAll(OraNames::Mimetype, longest, &text);
+    FormatFailure failure = m_Archive.ReadAll(OraNames::Mimetype, longest, &text);
     if (!failure.IsNone()) return failure;
     return QString::fromLatin1(text.trimmed()) == OraNames::MimetypeText ? FormatFailure() : noPicture;
 }
@@ -149,7 +149,7 @@ FormatFailure OraReader::ReadMetadata(const OraStack::Layer& layer, LXImage32* i
     image->m_ExifData.clear();
     for (const OraStack::Metadata& metadata : layer.metadata) {
         QByteArray bytes;
-        const FormatFailure failure = m_Archive.ReadAll(metadata.entry, MostMetadataBytes, &bytes);
+        FormatFailure failure = m_Archive.ReadAll(metadata.entry, MostMetadataBytes, &bytes);
         if (!failure.IsNone()) return failure;
         m_Used.insert(metadata.entry);
         image->m_ExifData.append(ZKEXIFElement{metadata.tag, bytes});
