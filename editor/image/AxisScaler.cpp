@@ -70,12 +70,12 @@ const std::vector<AxisScaler::Sum>& AxisScaler::Tile::LineAt(int y)
     line.sums.resize(m_Row.size());
     TileWalk::ReadSpans(m_Scaler.m_Source, QRect(m_First, y, m_End - m_First, 1),
                         [this](const LXRGBA32i* pixels, int x, int, int count) {
-                            for (int i = 0; i < count; ++i) {
+                            Sum* sum = m_Premultiplied.data() + x;
+                            for (int i = 0; i < count; ++i, ++sum) {
                                 const auto alpha = static_cast<float>(pixels[i].Alpha());
-                                m_Premultiplied[static_cast<std::size_t>(x + i)] = {
-                                    {alpha * static_cast<float>(pixels[i].Blue()),
-                                     alpha * static_cast<float>(pixels[i].Green()),
-                                     alpha * static_cast<float>(pixels[i].Red()), alpha}};
+                                *sum = {{alpha * static_cast<float>(pixels[i].Blue()),
+                                         alpha * static_cast<float>(pixels[i].Green()),
+                                         alpha * static_cast<float>(pixels[i].Red()), alpha}};
                             }
                         });
     for (std::size_t i = 0; i < m_Row.size(); ++i) {

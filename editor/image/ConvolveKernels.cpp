@@ -165,7 +165,8 @@ bool SetBoxes(const std::vector<int>& weights, int reach, BoxKernel& kernel)
 {
     const int side = 2 * reach + 1;
     const auto at = [&](int x, int y) {
-        return weights[static_cast<std::size_t>((y + reach) * side + x + reach)];
+        const int place = (y + reach) * side + x + reach;
+        return weights[static_cast<std::size_t>(place)];
     };
     for (int y = -reach; y <= reach; ++y) {
         for (int x = -reach; x <= reach; ++x) {
