@@ -23,7 +23,8 @@ namespace Contests {
 void PrintHeader(int threads);
 
 /// Runs ours, the other and a copy of memory in turn, several times, and prints the medians: megapixels a
-/// second, their ratio beside the goal, and ours as a share of what `memcpy` moves.
+/// second, their ratio beside the goal, and ours as a share of what `memcpy` moves. On one thread the
+/// processor's time counts, on several the clock's.
 void Run(const Contest& contest, int threads);
 
 /// Only contests whose name contains this are run.

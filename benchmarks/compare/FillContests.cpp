@@ -10,11 +10,24 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
 const LXRGBA32i Tolerance(0x20202020);
 const LXRGBA32i Black(0xFF000000);
+
+/// Clouds so soft that most of them are similar, with discs that aren't.
+QImage PaleNoise(int side)
+{
+    QImage picture = Pictures::SmoothNoise(side, true);
+    for (int y = 0; y < side; ++y) {
+        auto* const row = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        std::transform(row, row + side, row,
+                       [](QRgb color) { return 0xFF808080 + ((color >> 3) & 0x1F1F1F); });
+    }
+    return picture;
+}
 
 /// What a contest of fills works on, in both halves' own form.
 struct Ground
@@ -73,10 +86,27 @@ Contest MakeContest(const QString& name, double goal, const Ground& ground)
     return contest;
 }
 
-void RunFlood(const QString& name, double goal, const QImage& picture, int threads, bool asComponents)
+/// How much of the picture the region is, in words.
+QString RegionShare(Ground& ground)
+{
+    ground.mask = LXImage32(ground.tiles.Width(), ground.tiles.Height());
+    LXFloodFillHelper::FloodFill(ground.tiles, ground.mask, ground.seed, Tolerance, Black, nullptr);
+    QImage filled;
+    ConvertImage(ground.mask, filled);
+    qint64 count = 0;
+    for (int y = 0; y < filled.height(); ++y) {
+        const auto* const row = reinterpret_cast<const QRgb*>(filled.constScanLine(y));
+        count += std::count(row, row + filled.width(), Black.value);
+    }
+    return QStringLiteral(" (%1 % filled)").arg(100 * count / (qint64(filled.width()) * filled.height()));
+}
+
+void RunFlood(const QString& name, double goal, const QImage& picture, const QPoint& seed, int threads,
+              bool asComponents)
 {
     const auto ground = MakeGround(picture);
-    Contest contest = MakeContest(name, goal, *ground);
+    ground->seed = seed;
+    Contest contest = MakeContest(name + RegionShare(*ground), goal, *ground);
     contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
     contest.ours = [ground] {
         LXFloodFillHelper::FloodFill(ground->tiles, ground->mask, ground->seed, Tolerance, Black,
@@ -138,14 +168,17 @@ void RunConvolution(const QString& name, double goal, const QImage& picture, int
 void FillContests::Run(int side, int threads)
 {
     const bool isAlone = threads == 1;
-    RunFlood(QStringLiteral("flood fill, flat"), isAlone ? 2.5 : 4, Pictures::Flat(side), threads, false);
-    RunFlood(QStringLiteral("flood fill, smooth noise"), isAlone ? 2.5 : 4, Pictures::SmoothNoise(side, true),
+    RunFlood(QStringLiteral("flood fill, flat"), isAlone ? 2.5 : 4, Pictures::Flat(side), QPoint(1, 1),
              threads, false);
-    RunFlood(QStringLiteral("flood fill, photo"), isAlone ? 2.5 : 4, Pictures::Photo(side), threads, false);
+    RunFlood(QStringLiteral("flood fill, smooth noise"), isAlone ? 2.5 : 4, PaleNoise(side), QPoint(1, 1),
+             threads, false);
+    RunFlood(QStringLiteral("flood fill, photo"), isAlone ? 2.5 : 4, Pictures::Photo(side),
+             QPoint(side / 2, side / 20), threads, false);
     const QImage percolation = Pictures::Percolation(side);
     const QImage maze = Pictures::Maze(side);
-    RunFlood(QStringLiteral("flood fill, percolation"), isAlone ? 1.3 : 1.0, percolation, threads, !isAlone);
-    RunFlood(QStringLiteral("flood fill, maze"), isAlone ? 1.3 : 1.0, maze, threads, !isAlone);
+    RunFlood(QStringLiteral("flood fill, percolation"), isAlone ? 1.3 : 1.0, percolation, QPoint(1, 1),
+             threads, !isAlone);
+    RunFlood(QStringLiteral("flood fill, maze"), isAlone ? 1.3 : 1.0, maze, QPoint(1, 1), threads, !isAlone);
     const double rangeGoal = isAlone ? 1.5 : 2.5;
     RunRange(QStringLiteral("color range, smooth noise"), rangeGoal, Pictures::SmoothNoise(side, true),
              threads);
