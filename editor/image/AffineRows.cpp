@@ -14,13 +14,14 @@ constexpr double CubicMargin = 2.5;
 /// A pixel that doesn't shrink is no wider than the diagonal of a source pixel.
 constexpr double MostReach = 1.5;
 
-/// The numbers i from 0 to `count` - 1 with low <= start + i step <= high, as real numbers.
+/// Keeps those numbers i from `first` to `last`, as real numbers, with low <= start + i step <= high.
 void Restrict(double start, double step, double low, double high, double& first, double& last)
 {
-    if (step == 0) {
-        if (start < low || start > high) last = first - 1;
+    if (low > high || (step == 0 && (start < low || start > high))) {
+        last = first - 1;
         return;
     }
+    if (step == 0) return;
     const double a = (low - start) / step;
     const double b = (high - start) / step;
     first = std::max(first, std::min(a, b));

@@ -205,7 +205,22 @@ QString TestKernelFuzz::TryTransform()
     if (!isMade) return QStringLiteral("a transform was refused");
     const PlainImage expected = TransformTwin::Transformed(source, transform, size, method);
     const int difference = TransformTwin::LargestDifference(TestImages::ToPlain(target), expected);
-    return difference <= 1 ? QString() : QStringLiteral("a transform differs by %1 levels").arg(difference);
+    if (difference <= 1) return QString();
+    return QStringLiteral(
+               "a %1 transform of %2 x %3 to %4 x %5 by (%6 %7, %8 %9, %10 %11) differs by %12 levels")
+               .arg(isCubic ? QStringLiteral("cubic") : QStringLiteral("linear"))
+               .arg(source.width)
+               .arg(source.height)
+               .arg(size.width())
+               .arg(size.height())
+               .arg(transform.m11())
+               .arg(transform.m12())
+               .arg(transform.m21())
+               .arg(transform.m22())
+               .arg(transform.dx())
+               .arg(transform.dy())
+               .arg(difference) +
+           TestImages::Difference(TestImages::ToPlain(target), expected);
 }
 
 ZK_REGISTER_TEST(tst_kernelfuzz, TestKernelFuzz)

@@ -71,6 +71,7 @@ class TestTransform : public QObject
     Q_OBJECT
 
 private slots:
+    void narrowSourcesAreOnlyEnds();
     void mapsOfWholePixelsCopyBytes_data();
     void mapsOfWholePixelsCopyBytes();
     void noiseOfAQuadIsNoFraction();
@@ -100,6 +101,23 @@ private slots:
     void impossibleTransformsAreRefused_data();
     void impossibleTransformsAreRefused();
 };
+
+/// No pixel of the target lies so far inside that it needs no look at the source's ends.
+void TestTransform::narrowSourcesAreOnlyEnds()
+{
+    std::mt19937 random(4);
+    const QTransform turned =
+        QTransform::fromScale(1.5, 2.1) * QTransform().rotate(77) * QTransform::fromTranslate(45, 8);
+    for (const QSize& size : {QSize(1, 57), QSize(57, 1), QSize(2, 2), QSize(4, 40), QSize(3, 3)}) {
+        const PlainImage source = TestImages::Random(size.width(), size.height(), random);
+        for (const Named& named : {Functions[0], Functions[1]}) {
+            const PlainImage result = Result(named.function, source, turned, QSize(60, 60));
+            const PlainImage expected =
+                TransformTwin::Transformed(source, turned, QSize(60, 60), named.method);
+            QVERIFY2(TransformTwin::LargestDifference(result, expected) <= 1, named.name);
+        }
+    }
+}
 
 void TestTransform::mapsOfWholePixelsCopyBytes_data()
 {
