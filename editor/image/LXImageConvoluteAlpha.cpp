@@ -168,7 +168,8 @@ private:
 /// Whether all alphas are the same: then a kernel whose weights add up to 1 changes nothing.
 bool IsUniform(const AlphaPlane& plane, const QSize& size, int reach)
 {
-    const auto count = static_cast<std::size_t>(size.width() + 2 * reach);
+    const int width = size.width() + 2 * reach;
+    const auto count = static_cast<std::size_t>(width);
     const quint8* const first = plane.At(-reach, -reach);
     if (std::memcmp(first, first + 1, count - 1) != 0) return false;
     for (int y = 1 - reach; y < size.height() + reach; ++y) {

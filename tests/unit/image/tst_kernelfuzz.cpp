@@ -33,7 +33,8 @@ qint64 MillisecondsASet()
 } // namespace
 
 /// Random work for the kernels beside their slow twins, with every instruction set of the machine in turn.
-/// ZK_FUZZ_SECONDS=150 tries each for so long instead of a moment.
+/// ZK_FUZZ_SECONDS=150 tries each for so long instead of a moment; QTEST_FUNCTION_TIMEOUT, in milliseconds,
+/// must then leave time for all of them.
 class TestKernelFuzz : public QObject
 {
     Q_OBJECT

@@ -118,8 +118,10 @@ void TestTileWorkers::nestedWorkDoesNotDeadlock()
 void TestTileWorkers::manyCallersAtOnce()
 {
     std::atomic<int> done{0};
+    constexpr int callerCount = 8;
     std::vector<std::thread> callers;
-    for (int i = 0; i < 8; ++i) {
+    callers.reserve(callerCount);
+    for (int i = 0; i < callerCount; ++i) {
         callers.emplace_back([&] {
             for (int round = 0; round < 200; ++round) {
                 TileThreads::ForEach(16, [&](int) { ++done; });
@@ -129,7 +131,7 @@ void TestTileWorkers::manyCallersAtOnce()
     for (std::thread& caller : callers) {
         caller.join();
     }
-    QCOMPARE(done.load(), 8 * 200 * 16);
+    QCOMPARE(done.load(), callerCount * 200 * 16);
 }
 
 void TestTileWorkers::unwantedWorkEndsBetweenPieces()
