@@ -20,12 +20,13 @@ public:
     /// The one store. Throws LXTMBadInstance once the program's static objects are being destroyed.
     static LXTileManager& Instance();
 
-    /// Makes a tile of zero bytes. Throws std::bad_alloc, or LXTMSwapError and LXTMSwapFileError when room
-    /// had to be made and couldn't.
+    /// Makes a tile of zero bytes, which takes memory when GetMemory() is first called. Throws
+    /// std::bad_alloc.
     void* MakeTile();
 
     /// Pins the tile and returns its bytes, valid until the matching FreeMemory(). With `write` they count as
-    /// changed. Pins nest. Throws LXTMInvalidBlock, LXTMAlreadyFree (the tile is gone), and as MakeTile().
+    /// changed. Pins nest. Throws LXTMInvalidBlock, LXTMAlreadyFree (the tile is gone), std::bad_alloc, or
+    /// LXTMSwapError and LXTMSwapFileError when room had to be made and couldn't.
     void* GetMemory(void* handle, bool write);
 
     /// Takes one pin back. Throws LXTMAlreadyFree when there is none left, LXTMInvalidBlock.
@@ -37,7 +38,8 @@ public:
     /// Tiles that exist now, swapped ones included.
     int LiveTileCount() const;
 
-    /// Bytes of tiles to keep in memory; pinned tiles stay even beyond it. At first half of the machine's.
+    /// Bytes of tiles to keep in memory; pinned tiles stay even beyond it. At first three quarters of
+    /// what the machine had free, one gibibyte at least.
     void SetMemoryBudget(qint64 bytes);
     qint64 MemoryBudget() const;
 
