@@ -5,6 +5,7 @@
 #include "selectionmenu/SelectionMenuTool.h"
 
 #include "fillcan/FillCan_p.h"
+#include "magicwand/MagicWandTool.h"
 
 namespace {
 template <class Tool>
@@ -26,6 +27,7 @@ const std::vector<ToolRow>& ToolTable()
         {"{B0000000-0000-0000-0000-000000000010}", "Fillcan", MakeViewTool<FillCanPrivate>},
         {"{B0000000-0000-0000-0000-000000000018}", "Fill menu", MakeViewTool<LXFillTool>},
         {"{B0000000-0000-0000-0000-000000000023}", "Selection menu", MakeTool<SelectionMenuTool>},
+        {"{B0000000-0000-0000-0000-000000000026}", "Magic wand", MakeTool<MagicWandTool>},
     };
     return rows;
 }

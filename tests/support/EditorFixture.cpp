@@ -94,7 +94,8 @@ LexoUndoStack* EditorFixture::History() const
 
 ToolDriver EditorFixture::Tool(const QString& name)
 {
-    const QMap<QString, int> keys{{QStringLiteral("Fillcan"), Qt::Key_F}};
+    const QMap<QString, int> keys{{QStringLiteral("Fillcan"), Qt::Key_F},
+                                  {QStringLiteral("Magic wand"), Qt::Key_W}};
     Require(keys.contains(name), "no key is known for the tool");
     m_pInput->Key(keys.value(name));
     return ToolDriver(*this);

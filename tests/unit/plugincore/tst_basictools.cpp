@@ -56,9 +56,9 @@ void RecordRegistrations(QObject* instance, QStringList* log)
                      [log](ZKPlugin* plugin) { log->append("-" + plugin->GetName()); });
 }
 
-const QStringList Names{"Fillcan", "Fill menu", "Selection menu"};
+const QStringList Names{"Fillcan", "Fill menu", "Selection menu", "Magic wand"};
 const QStringList Ids{"{B0000000-0000-0000-0000-000000000010}", "{B0000000-0000-0000-0000-000000000018}",
-                      "{B0000000-0000-0000-0000-000000000023}"};
+                      "{B0000000-0000-0000-0000-000000000023}", "{B0000000-0000-0000-0000-000000000026}"};
 } // namespace
 
 void TestBasicTools::init()

@@ -1,0 +1,361 @@
+#include "MagicWandFixture.h"
+
+#include "core/ZKActivateAction.h"
+#include "core/ZKApplication.h"
+#include "core/ZKToolGroupManager.h"
+#include "gui/LToolBoxButton.h"
+#include "gui/LToolBoxWidget.h"
+#include "gui/LXToolWidgetManager.h"
+#include "gui/LexoAppKeyHook.h"
+#include "history/LexoCommand.h"
+#include "history/MWSelectionCommandData.h"
+#include "support/TestRegistry.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTest>
+#include <QToolButton>
+
+// The option bar, the panel, the keys that change the mode, and the settings.
+class TestMagicWandForms : public QObject, private MagicWandFixture
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void theInterfacesAreAnswered();
+    void theFormsHaveTheirTitlesAndTexts();
+    void theToolBoxButtonStandsForTheTool();
+    void comboAndButtonsDriveEachOther_data();
+    void comboAndButtonsDriveEachOther();
+    void sliderAndSpinBoxAgree();
+    void heldKeysChangeTheModeUntilTheRelease_data();
+    void heldKeysChangeTheModeUntilTheRelease();
+    void theReleasedShiftGivesTheUsersChoiceBack();
+    void controlCancelsShiftAndAlt();
+    void aRepeatedOrStrangeKeyChangesNothing();
+    void theModeOfAKeyReachesTheFill();
+    void aKeyHeldAtTheEndOfTheTurnIsForgotten();
+    void everyModeHasACursorOfItsOwn();
+    void theOldCursorComesBack();
+    void settingsComeBack();
+    void damagedSettingsAreIgnored();
+    void theAntialiasingBoxIsNeitherStoredNorRead();
+    void theRefineButtonFollowsTheRegisteredAction();
+
+private:
+    int Mode() { return InPanel<QComboBox>("m_pModeCombo")->currentIndex(); }
+};
+
+namespace {
+const char* const Buttons[] = {"m_pReplace", "m_pUnite", "m_pSubtract", "m_pIntersect"};
+} // namespace
+
+void TestMagicWandForms::init()
+{
+    MakeTool();
+}
+
+void TestMagicWandForms::cleanup()
+{
+    VERIFY_NOTHING_IS_HELD();
+    DropTool();
+}
+
+void TestMagicWandForms::theInterfacesAreAnswered()
+{
+    for (const char* name :
+         {"ITool/1.0", "IDocumentViewTool/1.0", "IDocumentViewState/1.0", "MagicWandTool"}) {
+        QVERIFY2(m_pTool->qt_metacast(name), name);
+    }
+    QVERIFY(!m_pTool->qt_metacast("IMainMenuActionList/1.0"));
+    QVERIFY(!m_pTool->qt_metacast("IWidgetTool/1.0"));
+    QCOMPARE(m_pTool->GetDocumentViewState(), quint64(0));
+    QVERIFY(m_pTool->IsActive());
+}
+
+void TestMagicWandForms::theFormsHaveTheirTitlesAndTexts()
+{
+    QCOMPARE(Bar()->windowTitle(), QString("Magic wand toolbar"));
+    QCOMPARE(Panel()->windowTitle(), QString("Magic wand"));
+    const QStringList tips{"Replace", "Unite", "Subtract", "Intersect"};
+    for (int i = 0; i < 4; ++i) {
+        auto* button = InBar<QToolButton>(Buttons[i]);
+        QCOMPARE(button->toolTip(), tips[i]);
+        QVERIFY(button->isCheckable() && button->autoExclusive());
+        QCOMPARE(button->isChecked(), i == 0);
+        QVERIFY(!button->icon().isNull());
+    }
+    QVERIFY(InBar<QLabel>("m_pPictureLabelMain")->pixmap(Qt::ReturnByValue).width() >= 40);
+    auto* combo = InPanel<QComboBox>("m_pModeCombo");
+    QStringList modes;
+    for (int i = 0; i < combo->count(); ++i) {
+        modes.append(combo->itemText(i));
+    }
+    QCOMPARE(modes, QStringList({"Create new", "Add", "Subtract", "Intersect"}));
+    QCOMPARE(InPanel<QLabel>("m_pModeLabel")->text(), QString("Mode: "));
+    QCOMPARE(InPanel<QLabel>("m_pToleranceLabel")->text(), QString("Tolerance: "));
+    QCOMPARE(InPanel<QCheckBox>("m_pSelectionChB")->text(), QString("Selection antialiasing"));
+    QVERIFY(!InPanel<QCheckBox>("m_pSelectionChB")->isChecked());
+    QCOMPARE(InPanel<QCheckBox>("m_pSampleAllLayers")->text(), QString("Sample all layers"));
+    QVERIFY(InPanel<QCheckBox>("m_pSampleAllLayers")->isChecked());
+    QCOMPARE(InPanel<QCheckBox>("m_pContiguousAreas")->text(), QString("Contiguous"));
+    QVERIFY(InPanel<QCheckBox>("m_pContiguousAreas")->isChecked());
+}
+
+void TestMagicWandForms::theToolBoxButtonStandsForTheTool()
+{
+    auto* button = LToolBoxWidget::GetInstance()->findChild<LToolBoxButton*>();
+    QVERIFY(button->isChecked());
+    QCOMPARE(button->defaultAction()->text(), QString("Magic Wand"));
+    ZKToolGroupManager::Activate(nullptr);
+    QVERIFY(!button->isChecked());
+    QVERIFY(!m_pTool->IsActive());
+    QVERIFY(!LXToolWidgetManager::instance()->GetCurrentWidget());
+    emit button->LMousePressed(button);
+    QVERIFY(m_pTool->IsActive());
+    QCOMPARE(ZKToolGroupManager::GetExplicitAction(), m_pTool->GetActivateAction());
+}
+
+void TestMagicWandForms::comboAndButtonsDriveEachOther_data()
+{
+    QTest::addColumn<int>("row");
+    for (int row = 0; row < 4; ++row) {
+        QTest::newRow(Buttons[row]) << row;
+    }
+}
+
+void TestMagicWandForms::comboAndButtonsDriveEachOther()
+{
+    QFETCH(int, row);
+    SetMode((row + 1) % 4);
+    SetMode(row);
+    QVERIFY(InBar<QToolButton>(Buttons[row])->isChecked());
+    SetMode((row + 2) % 4);
+    InBar<QToolButton>(Buttons[row])->click();
+    QCOMPARE(Mode(), row);
+    for (int other = 0; other < 4; ++other) {
+        QCOMPARE(InBar<QToolButton>(Buttons[other])->isChecked(), other == row);
+    }
+}
+
+void TestMagicWandForms::sliderAndSpinBoxAgree()
+{
+    auto* slider = InPanel<QSlider>("m_pToleranceSlider");
+    auto* spin = InPanel<QSpinBox>("m_pToleranceSpin");
+    QCOMPARE(slider->value(), 32);
+    QCOMPARE(spin->value(), 32);
+    QCOMPARE(slider->maximum(), 255);
+    QCOMPARE(spin->maximum(), 255);
+    slider->setValue(7);
+    QCOMPARE(spin->value(), 7);
+    spin->setValue(255);
+    QCOMPARE(slider->value(), 255);
+}
+
+// ---- keys
+
+void TestMagicWandForms::heldKeysChangeTheModeUntilTheRelease_data()
+{
+    QTest::addColumn<QList<int>>("keys");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("Shift adds") << QList<int>{Qt::Key_Shift} << 1;
+    QTest::newRow("Alt subtracts") << QList<int>{Qt::Key_Alt} << 2;
+    QTest::newRow("AltGr subtracts") << QList<int>{Qt::Key_AltGr} << 2;
+    QTest::newRow("both intersect") << QList<int>{Qt::Key_Shift, Qt::Key_Alt} << 3;
+}
+
+void TestMagicWandForms::heldKeysChangeTheModeUntilTheRelease()
+{
+    QFETCH(QList<int>, keys);
+    QFETCH(int, mode);
+    for (const int key : keys) {
+        SendKey(key, true);
+    }
+    QCOMPARE(Mode(), mode);
+    QVERIFY(InBar<QToolButton>(Buttons[mode])->isChecked());
+    for (const int key : keys) {
+        SendKey(key, false);
+    }
+    QCOMPARE(Mode(), 0);
+}
+
+void TestMagicWandForms::theReleasedShiftGivesTheUsersChoiceBack()
+{
+    SetMode(3);
+    SendKey(Qt::Key_Shift, true);
+    QCOMPARE(Mode(), 1);
+    SendKey(Qt::Key_Alt, true);
+    SendKey(Qt::Key_Alt, false);
+    QCOMPARE(Mode(), 1);
+    SendKey(Qt::Key_Shift, false);
+    QCOMPARE(Mode(), 3);
+}
+
+void TestMagicWandForms::controlCancelsShiftAndAlt()
+{
+    SetMode(2);
+    SendKey(Qt::Key_Shift, true);
+    QCOMPARE(Mode(), 1);
+    SendKey(Qt::Key_Control, true);
+    QCOMPARE(Mode(), 2);
+    SendKey(Qt::Key_Alt, true);
+    QCOMPARE(Mode(), 2);
+    SendKey(Qt::Key_Control, false);
+    QCOMPARE(Mode(), 3);
+    SendKey(Qt::Key_Shift, false);
+    SendKey(Qt::Key_Alt, false);
+    QCOMPARE(Mode(), 2);
+}
+
+void TestMagicWandForms::aRepeatedOrStrangeKeyChangesNothing()
+{
+    SendKey(Qt::Key_Shift, true);
+    InBar<QToolButton>("m_pIntersect")->click();
+    // The same keys are down as before: what the user has chosen meanwhile stands.
+    SendKey(Qt::Key_Shift, true);
+    SendKey(Qt::Key_X, true);
+    QCOMPARE(Mode(), 3);
+    SendKey(Qt::Key_Shift, false);
+    QCOMPARE(Mode(), 3);
+}
+
+void TestMagicWandForms::theModeOfAKeyReachesTheFill()
+{
+    Click({2.5, 2.5});
+    SendKey(Qt::Key_Shift, true);
+    Click({6.5, 2.5});
+    SendKey(Qt::Key_Shift, false);
+    QCOMPARE(Selection().first(), QString("####.###"));
+    const auto* data =
+        dynamic_cast<const MWSelectionCommandData*>(m_pFixture->History().command(1)->GetCommandData());
+    QVERIFY(data);
+    QCOMPARE(data->GetRedoOp(), SelectionCommandData::Unite);
+}
+
+void TestMagicWandForms::aKeyHeldAtTheEndOfTheTurnIsForgotten()
+{
+    SendKey(Qt::Key_Shift, true);
+    ZKToolGroupManager::Activate(nullptr);
+    SendKey(Qt::Key_Shift, false);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    QCOMPARE(Mode(), 0);
+    SendKey(Qt::Key_X, true);
+    QCOMPARE(Mode(), 0);
+}
+
+// ---- cursor
+
+void TestMagicWandForms::everyModeHasACursorOfItsOwn()
+{
+    QList<QImage> images;
+    for (int row = 0; row < 4; ++row) {
+        SetMode(row);
+        const QCursor cursor = m_pFixture->View()->cursor();
+        QCOMPARE(cursor.hotSpot(), QPoint(3, 3));
+        const QImage image = cursor.pixmap().toImage();
+        QVERIFY(!image.isNull());
+        QVERIFY(!images.contains(image));
+        images.append(image);
+    }
+}
+
+void TestMagicWandForms::theOldCursorComesBack()
+{
+    ZKToolGroupManager::Activate(nullptr);
+    m_pFixture->View()->setCursor(Qt::PointingHandCursor);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::BitmapCursor);
+    m_pTool->SetDocumentView(nullptr);
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::PointingHandCursor);
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::BitmapCursor);
+    ZKToolGroupManager::Activate(nullptr);
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::PointingHandCursor);
+    // What changes while the tool is inactive leaves the view alone.
+    SendKey(Qt::Key_Shift, true);
+    SendKey(Qt::Key_Shift, false);
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::PointingHandCursor);
+}
+
+// ---- settings
+
+void TestMagicWandForms::settingsComeBack()
+{
+    SetMode(2);
+    InPanel<QSpinBox>("m_pToleranceSpin")->setValue(99);
+    InPanel<QCheckBox>("m_pSampleAllLayers")->setChecked(false);
+    InPanel<QCheckBox>("m_pContiguousAreas")->setChecked(false);
+    m_pTool->SaveSettings();
+    QCOMPARE(ZKApplication::GetUserValue("MagicWandTool/Tolerance", 0).toInt(), 99);
+    QCOMPARE(ZKApplication::GetUserValue("MagicWandTool/Mode", 0).toInt(), 2);
+    QCOMPARE(ZKApplication::GetUserValue("MagicWandTool/SampleAll", true).toBool(), false);
+    QCOMPARE(ZKApplication::GetUserValue("MagicWandTool/Contiguous", true).toBool(), false);
+    QCOMPARE(ZKApplication::GetUserValue("MagicWandTool/Active", false).toBool(), true);
+
+    DropTool();
+    MakeTool();
+    m_pTool->LoadSettings();
+    QVERIFY(m_pTool->IsActive());
+    QCOMPARE(Mode(), 2);
+    QVERIFY(InBar<QToolButton>("m_pSubtract")->isChecked());
+    QCOMPARE(InPanel<QSpinBox>("m_pToleranceSpin")->value(), 99);
+    QCOMPARE(InPanel<QSlider>("m_pToleranceSlider")->value(), 99);
+    QVERIFY(!InPanel<QCheckBox>("m_pSampleAllLayers")->isChecked());
+    QVERIFY(!InPanel<QCheckBox>("m_pContiguousAreas")->isChecked());
+}
+
+void TestMagicWandForms::damagedSettingsAreIgnored()
+{
+    ZKApplication::SetUserValue("MagicWandTool/Active", true);
+    for (const int mode : {-1, 4}) {
+        ZKApplication::SetUserValue("MagicWandTool/Mode", mode);
+        ZKApplication::SetUserValue("MagicWandTool/Tolerance", 1000);
+        m_pTool->LoadSettings();
+        QCOMPARE(Mode(), 0);
+        QCOMPARE(InPanel<QSpinBox>("m_pToleranceSpin")->value(), 255);
+    }
+}
+
+void TestMagicWandForms::theAntialiasingBoxIsNeitherStoredNorRead()
+{
+    InPanel<QCheckBox>("m_pSelectionChB")->setChecked(true);
+    Click({2.5, 2.5});
+    QCOMPARE(Selection().first(), QString("####...."));
+    m_pTool->SaveSettings();
+    DropTool();
+    MakeTool();
+    m_pTool->LoadSettings();
+    QVERIFY(!InPanel<QCheckBox>("m_pSelectionChB")->isChecked());
+}
+
+void TestMagicWandForms::theRefineButtonFollowsTheRegisteredAction()
+{
+    auto* button = InBar<QToolButton>("m_pRefineSelection");
+    QCOMPARE(button->text(), QString("Refine selection"));
+    QVERIFY(!button->isEnabled());
+    {
+        QAction refine("Refine it");
+        int triggered = 0;
+        connect(&refine, &QAction::triggered, this, [&] { ++triggered; });
+        ZKApplication::GetInstance()->RegisterRefineSelection(&refine);
+        QCOMPARE(button->defaultAction(), &refine);
+        QVERIFY(button->isEnabled());
+        button->click();
+        QCOMPARE(triggered, 1);
+        ZKApplication::GetInstance()->RegisterRefineSelection(nullptr);
+        QVERIFY(!button->defaultAction());
+    }
+    QCOMPARE(button->text(), QString("Refine selection"));
+    QVERIFY(!button->isEnabled());
+}
+
+ZK_REGISTER_TEST(tst_magicwandforms, TestMagicWandForms)
+
+#include "tst_magicwandforms.moc"
