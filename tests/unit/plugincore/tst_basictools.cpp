@@ -218,6 +218,9 @@ void TestBasicTools::everyToolIsReachedThroughItsUnit()
     QVERIFY(fillCan->qt_metacast("IDocumentViewState/1.0"));
     QVERIFY(fillCan->qt_metacast("IMainMenuActionList/1.0"));
     QVERIFY(qobject_cast<IWidgetTool*>(fillCan));
+    QObject* wand = Plugin()->GetPlugins().last()->property("tool").value<QObject*>();
+    QVERIFY(wand->qt_metacast("ITool/1.0"));
+    QVERIFY(wand->qt_metacast("MagicWandTool"));
     Plugin()->Shutdown();
 }
 

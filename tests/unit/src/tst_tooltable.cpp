@@ -13,6 +13,7 @@ class TestToolTable : public QObject
 
 private slots:
     void theFillCanIsTheFirstTool();
+    void theMagicWandComesAfterTheSelectionMenu();
     void identifiersRiseAndAreUnique();
     void aWrapperAnswersForItsTool();
     void aWrapperOwnsItsTool();
@@ -22,6 +23,17 @@ void TestToolTable::theFillCanIsTheFirstTool()
 {
     QCOMPARE(ToolTable().front().id, "{B0000000-0000-0000-0000-000000000010}");
     QCOMPARE(ToolTable().front().name, "Fillcan");
+}
+
+void TestToolTable::theMagicWandComesAfterTheSelectionMenu()
+{
+    QStringList names;
+    for (const ToolRow& row : ToolTable()) {
+        names.append(row.name);
+        if (names.last() == "Magic wand") QCOMPARE(row.id, "{B0000000-0000-0000-0000-000000000026}");
+    }
+    QVERIFY(names.contains("Magic wand"));
+    QVERIFY(names.indexOf("Magic wand") > names.indexOf("Selection menu"));
 }
 
 void TestToolTable::identifiersRiseAndAreUnique()
