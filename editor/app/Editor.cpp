@@ -7,6 +7,7 @@
 #include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
 #include "app/MainWindow.h"
+#include "app/ModifyMenu.h"
 #include "app/PreferencesUse.h"
 #include "app/RecentFiles.h"
 #include "app/ViewMenu.h"
@@ -84,6 +85,7 @@ void Editor::BuildWindow()
     new EditMenu(window, preferences);
     new ViewMenu(window);
     new GuideMenu(window);
+    new ModifyMenu(window);
     new WindowMenu(window);
     new HelpMenu(window);
 

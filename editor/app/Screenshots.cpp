@@ -6,6 +6,7 @@
 #include "app/GuideDialog.h"
 #include "app/JobWait.h"
 #include "app/MainWindow.h"
+#include "app/ModifySelectionDialog.h"
 #include "app/NewDocumentDialog.h"
 #include "app/PanelArea.h"
 #include "app/PreferencesDialog.h"
@@ -161,6 +162,8 @@ bool Screenshots::TakeDialogs()
     PreferencesDialog preferences(values, window);
     AboutDialog about(window);
     GuideDialog guide(window->GetActiveDocument()->GetDocumentSize(), window);
+    InputDriver().Key(Qt::Key_A, Qt::ControlModifier);
+    ModifySelectionDialog modify(window->GetActiveDocument(), SelectionModify::Kind::Feather, window);
     LXOperationProgressDlg progress(window);
     progress.SetProgressRange(0, 100);
     progress.SetProgressPos(40);
@@ -179,6 +182,7 @@ bool Screenshots::TakeDialogs()
            TakeDialog(preferences, QStringLiteral("dialog-preferences")) &&
            TakeDialog(about, QStringLiteral("dialog-about")) &&
            TakeDialog(guide, QStringLiteral("dialog-guide")) &&
+           TakeDialog(modify, QStringLiteral("dialog-modify-selection")) &&
            TakeDialog(progress, QStringLiteral("dialog-progress")) &&
            TakeDialog(question, QStringLiteral("dialog-question")) &&
            TakeDialog(color, QStringLiteral("dialog-color"));

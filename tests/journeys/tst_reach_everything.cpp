@@ -130,7 +130,8 @@ void TestReachEverything::dialogsAreNamedReachedAndRead_data()
     QTest::addColumn<QString>("look");
     QTest::addColumn<QString>("dialog");
     for (const char* look : {"dark", "light"}) {
-        for (const char* dialog : {"new", "preferences", "about", "guide", "close question"})
+        for (const char* dialog :
+             {"new", "preferences", "about", "guide", "modify selection", "close question"})
             QTest::addRow("%s, %s", dialog, look) << QString(look) << QString(dialog);
     }
 }
@@ -155,6 +156,10 @@ void TestReachEverything::dialogsAreNamedReachedAndRead()
     if (dialog == QLatin1String("preferences")) input.Key(Qt::Key_Comma, Qt::ControlModifier);
     if (dialog == QLatin1String("about")) editor.Window()->findChild<QAction*>("aboutAction")->trigger();
     if (dialog == QLatin1String("guide")) editor.Window()->findChild<QAction*>("addGuideAction")->trigger();
+    if (dialog == QLatin1String("modify selection")) {
+        input.Key(Qt::Key_A, Qt::ControlModifier);
+        editor.Window()->findChild<QAction*>("shrinkSelectionAction")->trigger();
+    }
     if (dialog == QLatin1String("close question")) input.Key(Qt::Key_W, Qt::ControlModifier);
     QVERIFY(hasShown);
     QVERIFY(editor.Document());

@@ -1,0 +1,128 @@
+#include "app/MainWindow.h"
+#include "document/LXDocumentInterface.h"
+#include "history/LexoUndoStack.h"
+#include "image/LXImage.h"
+#include "scripting/InputDriver.h"
+#include "support/EditorFixture.h"
+#include "support/TestRegistry.h"
+
+#include <QAction>
+#include <QSpinBox>
+#include <QTest>
+
+namespace {
+void SelectSquare(const EditorFixture& editor)
+{
+    LXImage32 mask(10, 10);
+    mask.Fill(LXRGBA32i(0xFF000000));
+    editor.Document()->SetSelectionMask(mask, QPoint(20, 20));
+}
+
+/// Opens the dialog of an action, with what is done to it.
+void Modify(EditorFixture& editor, const char* action, const std::function<void(QWidget*)>& inDialog)
+{
+    editor.GetInput().WhenModalShows(inDialog);
+    editor.Window()->findChild<QAction*>(action)->trigger();
+}
+} // namespace
+
+/// The sub menu "Modify" of the menu "Selection", with the keyboard alone.
+class TestModifySelection : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theSelectionFollowsWhatIsTyped();
+    void escapeGivesTheSelectionBack();
+    void theLastRadiusIsOfferedAgain();
+    void theDocumentIsHeldWhileTheDialogIsOpen();
+    void aBusyDocumentIsNotModified();
+};
+
+void TestModifySelection::theSelectionFollowsWhatIsTyped()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    InputDriver& input = editor.GetInput();
+    QList<QRect> seen;
+    Modify(editor, "growSelectionAction", [&](QWidget*) {
+        seen += editor.Document()->GetSelectionGeometry();
+        input.Type("3");
+        seen += editor.Document()->GetSelectionGeometry();
+        input.Key(Qt::Key_Up);
+        seen += editor.Document()->GetSelectionGeometry();
+        input.Key(Qt::Key_Return);
+    });
+    const QRect square(20, 20, 10, 10);
+    QCOMPARE(seen, (QList<QRect>{square.adjusted(-5, -5, 5, 5), square.adjusted(-3, -3, 3, 3),
+                                 square.adjusted(-4, -4, 4, 4)}));
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Grow selection"});
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square.adjusted(-4, -4, 4, 4));
+    input.Key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square);
+    editor.Settle();
+}
+
+void TestModifySelection::escapeGivesTheSelectionBack()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    for (const char* action : {"growSelectionAction", "shrinkSelectionAction", "borderSelectionAction",
+                               "featherSelectionAction", "smoothSelectionAction"}) {
+        Modify(editor, action, [&](QWidget*) { editor.GetInput().Key(Qt::Key_Escape); });
+        QCOMPARE(editor.Document()->GetSelectionGeometry(), QRect(20, 20, 10, 10));
+        QCOMPARE(editor.Document()->GetSelectionMask().GetColor(0, 0).value, 0xFF000000U);
+    }
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+    editor.Settle();
+}
+
+void TestModifySelection::theLastRadiusIsOfferedAgain()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    Modify(editor, "featherSelectionAction", [&](QWidget*) {
+        editor.GetInput().Type("2");
+        editor.GetInput().Key(Qt::Key_Return);
+    });
+    int offered = 0;
+    Modify(editor, "featherSelectionAction", [&](QWidget* dialog) {
+        offered = dialog->findChild<QSpinBox*>()->value();
+        editor.GetInput().Key(Qt::Key_Escape);
+    });
+    QCOMPARE(offered, 2);
+    // Each entry has its own.
+    Modify(editor, "smoothSelectionAction", [&](QWidget* dialog) {
+        offered = dialog->findChild<QSpinBox*>()->value();
+        editor.GetInput().Key(Qt::Key_Escape);
+    });
+    QCOMPARE(offered, 5);
+}
+
+void TestModifySelection::theDocumentIsHeldWhileTheDialogIsOpen()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    bool isHeld = false;
+    Modify(editor, "shrinkSelectionAction", [&](QWidget*) {
+        isHeld = editor.Document()->GetLockState();
+        editor.GetInput().Key(Qt::Key_Escape);
+    });
+    QVERIFY(isHeld);
+    QVERIFY(!editor.Document()->GetLockState());
+}
+
+void TestModifySelection::aBusyDocumentIsNotModified()
+{
+    EditorFixture editor(60, 60);
+    QVERIFY(!editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
+    SelectSquare(editor);
+    QVERIFY(editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
+    editor.Document()->Lock();
+    QVERIFY(!editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
+    editor.Document()->Unlock();
+    QVERIFY(editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
+}
+
+ZK_REGISTER_TEST(tst_modify_selection, TestModifySelection)
+#include "tst_modify_selection.moc"
