@@ -4,16 +4,46 @@
 #include "app/MenuAction.h"
 #include "app/StatusReadout.h"
 #include "app/ZoomStops.h"
+#include "core/ZKApplication.h"
 #include "gui/ZKDocumentView.h"
+#include "gui/ZKDocumentView_p.h"
 
 #include <QAction>
 #include <QMenu>
+
+namespace {
+const QLatin1String TintKey("Editor/TintUnselected");
+}
 
 ViewMenu::ViewMenu(MainWindow* window) : QObject(window), m_pWindow(window)
 {
     AddZoomActions();
     BuildZoomMenu();
 
+    AddTintAction();
+    AddFullScreenAction();
+    connect(window, &MainWindow::ActiveViewChanged, this, &ViewMenu::Follow);
+    Follow(window->GetActiveView());
+}
+
+void ViewMenu::AddTintAction()
+{
+    m_pTint = AddMenuAction(this, {ZKMenuManager::View,
+                                   9,
+                                   tr("&Tint Unselected Parts"),
+                                   tr("Puts a red film over what is not selected"),
+                                   {}});
+    m_pTint->setObjectName(QStringLiteral("tintUnselectedAction"));
+    m_pTint->setCheckable(true);
+    m_pTint->setChecked(ZKApplication::GetUserValue(TintKey, false).toBool());
+    connect(m_pTint, &QAction::triggered, this, [this](bool shown) {
+        ZKApplication::SetUserValue(TintKey, shown);
+        Follow(m_pWindow->GetActiveView());
+    });
+}
+
+void ViewMenu::AddFullScreenAction()
+{
     AddMenuSeparator(this, ZKMenuManager::View, 10);
     QAction* fullScreen = AddMenuAction(this, {ZKMenuManager::View,
                                                11,
@@ -22,12 +52,9 @@ ViewMenu::ViewMenu(MainWindow* window) : QObject(window), m_pWindow(window)
                                                {QKeySequence(Qt::Key_F11)}});
     fullScreen->setObjectName(QStringLiteral("fullScreenAction"));
     fullScreen->setCheckable(true);
-    fullScreen->setChecked(window->isFullScreen());
-    connect(fullScreen, &QAction::triggered, window, &MainWindow::SetFullScreen);
-    connect(window, &MainWindow::FullScreenChanged, fullScreen, &QAction::setChecked);
-
-    connect(window, &MainWindow::ActiveViewChanged, this, &ViewMenu::UpdateActions);
-    UpdateActions();
+    fullScreen->setChecked(m_pWindow->isFullScreen());
+    connect(fullScreen, &QAction::triggered, m_pWindow, &MainWindow::SetFullScreen);
+    connect(m_pWindow, &MainWindow::FullScreenChanged, fullScreen, &QAction::setChecked);
 }
 
 void ViewMenu::AddZoomActions()
@@ -76,8 +103,9 @@ void ViewMenu::ZoomStep(int direction)
     if (ZKDocumentView* view = m_pWindow->GetActiveView()) ZoomTo(NextZoomStop(view->GetScale(), direction));
 }
 
-void ViewMenu::UpdateActions()
+void ViewMenu::Follow(ZKDocumentView* view)
 {
     for (QAction* action : m_ZoomActions)
-        action->setEnabled(m_pWindow->GetActiveView() != nullptr);
+        action->setEnabled(view != nullptr);
+    if (view) ZKDocumentViewPrivate::Get(view)->ShowSelectionTint(m_pTint->isChecked());
 }

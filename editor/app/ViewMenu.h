@@ -5,8 +5,9 @@
 
 class MainWindow;
 class QAction;
+class ZKDocumentView;
 
-/// The menu "View": zoom and full screen. Main thread only.
+/// The menu "View": zoom, the tint of what is not selected, full screen. Main thread only.
 class ViewMenu : public QObject
 {
     Q_OBJECT
@@ -17,10 +18,13 @@ public:
 private:
     void AddZoomActions();
     void BuildZoomMenu();
+    void AddTintAction();
+    void AddFullScreenAction();
     void ZoomTo(double scale);
     void ZoomStep(int direction);
-    void UpdateActions();
+    void Follow(ZKDocumentView* view);
 
     MainWindow* m_pWindow;
     QList<QAction*> m_ZoomActions;
+    QAction* m_pTint = nullptr;
 };

@@ -61,6 +61,7 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_pPanning(new ViewPanning(view)),
       m_pAutoscroll(new ViewAutoscroll(view)),
       m_Tiles(TileBudget),
+      m_Tint(document, view->viewport()),
       m_Ants(document, view->viewport()),
       m_Guides(document, view->viewport()),
       m_Outlines(document->GetPathListModel(), &m_PathSelection, view->viewport()),
@@ -69,8 +70,10 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
     connect(document, &LXDocumentInterface::CompositionChanged, this,
             &ZKDocumentViewPrivate::OnCompositionChanged);
     connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &ZKDocumentViewPrivate::OnSizeChanged);
-    connect(document, &LXDocumentInterface::SelectionChanged, this, [this] { m_Ants.Update(Place()); });
-
+    connect(document, &LXDocumentInterface::SelectionChanged, this, [this] {
+        m_Tint.Update(Place());
+        m_Ants.Update(Place());
+    });
     connect(document, &LXDocumentInterface::GuidesChanged, this, [this] { m_Guides.Update(Place()); });
     connect(&m_LayerSelection, &QItemSelectionModel::currentRowChanged, this,
             &ZKDocumentViewPrivate::TellCurrentLayer);
@@ -111,6 +114,7 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
     const CanvasPlace place = Place();
     for (const QRect& rect : m_Exposed) {
         PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
+        m_Tint.Paint(*painter, rect, place);
         m_Guides.Paint(*painter, rect, place);
         m_Ants.Paint(*painter, rect, place);
         m_Outlines.Paint(*painter, rect, place);

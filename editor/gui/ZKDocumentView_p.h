@@ -7,6 +7,7 @@
 #include "gui/SampleMarks.h"
 #include "gui/ScaledTileCache.h"
 #include "gui/SelectionAnts.h"
+#include "gui/SelectionTint.h"
 #include "gui/ViewAutoscroll.h"
 #include "gui/ViewPanning.h"
 
@@ -52,6 +53,11 @@ public:
 
     const SelectionAnts& Ants() const { return m_Ants; }
 
+    /// Whether what is not selected is tinted; off at first.
+    void ShowSelectionTint(bool show) { m_Tint.SetShown(show, Place()); }
+
+    bool IsSelectionTintShown() const { return m_Tint.IsShown(); }
+
 private:
     friend class ZKDocumentView;
 
@@ -84,6 +90,7 @@ private:
     ViewAutoscroll* m_pAutoscroll;
 
     ScaledTileCache m_Tiles;
+    SelectionTint m_Tint;
     SelectionAnts m_Ants;
     GuideLines m_Guides;
     PathOutlines m_Outlines;
