@@ -4,7 +4,7 @@ include("steps/editor.js")
 step("select a part of the picture")
 const picture = documents.create(40, 30)
 picture.select({ x: 10, y: 5, width: 20, height: 10 })
-expect.equal(menus.find("Edit/Deselect").enabled, true)
+expect.equal(menus.find("Selection/Deselect").enabled, true)
 
 step("a fill inside changes that part and no other")
 application.foreground = "red"
@@ -21,7 +21,7 @@ expect.equal(pixels.selection.bounds, { x: 10, y: 5, width: 20, height: 10 })
 undo()
 expect.equal(pixels.hasSelection, false)
 history.index = 2
-input.key("Ctrl+Shift+A")
+input.key("Ctrl+D")
 idle()
 checkStep(() => pixels.hasSelection, true, false)
 expect.equal(pixels.merged.pixel(15, 10), "#ffff0000")
