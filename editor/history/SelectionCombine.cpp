@@ -81,7 +81,8 @@ PlacedMask SelectionCombine::Combined(const PlacedMask& selection, const PlacedM
 
 PlacedMask SelectionCombine::MaskOfPath(const QPainterPath& path, const QRect& canvas)
 {
-    const QRect rect = path.boundingRect().toAlignedRect() & canvas;
+    // Cut before it is rounded: a path may reach further than an int does.
+    const QRect rect = (path.boundingRect() & QRectF(canvas)).toAlignedRect();
     if (rect.isEmpty()) return PlacedMask();
     PlacedMask placed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
     FillPath(placed.mask, BlendMode::Source, path.translated(-rect.topLeft()), QBrush(Qt::black));

@@ -81,6 +81,8 @@ private slots:
     void resultsAreTrimmed();
     void anAllZeroResultIsNoSelection();
     void aPathIsAntialiasedAndClippedToTheCanvas();
+    void aPathThatReachesFarBeyondTheCanvasSelectsTheCanvas_data();
+    void aPathThatReachesFarBeyondTheCanvasSelectsTheCanvas();
     void anEmptyPathDeselects();
     void undoBringsTheStoredSelectionBack();
     void undoWithoutAnOldSelectionDeselects();
@@ -159,6 +161,25 @@ void TestSelectionCommands::aPathIsAntialiasedAndClippedToTheCanvas()
     QVERIFY(qAbs(CoverageAt(selection, QPoint(5, 10)) - 128) <= 2);
     QVERIFY(qAbs(CoverageAt(selection, QPoint(10, 20)) - 128) <= 2);
     QCOMPARE(selection.mask.GetColor(5, 15).value, 0xFF000000u);
+}
+
+void TestSelectionCommands::aPathThatReachesFarBeyondTheCanvasSelectsTheCanvas_data()
+{
+    QTest::addColumn<double>("reach");
+    QTest::newRow("beyond the rasterizer's coordinates") << 1e5;
+    QTest::newRow("beyond what an int holds") << 1e12;
+}
+
+void TestSelectionCommands::aPathThatReachesFarBeyondTheCanvasSelectsTheCanvas()
+{
+    QFETCH(double, reach);
+    const OwnedDocument document = Make(QSize(50, 40));
+    QPainterPath path;
+    path.addRect(QRectF(-reach, -reach, 2 * reach, 2 * reach));
+    LexoUndoStack stack;
+    stack.push(PathSelection(document.get(), path, SelectionCommandData::Replace));
+    QCOMPARE(document->GetSelectionGeometry(), QRect(0, 0, 50, 40));
+    QVERIFY(AreEqual(document->GetSelectionMask(), Filled(QSize(50, 40), 0xFF000000)));
 }
 
 void TestSelectionCommands::anEmptyPathDeselects()
