@@ -13,7 +13,8 @@ PlacedImage RenderedTransform::OfPixels(const LXImage32& image, const QTransform
                                         const QSize& canvas)
 {
     const QRectF visible = transform.mapRect(QRectF(image.Rect())) & QRectF(QPointF(0, 0), QSizeF(canvas));
-    if (visible.isEmpty()) return PlacedImage();
+    // Written so that what isn't a number is refused too.
+    if (!(visible.width() > 0 && visible.height() > 0)) return PlacedImage();
 
     PlacedImage rendered;
     rendered.image = LXImage32(static_cast<int>(std::ceil(visible.width())),

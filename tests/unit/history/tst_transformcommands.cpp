@@ -12,6 +12,8 @@
 
 #include <QTest>
 
+#include <limits>
+
 using namespace DocumentFixture;
 
 namespace {
@@ -135,6 +137,8 @@ void TestTransformCommands::whatLiesWhollyOutsideLeavesAnEmptyLayer_data()
     QTest::newRow("left") << QTransform::fromTranslate(-20, 0);
     QTest::newRow("below") << QTransform::fromTranslate(0, 80);
     QTest::newRow("flattened") << QTransform::fromScale(1, 0);
+    QTest::newRow("no number") << QTransform::fromScale(std::numeric_limits<double>::quiet_NaN(), 1);
+    QTest::newRow("infinite") << QTransform::fromScale(1, std::numeric_limits<double>::infinity());
 }
 
 void TestTransformCommands::whatLiesWhollyOutsideLeavesAnEmptyLayer()
