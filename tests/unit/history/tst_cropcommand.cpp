@@ -2,6 +2,7 @@
 #include "UndoLaw.h"
 
 #include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentLayerLockerForRead.h"
 #include "history/ChangeCommandHelper.h"
 #include "history/CropCommand.h"
 #include "history/LexoUndoStack.h"
@@ -54,7 +55,10 @@ private slots:
     void fourQuarterTurnsChangeNothing();
     void twoMirrorsChangeNothing();
     void aTurnByHandIsRoundedToWholePixels();
+    void aTurnThatIsNoNoiseIsNotRoundedAway();
     void anyAngleResamples();
+    void layersAreResampledBicubically();
+    void aTurnedMaskLeavesItsDefaultInTheCorners();
     void perspectiveCarriesEverything();
 
     void newCanvasTakesTheColorBelowTheBottomLayer();
@@ -70,6 +74,7 @@ private slots:
     void aCanvasThatIsTooLargeThrowsAndChangesNothing();
     void withoutAStackItIsDoneForGood();
     void theCanvasIsToldOfOnce();
+    void aMoveOnACanvasOfTheSameSizeIsSeen();
 
     void theUndoLawHolds_data();
     void theUndoLawHolds();
@@ -201,6 +206,13 @@ void TestCropCommand::aTurnByHandIsRoundedToWholePixels()
     QCOMPARE(DescribeWhole(byHand.get()), DescribeWhole(exact.get()));
 }
 
+void TestCropCommand::aTurnThatIsNoNoiseIsNotRoundedAway()
+{
+    const OwnedDocument document = MakeCanvasDocument();
+    QVERIFY(Crop(document.get(), QTransform().rotate(20), QSize(100, 80), Hide, CopyPixels, nullptr));
+    QVERIFY(document->GetLayerGeometry(2).width() > 100);
+}
+
 void TestCropCommand::anyAngleResamples()
 {
     const OwnedDocument document = MakeCanvasDocument();
@@ -216,6 +228,35 @@ void TestCropCommand::anyAngleResamples()
     const QPointF middle = transform.map(QPointF(50, 20));
     QCOMPARE(document->GetGuides().first().orientation, Qt::Horizontal);
     QCOMPARE(document->GetGuides().first().position, middle.y());
+}
+
+void TestCropCommand::layersAreResampledBicubically()
+{
+    const OwnedDocument document = Make(QSize(4, 1));
+    LXImage32 row(4, 1);
+    row.Fill(LXRGBA32i(0xFF000064));
+    row.SetColor(0, 0, LXRGBA32i(0xFF000000));
+    document->AddLayer("layer", row, QPoint());
+    QVERIFY(Crop(document.get(), QTransform::fromScale(2, 1), QSize(8, 1), Delete, Resample, nullptr));
+    // 0, 100, 100, 100 become eight. The third lies a quarter before the second old one's middle: weights of
+    // 0.2265625, 0.8671875 and -0.0703125, what lies before the border left out, 79.6875 / 1.0234375.
+    QCOMPARE(document->GetLayerImage(1)->GetColor(2, 0).value, 0xFF00004Eu);
+}
+
+void TestCropCommand::aTurnedMaskLeavesItsDefaultInTheCorners()
+{
+    for (const bool reveals : {true, false}) {
+        const OwnedDocument document = Make(QSize(40, 40));
+        document->AddLayer("layer", Filled(QSize(40, 40), 0xFF3366CC), QPoint());
+        document->AddMask(1, reveals);
+        document->SetMaskImage(1, Filled(QSize(40, 40), 0x80000000), QPoint());
+        const QTransform turn = QTransform().translate(20, 20).rotate(45).translate(-20, -20);
+        QVERIFY(Crop(document.get(), turn, QSize(40, 40), Hide, Resample, nullptr));
+        // The diagonal of 40 x 40 has 56.6 pixels.
+        QCOMPARE(document->GetMaskGeometry(1), QRect(-9, -9, 58, 58));
+        QCOMPARE(document->GetMaskImage(1)->GetColor(0, 0).value, reveals ? 0xFF000000u : 0u);
+        QCOMPARE(document->GetMaskImage(1)->GetColor(29, 29).value, 0x80000000u);
+    }
 }
 
 void TestCropCommand::perspectiveCarriesEverything()
@@ -405,6 +446,22 @@ void TestCropCommand::theCanvasIsToldOfOnce()
     QCOMPARE(lines.filter("AboutSelectionMove"), QStringList());
 }
 
+void TestCropCommand::aMoveOnACanvasOfTheSameSizeIsSeen()
+{
+    const OwnedDocument document = Make(QSize(40, 30));
+    document->AddLayer("layer", Filled(QSize(10, 10), 0xFFFF0000), QPoint());
+    const auto shown = [&document](int x) {
+        const LXDocumentLayerLockerForRead locker(document.get(), 0);
+        return document->GetLayerImage(0)->GetColor(x, 0).value;
+    };
+    QCOMPARE(shown(0), 0xFFFF0000u);
+    SignalLog log(document.get());
+    QVERIFY(Crop(document.get(), QTransform::fromTranslate(5, 0), QSize(40, 30), Hide, CopyPixels, nullptr));
+    QCOMPARE(log.Take().filter("CompositionChanged"), QStringList("CompositionChanged (0,0 40x30)"));
+    QCOMPARE(shown(0), 0u);
+    QCOMPARE(shown(14), 0xFFFF0000u);
+}
+
 void TestCropCommand::theUndoLawHolds_data()
 {
     QTest::addColumn<QTransform>("transform");
@@ -416,6 +473,8 @@ void TestCropCommand::theUndoLawHolds_data()
     QTest::newRow("same size, moved") << moved << QSize(100, 80) << CopyPixels;
     QTest::newRow("turned") << QuarterTurn(QSize(100, 80)) << QSize(80, 100) << CopyPixels;
     QTest::newRow("any angle") << QTransform(moved).rotate(13) << QSize(60, 70) << Resample;
+    QTest::newRow("stretched by a little")
+        << QTransform(1.0005, 0, 0, 1, 0.4, 0.3) << QSize(100, 80) << Resample;
     QTest::newRow("perspective") << QTransform(1, 0, 0.002, 0.1, 1, 0.001, 3, 4, 1) << QSize(90, 70)
                                  << Resample;
     QTest::newRow("nothing left") << QTransform::fromTranslate(1000, 0) << QSize(60, 70) << CopyPixels;

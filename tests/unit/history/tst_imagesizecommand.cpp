@@ -35,6 +35,18 @@ LXImage32 Row(std::initializer_list<quint32> pixels)
     }
     return row;
 }
+
+/// Six pixels, whose mask and selection have one value on the left and another on the right.
+OwnedDocument MakeTwoValued()
+{
+    const LXImage32 values = Row({0x40000000, 0x40000000, 0x40000000, 0xC0000000, 0xC0000000, 0xC0000000});
+    OwnedDocument document = Make(QSize(6, 1));
+    document->AddLayer("layer", Filled(QSize(6, 1), 0xFFFFFFFF), QPoint());
+    document->AddMask(1, true);
+    document->SetMaskImage(1, values, QPoint());
+    document->SetSelectionMask(values, QPoint());
+    return document;
+}
 } // namespace
 
 class TestImageSizeCommand : public QObject
@@ -46,7 +58,8 @@ private slots:
     void theMethodMakesThePixels_data();
     void theMethodMakesThePixels();
     void enlargedBordersStayOpaque();
-    void masksStayBetweenTheirValues();
+    void masksAndTheSelectionStayBetweenTheirValues();
+    void nearestNeighbourMakesNoNewValues();
     void withoutResamplingOnlyTheResolutionChanges();
     void anEqualSizeChangesOnlyTheResolution();
     void impossibleSizesChangeNothing();
@@ -119,19 +132,29 @@ void TestImageSizeCommand::enlargedBordersStayOpaque()
     }
 }
 
-void TestImageSizeCommand::masksStayBetweenTheirValues()
+void TestImageSizeCommand::masksAndTheSelectionStayBetweenTheirValues()
 {
-    const OwnedDocument document = Make(QSize(6, 1));
-    document->AddLayer("layer", Filled(QSize(6, 1), 0xFFFFFFFF), QPoint());
-    document->AddMask(1, true);
-    document->SetMaskImage(1, Row({0x40000000, 0x40000000, 0x40000000, 0xC0000000, 0xC0000000, 0xC0000000}),
-                           QPoint());
+    const OwnedDocument document = MakeTwoValued();
     LexoUndoStack stack;
     stack.push(Resize(document.get(), QSize(24, 1), 72));
-    for (int x = 0; x < 24; ++x) {
-        const LXRGBA32i value = document->GetMaskImage(1)->GetColor(x, 0);
-        QVERIFY(value.Alpha() >= 0x40 && value.Alpha() <= 0xC0);
-        QCOMPARE(value.value & 0xFFFFFF, 0u);
+    for (const LXImage32& image : {*document->GetMaskImage(1), document->GetSelectionMask()}) {
+        for (int x = 0; x < 24; ++x) {
+            const LXRGBA32i value = image.GetColor(x, 0);
+            QVERIFY(value.Alpha() >= 0x40 && value.Alpha() <= 0xC0);
+            QCOMPARE(value.value & 0xFFFFFF, 0u);
+        }
+    }
+}
+
+void TestImageSizeCommand::nearestNeighbourMakesNoNewValues()
+{
+    const OwnedDocument document = MakeTwoValued();
+    LexoUndoStack stack;
+    stack.push(Resize(document.get(), QSize(24, 1), 72, ImageSizeCommandData::NearestNeighbour));
+    for (const LXImage32& image : {*document->GetMaskImage(1), document->GetSelectionMask()}) {
+        for (int x = 0; x < 24; ++x) {
+            QCOMPARE(image.GetColor(x, 0).value, x < 12 ? 0x40000000u : 0xC0000000u);
+        }
     }
 }
 
