@@ -191,7 +191,8 @@ Error QtCodec::DecodeBmp(DecodeJob& job)
     if (!ReadHeader(job.device, &header)) return Error::Broken;
     // Qt's reader refuses large ones too, without a reason.
     job.size = header.Size();
-    if (!job.size.isEmpty() && !Allows(job)) return Error::TooLarge;
+    if (job.size.isEmpty()) return Error::Broken;
+    if (!Allows(job)) return Error::TooLarge;
     return HasAllRows(header, job.device.size()) ? Decode(job, "bmp") : Error::Broken;
 }
 

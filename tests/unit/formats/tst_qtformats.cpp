@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QtEndian>
 
+#include <limits>
+
 using PictureFile::Error;
 using PictureFile::Format;
 
@@ -40,6 +42,7 @@ private slots:
     void gifIsReadAndNotWritten();
     void cutOffFilesAreRefused_data();
     void cutOffFilesAreRefused();
+    void bmpWithSidesBelowZeroIsRefused();
     void tooLargeIsToldBeforeItIsDecoded_data();
     void tooLargeIsToldBeforeItIsDecoded();
     void fullDiskKeepsTheOlderFile_data();
@@ -224,6 +227,16 @@ void TestQtFormats::cutOffFilesAreRefused()
     QVERIFY(result.outcome.message.contains("can't be opened"));
     QVERIFY(result.picture.image.IsNull());
     QCOMPARE(LXTileManager::Instance().LiveTileCount(), tilesBefore);
+}
+
+void TestQtFormats::bmpWithSidesBelowZeroIsRefused()
+{
+    // As far below as the numbers go, so that a product of them fits into nothing.
+    QByteArray bytes = Written(Format::Bmp, Opaque(QSize(40, 30)));
+    qToLittleEndian(std::numeric_limits<qint32>::min(), bytes.data() + 18);
+    qToLittleEndian(std::numeric_limits<qint32>::max(), bytes.data() + 22);
+    qToLittleEndian(quint16(65535), bytes.data() + 28);
+    QCOMPARE(PictureFile::ReadPicture(m_Folder.Write("below", bytes)).outcome.error, Error::Broken);
 }
 
 void TestQtFormats::tooLargeIsToldBeforeItIsDecoded_data()
