@@ -13,6 +13,7 @@
 #include "app/Tour.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
+#include "gui/LXFillOptionsDialog.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LayersWidget.h"
@@ -23,10 +24,12 @@
 #include <QColorDialog>
 #include <QDir>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPixmap>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QToolButton>
 
 namespace {
@@ -132,13 +135,19 @@ bool Screenshots::TakeWorkingWindow()
 
 bool Screenshots::TakeMenus()
 {
-    MainWindow* window = m_Editor.GetWindow();
-    for (const QAction* title : window->menuBar()->actions()) {
+    return TakeMenusOf(m_Editor.GetWindow()->menuBar()->actions(), QStringLiteral("menu-"));
+}
+
+bool Screenshots::TakeMenusOf(const QList<QAction*>& titles, const QString& prefix)
+{
+    const QPoint corner = m_Editor.GetWindow()->mapToGlobal(QPoint(0, 0));
+    for (const QAction* title : titles) {
         if (!title->isVisible() || !title->menu()) continue;
-        title->menu()->popup(window->mapToGlobal(QPoint(0, 0)));
-        const bool isTaken = Take(title->menu(), QStringLiteral("menu-") + FileNameOf(title->text()));
+        const QString name = prefix + FileNameOf(title->text());
+        title->menu()->popup(corner);
+        const bool isTaken = Take(title->menu(), name);
         title->menu()->hide();
-        if (!isTaken) return false;
+        if (!isTaken || !TakeMenusOf(title->menu()->actions(), name + '-')) return false;
     }
     return true;
 }
@@ -175,6 +184,7 @@ bool Screenshots::TakeDialogs()
     for (const LXMessageBox::Button button :
          {LXMessageBox::Save, LXMessageBox::Discard, LXMessageBox::Cancel})
         question.AddButton(button);
+    LXFillOptionsDialog fill(window);
     QColorDialog color(SkyColor, window);
     color.setOption(QColorDialog::DontUseNativeDialog);
 
@@ -185,7 +195,27 @@ bool Screenshots::TakeDialogs()
            TakeDialog(modify, QStringLiteral("dialog-modify-selection")) &&
            TakeDialog(progress, QStringLiteral("dialog-progress")) &&
            TakeDialog(question, QStringLiteral("dialog-question")) &&
-           TakeDialog(color, QStringLiteral("dialog-color"));
+           TakeDialog(fill, QStringLiteral("dialog-fill")) &&
+           TakeDialog(color, QStringLiteral("dialog-color")) && TakeExport();
+}
+
+/// What it asks depends on the picture, so the export itself is started, and cancelled at each dialog.
+bool Screenshots::TakeExport()
+{
+    DocumentFiles* files = m_Editor.GetFiles();
+    LXDocumentInterface* document = m_Editor.GetWindow()->GetActiveDocument();
+    const QTemporaryDir folder;
+    int taken = 0;
+    InputDriver input;
+    for (const char* name : {"dialog-export", "dialog-export-question"}) {
+        input.WhenModalShows<QDialog>([this, &taken, name](QDialog* dialog) {
+            if (Take(dialog, QLatin1String(name))) ++taken;
+            dialog->reject();
+        });
+    }
+    files->Export(document);
+    files->ExportTo(document, folder.filePath(QStringLiteral("lake.jpg")));
+    return taken == 2 || Fail(tr("The dialogs of the export could not be taken."));
 }
 
 bool Screenshots::TakeDialog(QDialog& dialog, const QString& name)

@@ -3,10 +3,12 @@
 #include "EditorExport.h"
 
 #include <QCoreApplication>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 class Editor;
+class QAction;
 class QDialog;
 class QWidget;
 
@@ -37,8 +39,11 @@ private:
     bool TakeWindow();
     bool TakeWorkingWindow();
     bool TakeMenus();
+    /// @param prefix  what the names of the files begin with; sub menus go on with the name of their menu
+    bool TakeMenusOf(const QList<QAction*>& titles, const QString& prefix);
     bool TakePanels();
     bool TakeDialogs();
+    bool TakeExport();
     bool TakeDialog(QDialog& dialog, const QString& name);
     bool Take(QWidget* widget, const QString& name);
     bool Fail(const QString& text);

@@ -131,7 +131,7 @@ void TestReachEverything::dialogsAreNamedReachedAndRead_data()
     QTest::addColumn<QString>("dialog");
     for (const char* look : {"dark", "light"}) {
         for (const char* dialog :
-             {"new", "preferences", "about", "guide", "modify selection", "close question"})
+             {"new", "preferences", "about", "guide", "fill", "modify selection", "close question"})
             QTest::addRow("%s, %s", dialog, look) << QString(look) << QString(dialog);
     }
 }
@@ -160,6 +160,7 @@ void TestReachEverything::dialogsAreNamedReachedAndRead()
         input.Key(Qt::Key_A, Qt::ControlModifier);
         editor.Window()->findChild<QAction*>("shrinkSelectionAction")->trigger();
     }
+    if (dialog == QLatin1String("fill")) input.Key(Qt::Key_Backspace, Qt::ShiftModifier);
     if (dialog == QLatin1String("close question")) input.Key(Qt::Key_W, Qt::ControlModifier);
     QVERIFY(hasShown);
     QVERIFY(editor.Document());
