@@ -98,7 +98,7 @@ private:
     bool SaveFlat(LXDocumentInterface* document, const QString& path);
     bool WriteFlat(const QString& path, const Picture& picture);
     bool FitsInto(const LXDocumentInterface* document, PictureFile::Format format) const;
-    bool AcceptsLosses(LXDocumentInterface* document, const QStringList& content, const QStringList& aids);
+    bool AcceptsLosses(LXDocumentInterface* document, const QStringList& content, const QStringList& others);
     void MarkSaved(LXDocumentInterface* document, const QString& path);
     bool IsBusy(const LXDocumentInterface* document); // and tells so
     void Tell(const QString& message);

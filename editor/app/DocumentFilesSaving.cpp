@@ -122,7 +122,7 @@ bool DocumentFiles::ExportTo(LXDocumentInterface* document, const QString& path)
     LandFloatingPieces(document, HistoryOf(document));
     const Picture picture = PictureFile::TakePicture(document);
     if (!AcceptsLosses(document, PictureLosses::OfContent(document, picture, format),
-                       PictureLosses::OfAids(document, format))) {
+                       PictureLosses::OfNotes(picture, format) + PictureLosses::OfAids(document, format))) {
         return false;
     }
     if (!WriteFlat(path, picture)) return false;
@@ -169,10 +169,10 @@ bool DocumentFiles::FitsInto(const LXDocumentInterface* document, PictureFile::F
 }
 
 bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QStringList& content,
-                                  const QStringList& aids)
+                                  const QStringList& others)
 {
-    // What only helps while working is worth a line, not a question of its own.
-    const QString losses = content.isEmpty() ? QString() : (content + aids).join('\n');
+    // What leaves the pixels as they are is worth a line, not a question of its own.
+    const QString losses = content.isEmpty() ? QString() : (content + others).join('\n');
     Record& record = m_Records[document];
     if (losses.isEmpty() || losses == record.acceptedLosses) return true;
 

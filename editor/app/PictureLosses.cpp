@@ -70,7 +70,21 @@ QStringList PictureLosses::OfContent(const LXDocumentInterface* document, const 
     if (!PictureFile::KeepsAlpha(format) && HasTransparency(picture.image)) {
         losses.append(Tr("%1 holds no transparency: what is transparent becomes white.").arg(name));
     }
+    if (!PictureFile::KeepsProfile(format) && !picture.iccProfile.isEmpty()) {
+        losses.append(Tr("%1 holds no color profile: colors may look different in the file.").arg(name));
+    }
     return losses;
+}
+
+QStringList PictureLosses::OfNotes(const Picture& picture, PictureFile::Format format)
+{
+    QStringList notes;
+    if (!PictureFile::KeepsExif(format) && !picture.exif.isEmpty())
+        notes << Tr("what the camera noted (Exif)");
+    if (!PictureFile::KeepsResolution(format) && picture.dpi > 0) notes << Tr("resolution");
+    if (notes.isEmpty()) return {};
+    return {Tr("%1 doesn't hold what is noted beside the pixels: %2.")
+                .arg(PictureFile::FormatName(format), notes.join(QStringLiteral(", ")))};
 }
 
 QStringList PictureLosses::OfAids(const LXDocumentInterface* document, PictureFile::Format format)

@@ -7,6 +7,15 @@
 #include <algorithm>
 #include <limits>
 
+namespace {
+// Alpha, profile, Exif, resolution.
+constexpr FormatParts PngKeeps{true, true, true, true};
+constexpr FormatParts JpegKeeps{false, true, true, true};
+constexpr FormatParts TiffKeeps{true, true, false, true};
+constexpr FormatParts WebpKeeps{true, true, false, false};
+constexpr FormatParts BmpKeeps{false, false, false, true};
+} // namespace
+
 const std::vector<FormatEntry>& FormatTable()
 {
     static const std::vector<FormatEntry> table = {
@@ -14,7 +23,7 @@ const std::vector<FormatEntry>& FormatTable()
          QStringLiteral("PNG"),
          {QStringLiteral("png")},
          {QByteArrayLiteral("\x89PNG\r\n\x1a\n")},
-         true,
+         PngKeeps,
          std::numeric_limits<int>::max(),
          PngCodec::Decode,
          PngCodec::Encode},
@@ -22,7 +31,7 @@ const std::vector<FormatEntry>& FormatTable()
          QStringLiteral("JPEG"),
          {QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("jpe")},
          {QByteArrayLiteral("\xff\xd8\xff")},
-         false,
+         JpegKeeps,
          JpegCodec::MaxSide,
          JpegCodec::Decode,
          JpegCodec::Encode},
@@ -31,7 +40,7 @@ const std::vector<FormatEntry>& FormatTable()
          {QStringLiteral("tif"), QStringLiteral("tiff")},
          {QByteArrayLiteral("II*\0"), QByteArrayLiteral("MM\0*"), QByteArrayLiteral("II+\0"),
           QByteArrayLiteral("MM\0+")},
-         true,
+         TiffKeeps,
          std::numeric_limits<int>::max(),
          QtCodec::DecodeTiff,
          QtCodec::EncodeTiff},
@@ -39,7 +48,7 @@ const std::vector<FormatEntry>& FormatTable()
          QStringLiteral("WebP"),
          {QStringLiteral("webp")},
          {QByteArrayLiteral("RIFF????WEBP")},
-         true,
+         WebpKeeps,
          QtCodec::WebpMaxSide,
          QtCodec::DecodeWebp,
          QtCodec::EncodeWebp},
@@ -47,7 +56,7 @@ const std::vector<FormatEntry>& FormatTable()
          QStringLiteral("BMP"),
          {QStringLiteral("bmp")},
          {QByteArrayLiteral("BM")},
-         false,
+         BmpKeeps,
          std::numeric_limits<int>::max(),
          QtCodec::DecodeBmp,
          QtCodec::EncodeBmp},
@@ -55,7 +64,7 @@ const std::vector<FormatEntry>& FormatTable()
          QStringLiteral("GIF"),
          {QStringLiteral("gif")},
          {QByteArrayLiteral("GIF87a"), QByteArrayLiteral("GIF89a")},
-         false,
+         {},
          std::numeric_limits<int>::max(),
          QtCodec::DecodeGif,
          nullptr},

@@ -41,6 +41,15 @@ struct EncodeJob
     PixelMeaning pixels = PixelMeaning::Color; ///< read by PNG only
 };
 
+/// What a file can hold besides colors.
+struct FormatParts
+{
+    bool alpha = false;
+    bool profile = false;
+    bool exif = false;
+    bool resolution = false;
+};
+
 /// One kind of file. Decoders and encoders answer with the error; exceptions of image code pass through them.
 struct FormatEntry
 {
@@ -49,7 +58,7 @@ struct FormatEntry
     QStringList endings; ///< small letters, without dot, the usual one first
     /// With which files of this kind begin; any byte may stand where it has a question mark.
     QList<QByteArray> signatures;
-    bool keepsAlpha;
+    FormatParts keeps;
     int maxSide; ///< pixels that the format can hold, of width and of height
     PictureFile::Error (*decode)(DecodeJob& job);
     PictureFile::Error (*encode)(const EncodeJob& job); ///< null where files are only read

@@ -122,7 +122,25 @@ bool PictureFile::CanWrite(Format format)
 bool PictureFile::KeepsAlpha(Format format)
 {
     const FormatEntry* entry = FindFormat(format);
-    return entry && entry->keepsAlpha;
+    return entry && entry->keeps.alpha;
+}
+
+bool PictureFile::KeepsProfile(Format format)
+{
+    const FormatEntry* entry = FindFormat(format);
+    return entry && entry->keeps.profile;
+}
+
+bool PictureFile::KeepsExif(Format format)
+{
+    const FormatEntry* entry = FindFormat(format);
+    return entry && entry->keeps.exif;
+}
+
+bool PictureFile::KeepsResolution(Format format)
+{
+    const FormatEntry* entry = FindFormat(format);
+    return entry && entry->keeps.resolution;
 }
 
 QString PictureFile::FormatName(Format format)

@@ -90,6 +90,15 @@ ZK_EDITOR_EXPORT bool CanWrite(Format format);
 /// Whether transparency survives saving; if not, the user is told before.
 ZK_EDITOR_EXPORT bool KeepsAlpha(Format format);
 
+/// Whether the color profile survives saving.
+ZK_EDITOR_EXPORT bool KeepsProfile(Format format);
+
+/// Whether what the camera noted (Exif) survives saving.
+ZK_EDITOR_EXPORT bool KeepsExif(Format format);
+
+/// Whether the pixels per inch survive saving.
+ZK_EDITOR_EXPORT bool KeepsResolution(Format format);
+
 /// "PNG", "JPEG"; empty for Unknown.
 ZK_EDITOR_EXPORT QString FormatName(Format format);
 

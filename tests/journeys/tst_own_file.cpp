@@ -11,9 +11,11 @@
 #include "scripting/InputDriver.h"
 #include "support/DocumentFixture.h"
 #include "support/EditorFixture.h"
+#include "support/FileBytes.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QColorSpace>
 #include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QPushButton>
@@ -34,6 +36,8 @@ private slots:
     void aFlatPictureThatStayedFlatIsSavedWhereItWas();
     void exportLeavesThePictureAsItWas();
     void exportTellsEverythingThatGetsLost();
+    void exportTellsThatTheProfileGetsLost();
+    void exportTellsAlsoOfCameraAndResolution();
     void cancelledExportWritesNothing();
     void aFullDiskLeavesTheOldFile();
     void aDamagedFileIsToldAndLeavesTheEditorAsItWas();
@@ -204,6 +208,38 @@ void TestOwnFile::exportTellsEverythingThatGetsLost()
     QVERIFY2(told.contains("JPEG holds no transparency"), qPrintable(told));
     QVERIFY2(told.contains("helps while working: selection."), qPrintable(told));
     QCOMPARE(QImage(editor.TempFile("copy.jpg")).size(), QSize(40, 30));
+}
+
+void TestOwnFile::exportTellsThatTheProfileGetsLost()
+{
+    EditorFixture editor(40, 30);
+    editor.Document()->SetICCProfile(ZKCMSProfile(QColorSpace(QColorSpace::DisplayP3).iccProfile()));
+    // A file with room for the profile is worth no question.
+    QVERIFY(editor.Files()->ExportTo(editor.Document(), editor.TempFile("copy.png")));
+    QString told;
+    AnswerBox(editor.GetInput(), "Cancel", &told);
+    QVERIFY(!editor.Files()->ExportTo(editor.Document(), editor.TempFile("copy.bmp")));
+    QVERIFY2(told.startsWith("BMP holds no color profile"), qPrintable(told));
+    QVERIFY(!QFileInfo::exists(editor.TempFile("copy.bmp")));
+}
+
+void TestOwnFile::exportTellsAlsoOfCameraAndResolution()
+{
+    EditorFixture editor;
+    Picture photo;
+    photo.image = DocumentFixture::Filled(QSize(40, 30), 0xFF336699);
+    photo.exif = FileBytes::Exif({true, 1, 0, {}, {}});
+    photo.dpi = 300;
+    const QString path = editor.TempFile("photo.jpg");
+    QVERIFY(PictureFile::WritePicture(path, PictureFile::Format::Jpeg, photo).IsOk());
+    QVERIFY(editor.Files()->Open(path));
+    // Alone they are worth no question.
+    QVERIFY(editor.Files()->ExportTo(editor.Document(), editor.TempFile("plain.webp")));
+    AddLayers(editor);
+    QString told;
+    AnswerBox(editor.GetInput(), "Save", &told);
+    QVERIFY(editor.Files()->ExportTo(editor.Document(), editor.TempFile("copy.webp")));
+    QVERIFY2(told.contains("beside the pixels: what the camera noted (Exif), resolution."), qPrintable(told));
 }
 
 void TestOwnFile::cancelledExportWritesNothing()

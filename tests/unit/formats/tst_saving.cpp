@@ -1,10 +1,12 @@
 #include "formats/DocumentFile.h"
 #include "formats/PictureFile.h"
+#include "support/FileBytes.h"
 #include "support/FileFolder.h"
 #include "support/PixelChecks.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QColorSpace>
 #include <QTest>
 
 #include <sys/resource.h>
@@ -48,6 +50,7 @@ private slots:
     void resolutionThatMeansNothingIsLeftOut();
     void namesTellTheFormat_data();
     void namesTellTheFormat();
+    void formatsKeepWhatTheySay();
     void formatsAreDescribed();
 
 private:
@@ -321,11 +324,32 @@ void TestSaving::namesTellTheFormat()
     QTEST(PictureFile::FormatOfName(name), "format");
 }
 
+void TestSaving::formatsKeepWhatTheySay()
+{
+    Picture picture;
+    picture.image = LXImage32(20, 10);
+    picture.image.Fill(LXRGBA32i(qRgba(10, 20, 30, 255)));
+    picture.dpi = 300;
+    picture.iccProfile = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+    picture.exif = FileBytes::Exif({true, 1, 0, {}, {}});
+    for (const Format format : {Format::Png, Format::Jpeg, Format::Tiff, Format::Webp, Format::Bmp}) {
+        const QString path = m_Folder.Path("kept");
+        QVERIFY(PictureFile::WritePicture(path, format, picture).IsOk());
+        const Picture read = PictureFile::ReadPicture(path).picture;
+        QCOMPARE(!read.iccProfile.isEmpty(), PictureFile::KeepsProfile(format));
+        QCOMPARE(!read.exif.isEmpty(), PictureFile::KeepsExif(format));
+        QCOMPARE(read.dpi == 300.0, PictureFile::KeepsResolution(format));
+    }
+}
+
 void TestSaving::formatsAreDescribed()
 {
     QVERIFY(PictureFile::KeepsAlpha(Format::Png));
     QVERIFY(!PictureFile::KeepsAlpha(Format::Jpeg));
     QVERIFY(!PictureFile::KeepsAlpha(Format::Unknown));
+    QVERIFY(!PictureFile::KeepsProfile(Format::Unknown));
+    QVERIFY(!PictureFile::KeepsExif(Format::Unknown));
+    QVERIFY(!PictureFile::KeepsResolution(Format::Unknown));
     QCOMPARE(PictureFile::DefaultEnding(Format::Jpeg), QString("jpg"));
     QCOMPARE(PictureFile::FormatName(Format::Png), QString("PNG"));
     QCOMPARE(PictureFile::FormatName(Format::Unknown), QString());
