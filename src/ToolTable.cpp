@@ -2,6 +2,7 @@
 
 #include "LXViewTool.h"
 #include "fillmenu/LXFillTool.h"
+#include "selectionmenu/ColorRangeSelect_p.h"
 #include "selectionmenu/SelectionMenuTool.h"
 
 #include "fillcan/FillCan_p.h"
@@ -27,6 +28,7 @@ const std::vector<ToolRow>& ToolTable()
         {"{B0000000-0000-0000-0000-000000000010}", "Fillcan", MakeViewTool<FillCanPrivate>},
         {"{B0000000-0000-0000-0000-000000000018}", "Fill menu", MakeViewTool<LXFillTool>},
         {"{B0000000-0000-0000-0000-000000000023}", "Selection menu", MakeTool<SelectionMenuTool>},
+        {"{B0000000-0000-0000-0000-000000000024}", "Color range", MakeViewTool<ColorRangeSelectPrivate>},
         {"{B0000000-0000-0000-0000-000000000026}", "Magic wand", MakeTool<MagicWandTool>},
     };
     return rows;

@@ -1,5 +1,6 @@
 #include "gui/ZKDocumentView.h"
 
+#include "document/LXColorTransformBase.h"
 #include "document/LXDocumentInterface.h"
 #include "gui/ZKDocumentView_p.h"
 
@@ -156,6 +157,16 @@ void ZKDocumentView::ShowSampleMarks(bool show)
 bool ZKDocumentView::AreSampleMarksShown() const
 {
     return m_pPrivate->m_Marks.IsShown();
+}
+
+std::shared_ptr<const LXColorTransformBase> ZKDocumentView::GetColorTransform() const
+{
+    struct Unchanged : LXColorTransformBase
+    {
+        void operator()(QColor&) const override {}
+    };
+
+    return std::make_shared<Unchanged>();
 }
 
 void ZKDocumentView::BlockStylizationView(bool block)

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class LXColorTransformBase;
 class LXDocumentInterface;
 class LXDocumentModel;
 class LexoUndoStack;
@@ -83,6 +84,10 @@ public:
     /// switches the marks off.
     void ShowSampleMarks(bool show);
     bool AreSampleMarksShown() const;
+
+    /// Turns colors of the document into those of the screen. Pictures are shown as they are, so it leaves
+    /// every color alone. Never null; the result may be used on any thread, also after the view is gone.
+    std::shared_ptr<const LXColorTransformBase> GetColorTransform() const;
 
 signals:
     /// The view's own cursor is set before true and put back before false.

@@ -1,10 +1,9 @@
 #include "selectionmenu/SelectionCommands.h"
 
+#include "common/MaskSelection.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
 #include "document/LXSelectionMaskHelper.h"
-#include "history/MWSelectionCommand.h"
-#include "history/MWSelectionCommandData.h"
 #include "history/MoveCommand.h"
 #include "history/MoveCommandData.h"
 #include "history/SelectionCommand.h"
@@ -64,13 +63,8 @@ std::unique_ptr<LexoCommand> SelectionCommands::MakeReplace(LXDocumentInterface*
 
 std::unique_ptr<LexoCommand> SelectionCommands::MakeInvert(LXDocumentInterface* document)
 {
-    const PlacedMask old = CurrentSelection(document);
-    const PlacedMask inverted = Inverted(old, document->GetDocumentSize());
-    auto data = std::make_unique<MWSelectionCommandData>();
-    data->SetNoUndoSelection(false);
-    data->SetUndoSel(old.offset, old.mask);
-    data->SetRedoSel(inverted.offset, inverted.mask, SelectionCommandData::Replace);
-    return Assemble(std::make_unique<MWSelectionCommand>(document, ApplyOnPush), std::move(data));
+    const PlacedMask inverted = Inverted(CurrentSelection(document), document->GetDocumentSize());
+    return MakeMaskSelectionCommand(document, inverted.mask, inverted.offset, SelectionCommandData::Replace);
 }
 
 std::unique_ptr<LexoCommand> SelectionCommands::MakeMove(LXDocumentInterface* document, const QPoint& delta)

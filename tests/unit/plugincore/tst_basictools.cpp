@@ -56,9 +56,10 @@ void RecordRegistrations(QObject* instance, QStringList* log)
                      [log](ZKPlugin* plugin) { log->append("-" + plugin->GetName()); });
 }
 
-const QStringList Names{"Fillcan", "Fill menu", "Selection menu", "Magic wand"};
+const QStringList Names{"Fillcan", "Fill menu", "Selection menu", "Color range", "Magic wand"};
 const QStringList Ids{"{B0000000-0000-0000-0000-000000000010}", "{B0000000-0000-0000-0000-000000000018}",
-                      "{B0000000-0000-0000-0000-000000000023}", "{B0000000-0000-0000-0000-000000000026}"};
+                      "{B0000000-0000-0000-0000-000000000023}", "{B0000000-0000-0000-0000-000000000024}",
+                      "{B0000000-0000-0000-0000-000000000026}"};
 } // namespace
 
 void TestBasicTools::init()
