@@ -109,9 +109,7 @@ void LXFillOptionsDialogPrivate::Store() const
 void LXFillOptionsDialogPrivate::ShowContents()
 {
     const int contents = m_Ui.m_pContentsCmb->currentIndex();
-    m_Ui.m_pColorLbl->setVisible(contents == Color);
     m_Ui.m_pColorBtn->setVisible(contents == Color);
-    m_Ui.m_pPatternLbl->setVisible(contents == Pattern);
     m_Ui.m_pPatternCmb->setVisible(contents == Pattern);
 }
 
