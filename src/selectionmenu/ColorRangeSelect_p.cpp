@@ -50,6 +50,18 @@ LXImage32 ReadPicture(const LXDocumentInterface* document)
     return *document->GetLayerImage(MergedPicture);
 }
 
+// Over the panels: in the middle, where dialogs stand, it would hide the picture that is clicked.
+void PlaceBesidePicture(QWidget* dialog)
+{
+    constexpr int distance = 16;
+    const QWidget* window = LXMdiArea::MainWindow();
+    if (!window) return;
+
+    dialog->adjustSize();
+    const QRect frame = window->frameGeometry();
+    dialog->move(frame.right() - dialog->width() - distance, frame.top() + 4 * distance);
+}
+
 ColorRangeResult MakePreview(const LXImage32& picture, const ColorRange& range, const QSize& bounds)
 {
     try {
@@ -176,6 +188,7 @@ QWidget* ColorRangeSelectPrivate::CreateDialog(ZKDocumentView*)
     connect(m_pDlg, &SelectColorRangeDlg::ChooseColorClicked, this, &Tool::OnChooseColor);
     connect(m_pDlg, &SelectColorRangeDlg::RemoveClicked, this, &Tool::OnRemoveCurrentColor);
     connect(m_pDlg, &SelectColorRangeDlg::RemoveAllClicked, this, &Tool::OnClearColors);
+    PlaceBesidePicture(m_pDlg);
     return m_pDlg;
 }
 

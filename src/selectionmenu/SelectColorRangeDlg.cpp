@@ -7,7 +7,7 @@
 
 namespace {
 constexpr int DefaultTolerance = 32;
-constexpr QSize PreviewBounds(240, 160);
+constexpr QSize PreviewBounds(320, 200);
 
 /// The operations in the order of the combo box.
 constexpr SelectionCommandData::LogicalOp Operations[] = {
@@ -22,6 +22,7 @@ SelectColorRangeDlg::SelectColorRangeDlg(QWidget* parent)
     m_pUi->m_pPreviewLbl->setFixedSize(PreviewBounds);
     m_pUi->m_pToleranceSpn->setValue(DefaultTolerance);
     m_pUi->m_pToleranceSldr->setValue(DefaultTolerance);
+    m_pUi->m_pSwatchesLayout->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     JoinBothWays(m_pUi->m_pToleranceSpn, m_pUi->m_pToleranceSldr);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
 
