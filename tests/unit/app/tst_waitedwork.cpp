@@ -8,6 +8,7 @@
 #include <QSemaphore>
 #include <QTest>
 #include <QThread>
+#include <QThreadPool>
 #include <QTimer>
 
 #include <stdexcept>
@@ -125,6 +126,8 @@ void TestWaitedWork::theCursorIsGivenBack()
 void TestWaitedWork::nothingIsLeftThatCouldStillHappen()
 {
     WaitedWork::Run(nullptr, "Working…", true, [](const FileProgress&) {});
+    // The work is done a moment before the pool counts its thread as idle.
+    QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();
     QCOMPARE(QuietEditor::Busy(), QStringList());
 }
