@@ -2,11 +2,11 @@
 
 #include "LXViewTool.h"
 #include "fillmenu/LXFillTool.h"
+#include "magicwand/MagicWandTool.h"
 #include "selectionmenu/ColorRangeSelect_p.h"
 #include "selectionmenu/SelectionMenuTool.h"
 
 #include "fillcan/FillCan_p.h"
-#include "magicwand/MagicWandTool.h"
 
 namespace {
 template <class Tool>

@@ -14,7 +14,8 @@ public:
 
     /// An icon that also has a faint form for disabled controls.
     /// @param name  a picture of the theme, "theme:x.png", taken in every size and device ratio that there
-    /// is, and of the look of the moment: the icon changes with it. A name that does not exist gives a null icon.
+    /// is, and of the look of the moment: the icon changes with it. A name that does not exist gives a null
+    /// icon.
     static QIcon DisabledIcon(const QString& name);
 
     /// The same from a picture, whose device pixel ratio is kept.
