@@ -3,6 +3,8 @@
 #include "image/LXBlend.h"
 #include "image/LXFloodFillHelper.h"
 
+#include <QRgb>
+
 namespace {
 constexpr LXRGBA32i Selected(0xFF000000u);
 
