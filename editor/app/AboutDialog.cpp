@@ -5,6 +5,8 @@
 #include "formats/LibraryVersions.h"
 #include "resource/LXResource.h"
 
+#include <QIcon>
+
 namespace {
 constexpr int PictureSize = 64;
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/LXDocumentInterface.h"
 #include "scripting/ScriptObject.h"
 
 #include <QPointer>
