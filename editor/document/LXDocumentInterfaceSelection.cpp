@@ -45,7 +45,9 @@ void LXDocumentInterface::TranslateSelection(const QPoint& delta)
 void LXDocumentInterface::MoveToSelection(const QPoint& topLeft)
 {
     if (!HasSelection()) return;
-    m_pPrivate->OnMainThread([this] { emit AboutSelectionMove(); });
+    // Not handed to the main thread: who stops listening before a worker moves the selection, and listens
+    // again afterwards, must not hear of that move.
+    emit AboutSelectionMove();
     if (m_pPrivate->selection.MoveTo(topLeft)) {
         m_pPrivate->OnMainThread([this] { emit SelectionChanged(); });
     }

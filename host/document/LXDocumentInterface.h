@@ -241,7 +241,9 @@ signals:
     void GuidesChanged();
     void ICCProfileChanged();
     void SelectionChanged();
-    /// Before the selection moves by anything but TranslateSelection.
+    /// Before the selection moves by anything but TranslateSelection. A worker's move sends it from the
+    /// worker: whoever is connected at that moment hears of it, objects of the main thread later on that
+    /// thread.
     void AboutSelectionMove();
     /// Before the whole pixels of a layer or mask are needed or go away: whatever floats above it is put
     /// down.

@@ -3,7 +3,10 @@
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
+#include <QCoreApplication>
 #include <QTest>
+
+#include <thread>
 
 using namespace DocumentFixture;
 
@@ -18,6 +21,7 @@ private slots:
     void aMaskWithoutCoverageMeansNoSelection();
     void translateMovesWithoutAsking();
     void moveToAsksBeforeItMoves();
+    void aMoveByAWorkerIsHeardByWhoIsConnectedAtThatMoment();
     void nothingIsMovedWithoutASelection();
     void hasAboveSelectedComparesStrictly();
     void boundsAreFoundInEveryTile();
@@ -96,6 +100,28 @@ void TestDocumentSelection::moveToAsksBeforeItMoves()
     QCOMPARE(whenAsked, QPoint(1, 1));
     QCOMPARE(document->GetSelectionGeometry(), QRect(5, 6, 4, 4));
     QCOMPARE(log.Take(), QStringList({"AboutSelectionMove", "SelectionChanged"}));
+}
+
+void TestDocumentSelection::aMoveByAWorkerIsHeardByWhoIsConnectedAtThatMoment()
+{
+    const OwnedDocument document = Make(QSize(10, 10));
+    document->SetSelectionMask(Filled(QSize(4, 4), 0xFF000000), QPoint(1, 1));
+    const auto moveByAWorker = [&document](const QPoint& topLeft) {
+        std::thread([&] { document->MoveToSelection(topLeft); }).join();
+    };
+    QObject listener;
+    int heard = 0;
+
+    moveByAWorker(QPoint(2, 2));
+    connect(document.get(), &LXDocumentInterface::AboutSelectionMove, &listener, [&heard] { ++heard; });
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(heard, 0);
+
+    moveByAWorker(QPoint(3, 3));
+    QCOMPARE(heard, 0);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(heard, 1);
+    QCOMPARE(document->GetSelectionMaskOffset(), QPoint(3, 3));
 }
 
 void TestDocumentSelection::nothingIsMovedWithoutASelection()
