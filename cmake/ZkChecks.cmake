@@ -24,13 +24,19 @@ function(zk_check_headers target link)
     add_dependencies(zk_header_check ${target})
 endfunction()
 
-# zk_autogen: everything that moc and uic write, for clang-tidy, which reads but doesn't build.
+# zk_autogen: everything that moc and uic write, for clang-tidy, which reads but doesn't build. The generator is
+# called straight, for the target "<name>_autogen" waits until the libraries that <name> links are built.
 add_custom_target(zk_autogen)
 add_custom_target(zk_header_check)
 get_property(zk_test_programs GLOBAL PROPERTY ZK_TEST_PROGRAMS)
 foreach(target zk_editor basictools_logic basictools_tools basictools ${zk_test_programs})
     if(TARGET ${target})
-        add_dependencies(zk_autogen ${target}_autogen)
+        get_target_property(binary_dir ${target} BINARY_DIR)
+        add_custom_target(zk_autogen_${target}
+            COMMAND "${CMAKE_COMMAND}" -E cmake_autogen
+                "${binary_dir}/CMakeFiles/${target}_autogen.dir/AutogenInfo.json" "$<CONFIG>"
+            VERBATIM)
+        add_dependencies(zk_autogen zk_autogen_${target})
     endif()
 endforeach()
 
