@@ -178,7 +178,7 @@ bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QStringLi
 
     const LXMessageBox::Button answer = LXMessageBox::Warning(
         m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
-        tr("%1\n\nThe copy will be without it; the picture here keeps it. Write the copy?").arg(losses),
+        tr("%1\n\nThe picture here keeps all of it; only the copy goes without. Write the copy?").arg(losses),
         LXMessageBox::Save | LXMessageBox::Cancel, LXMessageBox::Save);
     if (answer != LXMessageBox::Save) return false;
 

@@ -54,7 +54,9 @@ PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses
     const QString path = QFileInfo(line.exportFile).absoluteFilePath();
     if (format != PictureFile::Format::Unknown) {
         const Picture picture = PictureFile::TakePicture(document.get());
-        *losses = PictureLosses::OfContent(document.get(), picture, format).join(' ');
+        *losses = (PictureLosses::OfContent(document.get(), picture, format) +
+                   PictureLosses::OfNotes(picture, format) + PictureLosses::OfAids(document.get(), format))
+                      .join('\n');
     }
     return DocumentFile::Write(path, document.get());
 }

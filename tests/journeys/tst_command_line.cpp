@@ -135,6 +135,8 @@ void TestCommandLine::exportWritesThePicture()
     QImage picture(3, 2, QImage::Format_ARGB32);
     picture.fill(qRgba(10, 200, 30, 255));
     picture.setPixel(1, 1, qRgba(250, 0, 128, 77));
+    picture.setDotsPerMeterX(11811);
+    picture.setDotsPerMeterY(11811);
     QVERIFY(picture.save(folder.filePath("from.png")));
 
     // The platform is the program's own choice then.
@@ -148,6 +150,11 @@ void TestCommandLine::exportWritesThePicture()
     QCOMPARE(lossy.exitCode, 0);
     QVERIFY2(lossy.errors.contains("transparen", Qt::CaseInsensitive), qPrintable(lossy.errors));
     QCOMPARE(QImage(folder.filePath("to.jpg")).size(), QSize(3, 2));
+
+    const Outcome unnoted =
+        RunProgram({"--export", folder.filePath("to.webp"), folder.filePath("from.png")}, QString());
+    QCOMPARE(unnoted.exitCode, 0);
+    QVERIFY2(unnoted.errors.contains("resolution"), qPrintable(unnoted.errors));
 }
 
 void TestCommandLine::exportMakesAPicture()
