@@ -2,6 +2,7 @@
 
 #include "core/ZKActivateAction.h"
 #include "core/ZKToolGroupManager.h"
+#include "gui/LToolBoxButton.h"
 #include "gui/LToolBoxWidget.h"
 #include "gui/ZKButtonsContainer.h"
 #include "resource/ResourceFolder.h"
@@ -21,6 +22,7 @@ private slots:
     void cleanup();
 
     void theButtonNamesThePickerFirst();
+    void theButtonStandsAtTheTenthPlace();
     void theKeysChooseAndCycle();
     void aMissingToolIsLeftOut();
     void withoutToolsThereIsNoButton();
@@ -56,6 +58,26 @@ void TestColorButton::theButtonNamesThePickerFirst()
     QCOMPARE(lines[1]->text(), QString("Color sampler tool"));
     QVERIFY(!lines[0]->icon().isNull());
     QVERIFY(!lines[1]->icon().isNull());
+}
+
+void TestColorButton::theButtonStandsAtTheTenthPlace()
+{
+    LToolBoxWidget* box = LToolBoxWidget::GetInstance();
+    LToolBoxButton before;
+    LToolBoxButton after;
+    box->AddToolButton(&after, 11);
+    box->AddToolButton(&before, 9);
+    const auto button = MakeColorButton(m_pPicker.get(), m_pSampler.get());
+    LToolBoxButton same;
+    box->AddToolButton(&same, 10); // equal places are taken in the order of coming
+    box->resize(box->sizeHint().width(), 600);
+    box->show();
+    QVERIFY(QTest::qWaitForWindowExposed(box));
+    QVERIFY(before.y() < button->y());
+    QVERIFY(button->y() < same.y());
+    QVERIFY(same.y() < after.y());
+    for (LToolBoxButton* other : {&before, &after, &same})
+        box->RemoveButton(other);
 }
 
 void TestColorButton::theKeysChooseAndCycle()
