@@ -20,6 +20,12 @@ namespace {
 constexpr int GraceAfterLimit = 5000; // ms
 constexpr int QuietLimit = 30000;     // ms
 
+/// A call of a C++ function takes just the arguments that it names and drops the rest; `print` takes any
+/// number.
+constexpr const char* PrintOfMany = "(function (print) {"
+                                    "  return (...values) => print(values.map(String).join(' '))"
+                                    "})";
+
 /// Saves what the screen shows; empty when that isn't possible.
 QString SavePicture(const ScriptContext& context)
 {
@@ -56,6 +62,8 @@ void ScriptEngine::InstallSurface()
         const QString function = QString::fromLatin1(name);
         global.setProperty(function, script.property(function));
     }
+    const QString print = QStringLiteral("print");
+    global.setProperty(print, m_pEngine->evaluate(QLatin1String(PrintOfMany)).call({script.property(print)}));
 }
 
 ScriptOutcome ScriptEngine::Run()

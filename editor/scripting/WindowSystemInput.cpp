@@ -55,7 +55,8 @@ void DropQueuedPointerEvents()
 }
 
 /// After a dialog has closed, a window manager gives the focus to the window before it; offscreen there is
-/// none.
+/// none. A real one gives it in its own time, or not at all while a person works in another program; Qt is
+/// told at once, for a key that is sent to no window is lost.
 void GiveFocusBack()
 {
     if (QGuiApplication::focusWindow()) return;
@@ -64,8 +65,10 @@ void GiveFocusBack()
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (!next && window->isVisible() && window->windowType() == Qt::Window) next = window;
     }
-    if (next) next->activateWindow();
+    if (!next) return;
+    next->activateWindow();
     System::flushWindowSystemEvents();
+    if (!QGuiApplication::focusWindow()) System::handleWindowActivated<AtOnce>(next->windowHandle());
 }
 
 /// The window system speaks in device pixels.

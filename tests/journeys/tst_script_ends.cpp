@@ -13,6 +13,7 @@ class TestScriptEnds : public QObject
     Q_OBJECT
 
 private slots:
+    void printTakesAnyNumberOfValues();
     void everyEndHasItsCodeAndWords_data();
     void everyEndHasItsCodeAndWords();
     void aHostilePictureEndsTheScriptInWords_data();
@@ -56,6 +57,13 @@ QByteArray HugePng()
     return QByteArray::fromHex("89504e470d0a1a0a0000000d49484452001e8480001e84800806000000f447f4cc");
 }
 } // namespace
+
+void TestScriptEnds::printTakesAnyNumberOfValues()
+{
+    const Folder folder;
+    const ProgramRun run(folder.Script("print('a', 1, [2, 3], null, undefined)\nprint()\nprint('b')"));
+    QCOMPARE(run.output, QString("a 1 2,3 null undefined\n\nb\n"));
+}
 
 void TestScriptEnds::everyEndHasItsCodeAndWords_data()
 {
