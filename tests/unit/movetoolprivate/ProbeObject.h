@@ -4,6 +4,7 @@
 
 #include <QThread>
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -90,6 +91,9 @@ public:
         if (onRefresh) onRefresh();
     }
 
+    /// How many move events have reached the object, carried out or not.
+    int Delivered() const { return m_Delivered; }
+
     std::vector<Call> Moves()
     {
         const std::lock_guard<std::mutex> guard(m_Mutex);
@@ -118,7 +122,15 @@ public:
     int cancels = 0;
     int refreshes = 0;
 
+protected:
+    void customEvent(QEvent* event) override
+    {
+        ++m_Delivered;
+        CopyPasteBase::customEvent(event);
+    }
+
 private:
     std::mutex m_Mutex;
     std::vector<Call> m_Moves;
+    std::atomic<int> m_Delivered{0};
 };

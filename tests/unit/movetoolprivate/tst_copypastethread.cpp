@@ -25,6 +25,7 @@ private slots:
     void postingDoesNotWaitForAMove();
     void aMoveAtOnceRunsWhereItIsCalledAndHandsItsAnswerOn();
     void aMoveAtOnceOvertakesWhatIsPosted();
+    void onlyTheNewestPostedMoveIsPending();
     void flushDropsWhatIsPosted();
     void flushReturnsOnlyAfterARunningMove();
     void aMoveThatWasTakenOutBeforeTheFlushIsNotCarriedOut();
@@ -61,6 +62,13 @@ void WaitForWorker(ProbeObject* probe)
 {
     QMetaObject::invokeMethod(
         probe, [] {}, Qt::BlockingQueuedConnection);
+}
+
+/// Keeps the worker from its events until the gate opens, without a move that runs.
+void HoldWorker(ProbeObject* probe, Gate& gate)
+{
+    QMetaObject::invokeMethod(
+        probe, [&gate] { gate.Pass(); }, Qt::QueuedConnection);
 }
 
 /// Opens the gate a while later, from elsewhere, since the caller is about to wait for the move behind it.
@@ -173,24 +181,27 @@ void TestCopyPasteThread::aMoveAtOnceRunsWhereItIsCalledAndHandsItsAnswerOn()
 
 void TestCopyPasteThread::aMoveAtOnceOvertakesWhatIsPosted()
 {
-    Gate started;
     Gate held;
     Engine engine;
-    engine.probe->onMove = [&](const QPoint& position) {
-        if (position.x() == 1) {
-            started.Open();
-            held.Pass();
-        }
-        return true;
-    };
+    HoldWorker(engine.probe, held);
     engine.thread.PostMove(QPoint(1, 0));
-    started.Pass();
-    engine.thread.PostMove(QPoint(2, 0));
-    std::thread opener = OpenLater(held);
-    QVERIFY(engine.thread.Move(QPoint(3, 0)));
-    opener.join();
+    QVERIFY(engine.thread.Move(QPoint(2, 0)));
+    held.Open();
     WaitForWorker(engine.probe);
-    QCOMPARE(engine.probe->Positions().last(), QPoint(3, 0));
+    QCOMPARE(engine.probe->Positions(), QList<QPoint>({QPoint(2, 0)}));
+}
+
+void TestCopyPasteThread::onlyTheNewestPostedMoveIsPending()
+{
+    Gate held;
+    Engine engine;
+    HoldWorker(engine.probe, held);
+    for (int x = 1; x <= 5; ++x)
+        engine.thread.PostMove(QPoint(x, 0));
+    held.Open();
+    WaitForWorker(engine.probe);
+    QCOMPARE(engine.probe->Positions(), QList<QPoint>({QPoint(5, 0)}));
+    QCOMPARE(engine.probe->Delivered(), 1);
 }
 
 void TestCopyPasteThread::flushDropsWhatIsPosted()
@@ -198,23 +209,23 @@ void TestCopyPasteThread::flushDropsWhatIsPosted()
     Gate started;
     Gate held;
     Engine engine;
-    engine.probe->onMove = [&](const QPoint&) {
-        started.Open();
-        held.Pass();
-        return true;
-    };
-    engine.thread.PostMove(QPoint(1, 0));
+    QMetaObject::invokeMethod(
+        engine.probe,
+        [&] {
+            started.Open();
+            held.Pass();
+        },
+        Qt::QueuedConnection);
     started.Pass();
-    engine.thread.PostMove(QPoint(2, 0));
-    std::thread opener = OpenLater(held);
+    engine.thread.PostMove(QPoint(1, 0));
     engine.thread.Flush();
-    const QList<QPoint> moved = engine.probe->Positions();
-    opener.join();
+    held.Open();
     WaitForWorker(engine.probe);
-    QCOMPARE(engine.probe->Positions(), moved);
+    QCOMPARE(engine.probe->Delivered(), 0);
     // A later one is carried out again.
-    engine.thread.PostMove(QPoint(3, 0));
-    QTRY_COMPARE(engine.probe->Positions().last(), QPoint(3, 0));
+    engine.thread.PostMove(QPoint(2, 0));
+    WaitForWorker(engine.probe);
+    QCOMPARE(engine.probe->Positions(), QList<QPoint>({QPoint(2, 0)}));
 }
 
 void TestCopyPasteThread::flushReturnsOnlyAfterARunningMove()
