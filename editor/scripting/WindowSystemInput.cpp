@@ -54,21 +54,26 @@ void DropQueuedPointerEvents()
     }
 }
 
-/// After a dialog has closed, a window manager gives the focus to the window before it; offscreen there is
-/// none. A real one gives it in its own time, or not at all while a person works in another program; Qt is
-/// told at once, for a key that is sent to no window is lost.
-void GiveFocusBack()
+/// Where a person's keys would go: into a modal dialog, else into the window that has the focus, else into
+/// the editor's; null when there is none.
+QWidget* WindowForKeys()
 {
-    if (QGuiApplication::focusWindow()) return;
-
-    QWidget* next = QApplication::activeModalWidget();
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QGuiApplication::focusWindow()) return nullptr;
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (!next && window->isVisible() && window->windowType() == Qt::Window) next = window;
+        if (window->isVisible() && window->windowType() == Qt::Window) return window;
     }
-    if (!next) return;
-    next->activateWindow();
-    System::flushWindowSystemEvents();
-    if (!QGuiApplication::focusWindow()) System::handleWindowActivated<AtOnce>(next->windowHandle());
+    return nullptr;
+}
+
+/// A window manager gives a new dialog the focus, and after it the window before it; offscreen there is none.
+/// A real one does it in its own time, or not at all while a person works in another program. Qt is told at
+/// once, for a key that is sent to no window is lost.
+void GiveFocus()
+{
+    const QWidget* window = WindowForKeys();
+    if (!window || QGuiApplication::focusWindow() == window->windowHandle()) return;
+    System::handleWindowActivated<AtOnce>(window->windowHandle());
 }
 
 /// The window system speaks in device pixels.
@@ -174,7 +179,7 @@ void WindowSystemInput::SendMouse(QEvent::Type type, Qt::MouseButton button)
 void WindowSystemInput::SendKey(QEvent::Type type, int key, const QString& text, bool isRepeat)
 {
     System::flushWindowSystemEvents();
-    GiveFocusBack();
+    GiveFocus();
     QWindow* window = QGuiApplication::focusWindow();
     if (!window) return;
     System::handleKeyEvent<AtOnce>(window, NextTime(), type, key, m_Modifiers, text, isRepeat);
