@@ -5,6 +5,8 @@
 namespace {
 constexpr int TileShift = 7;
 constexpr int TileSide = 1 << TileShift;
+/// A piece that is dragged marks where it was and where it is, several times.
+constexpr std::size_t MostNotes = 8;
 
 int TilesFor(int length)
 {
@@ -20,6 +22,7 @@ void DirtyTiles::Reset(const QSize& canvas)
     m_Marks.assign(static_cast<std::size_t>(m_Columns) * static_cast<std::size_t>(TilesFor(canvas.height())),
                    ++m_Count);
     m_bAnyDirty = !m_Marks.empty();
+    m_Notes.clear();
 }
 
 void DirtyTiles::Mark(const QRect& rect)
@@ -28,12 +31,35 @@ void DirtyTiles::Mark(const QRect& rect)
     const QRect inside = rect & m_Canvas;
     if (inside.isEmpty()) return;
 
-    m_bAnyDirty = true;
+    const QPoint first(inside.left() >> TileShift, inside.top() >> TileShift);
+    NoteLocked(QRect(first, QPoint(inside.right() >> TileShift, inside.bottom() >> TileShift)));
+}
+
+/// Notes join only until somebody asks for the count: what that one has seen must not look newer later.
+void DirtyTiles::NoteLocked(const QRect& tiles)
+{
     ++m_Count;
-    for (int row = inside.top() >> TileShift; row <= inside.bottom() >> TileShift; ++row) {
-        const auto first = m_Marks.begin() + row * m_Columns;
-        std::fill(first + (inside.left() >> TileShift), first + (inside.right() >> TileShift) + 1, m_Count);
+    for (Note& note : m_Notes) {
+        if (!note.tiles.contains(tiles) && !tiles.contains(note.tiles)) continue;
+        note = {note.tiles | tiles, m_Count};
+        return;
     }
+    if (m_Notes.size() == MostNotes) MarkNotedLocked();
+    m_Notes.push_back({tiles, m_Count});
+}
+
+void DirtyTiles::MarkNotedLocked() const
+{
+    for (const Note& note : m_Notes) {
+        m_bAnyDirty = true;
+        for (int row = note.tiles.top(); row <= note.tiles.bottom(); ++row) {
+            const auto first = m_Marks.begin() + row * m_Columns;
+            std::transform(first + note.tiles.left(), first + note.tiles.right() + 1,
+                           first + note.tiles.left(),
+                           [&note](Count mark) { return std::max(mark, note.count); });
+        }
+    }
+    m_Notes.clear();
 }
 
 void DirtyTiles::MarkTiles(const std::vector<int>& tiles)
@@ -49,12 +75,14 @@ void DirtyTiles::MarkTiles(const std::vector<int>& tiles)
 DirtyTiles::Count DirtyTiles::Now() const
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
+    MarkNotedLocked();
     return m_Count;
 }
 
 QRect DirtyTiles::Bounds() const
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
+    MarkNotedLocked();
     QRect tiles;
     if (!m_bAnyDirty) return tiles;
     for (std::size_t i = 0; i < m_Marks.size(); ++i) {
@@ -68,6 +96,7 @@ QRect DirtyTiles::Bounds() const
 std::vector<int> DirtyTiles::Take(Count upTo)
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
+    MarkNotedLocked();
     std::vector<int> taken;
     m_bAnyDirty = false;
     for (std::size_t i = 0; i < m_Marks.size(); ++i) {

@@ -33,10 +33,21 @@ public:
     std::vector<int> Take(Count upTo);
 
 private:
+    /// Tiles that are to be marked.
+    struct Note
+    {
+        QRect tiles;
+        Count count;
+    };
+
+    void NoteLocked(const QRect& tiles);
+    void MarkNotedLocked() const;
+
     mutable std::mutex m_Mutex;
     Count m_Count = 0;
     QRect m_Canvas;
     int m_Columns = 0;
-    bool m_bAnyDirty = false;   ///< saves the search when nothing is, which is the usual case
-    std::vector<Count> m_Marks; ///< 0: clean
+    mutable std::vector<Note> m_Notes;
+    mutable bool m_bAnyDirty = false;   ///< saves the search when nothing is, which is the usual case
+    mutable std::vector<Count> m_Marks; ///< 0: clean; without what is noted
 };

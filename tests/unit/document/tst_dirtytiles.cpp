@@ -3,6 +3,9 @@
 
 #include <QTest>
 
+#include <random>
+#include <set>
+
 using Tiles = std::vector<int>;
 
 Q_DECLARE_METATYPE(Tiles)
@@ -16,6 +19,8 @@ private slots:
     void aMarkCoversTheTilesThatItTouches_data();
     void aMarkCoversTheTilesThatItTouches();
     void aTileMarkedAgainMeanwhileStaysDirty();
+    void aSmallMarkMeanwhileLeavesTheRestOfALargeOne();
+    void anyNumberOfMarksReachTheirTiles();
     void tilesThatCouldNotBeComposedAreDirtyAgain();
     void anEmptyCanvasHasNoTiles();
 };
@@ -60,6 +65,38 @@ void TestDirtyTiles::aTileMarkedAgainMeanwhileStaysDirty()
     QCOMPARE(dirty.Take(seen), Tiles({0, 2}));
     QCOMPARE(dirty.Bounds(), QRect(128, 0, 128, 128));
     QCOMPARE(dirty.Take(dirty.Now()), Tiles({1}));
+}
+
+void TestDirtyTiles::aSmallMarkMeanwhileLeavesTheRestOfALargeOne()
+{
+    DirtyTiles dirty;
+    dirty.Reset(QSize(512, 128));
+    dirty.Take(dirty.Now());
+    dirty.Mark(QRect(0, 0, 512, 128));
+    const DirtyTiles::Count seen = dirty.Now();
+    dirty.Mark(QRect(130, 5, 1, 1));
+    QCOMPARE(dirty.Take(seen), Tiles({0, 2, 3}));
+    QCOMPARE(dirty.Take(dirty.Now()), Tiles({1}));
+}
+
+void TestDirtyTiles::anyNumberOfMarksReachTheirTiles()
+{
+    std::mt19937 random(1);
+    const auto below = [&random](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
+    for (int round = 0; round < 50; ++round) {
+        DirtyTiles dirty;
+        dirty.Reset(QSize(1280, 1280));
+        dirty.Take(dirty.Now());
+        std::set<int> expected;
+        for (int mark = below(40); mark >= 0; --mark) {
+            const QRect tiles(QPoint(below(10), below(10)), QSize(1 + below(4), 1 + below(4)));
+            dirty.Mark(QRect(tiles.topLeft() * 128, tiles.size() * 128));
+            for (int tile = 0; tile < 100; ++tile) {
+                if (tiles.contains(tile % 10, tile / 10)) expected.insert(tile);
+            }
+        }
+        QCOMPARE(dirty.Take(dirty.Now()), Tiles(expected.begin(), expected.end()));
+    }
 }
 
 void TestDirtyTiles::tilesThatCouldNotBeComposedAreDirtyAgain()
