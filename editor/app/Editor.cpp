@@ -1,5 +1,6 @@
 #include "app/Editor.h"
 
+#include "app/ChannelMenu.h"
 #include "app/DocumentFiles.h"
 #include "app/EditMenu.h"
 #include "app/EmptyPage.h"
@@ -86,6 +87,7 @@ void Editor::BuildWindow()
     new ViewMenu(window);
     new GuideMenu(window);
     new ModifyMenu(window);
+    new ChannelMenu(window);
     new WindowMenu(window);
     new HelpMenu(window);
 

@@ -1,9 +1,10 @@
 #include "app/PictureLosses.h"
 
 #include "document/LXColorSampleModel.h"
-#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 #include "image/LXImage.h"
 
 #include <QCoreApplication>
@@ -91,6 +92,7 @@ QStringList PictureLosses::OfAids(const LXDocumentInterface* document, PictureFi
 {
     QStringList aids;
     if (document->HasSelection()) aids << Tr("selection");
+    if (!LXDocumentInterfacePrivate::Get(document)->channels->All().isEmpty()) aids << Tr("saved selections");
     if (!document->GetGuides().isEmpty()) aids << Tr("guides");
     if (document->GetPathListModel()->rowCount() > 0) aids << Tr("paths");
     if (document->GetColorSamples()->rowCount() > 0) aids << Tr("color samples");

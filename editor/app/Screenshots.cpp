@@ -5,11 +5,13 @@
 #include "app/Editor.h"
 #include "app/GuideDialog.h"
 #include "app/JobWait.h"
+#include "app/LoadSelectionDialog.h"
 #include "app/MainWindow.h"
 #include "app/ModifySelectionDialog.h"
 #include "app/NewDocumentDialog.h"
 #include "app/PanelArea.h"
 #include "app/PreferencesDialog.h"
+#include "app/SaveSelectionDialog.h"
 #include "app/Tour.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
@@ -173,6 +175,9 @@ bool Screenshots::TakeDialogs()
     GuideDialog guide(window->GetActiveDocument()->GetDocumentSize(), window);
     InputDriver().Key(Qt::Key_A, Qt::ControlModifier);
     ModifySelectionDialog modify(window->GetActiveDocument(), SelectionModify::Kind::Feather, window);
+    const QStringList names{tr("Sky"), tr("Trees")};
+    SaveSelectionDialog save(names, window);
+    LoadSelectionDialog load(names, true, window);
     LXOperationProgressDlg progress(window);
     progress.SetProgressRange(0, 100);
     progress.SetProgressPos(40);
@@ -193,6 +198,8 @@ bool Screenshots::TakeDialogs()
            TakeDialog(about, QStringLiteral("dialog-about")) &&
            TakeDialog(guide, QStringLiteral("dialog-guide")) &&
            TakeDialog(modify, QStringLiteral("dialog-modify-selection")) &&
+           TakeDialog(save, QStringLiteral("dialog-save-selection")) &&
+           TakeDialog(load, QStringLiteral("dialog-load-selection")) &&
            TakeDialog(progress, QStringLiteral("dialog-progress")) &&
            TakeDialog(question, QStringLiteral("dialog-question")) &&
            TakeDialog(fill, QStringLiteral("dialog-fill")) &&

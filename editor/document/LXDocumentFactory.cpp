@@ -3,6 +3,7 @@
 #include "document/LXColorSampleModel_p.h"
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXPathsListModel_p.h"
+#include "document/SelectionChannels.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -41,6 +42,7 @@ LXDocumentInterface* LXDocumentFactory::Copy(const LXDocumentInterface* document
     LXPathsListModelPrivate::Get(to->paths)->Fill(LXPathsListModelPrivate::Get(from->paths)->Snapshot());
     LXColorSampleModelPrivate::Get(to->samples)
         ->Fill(LXColorSampleModelPrivate::Get(from->samples)->Snapshot());
+    to->channels->Set(from->channels->All());
 
     copy->moveToThread(QCoreApplication::instance()->thread());
     return copy.release();

@@ -4,6 +4,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel_p.h"
 #include "document/LXPathsListModel_p.h"
+#include "document/SelectionChannels.h"
 #include "utils/FaultSeams.h"
 
 const int LXDocumentInterface::MAX_DOC_DIMENSION = 300000;
@@ -13,6 +14,7 @@ LXDocumentInterface::LXDocumentInterface() : m_pPrivate(std::make_unique<LXDocum
     m_pPrivate->model = LXDocumentModelPrivate::Create(this);
     m_pPrivate->paths = LXPathsListModelPrivate::Create(this);
     m_pPrivate->samples = LXColorSampleModelPrivate::Create(this);
+    m_pPrivate->channels = new SelectionChannels(this);
     connect(m_pPrivate->model, &LXDocumentModel::LocksChanged, this, &LXDocumentInterface::LocksChanged);
     connect(m_pPrivate->model, &LXDocumentModel::LayerDataChanged, this,
             &LXDocumentInterface::LayerDataChanged);

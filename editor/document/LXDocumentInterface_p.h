@@ -15,6 +15,8 @@
 #include <mutex>
 #include <optional>
 
+class SelectionChannels;
+
 /// The insides of a document, for the editor: what LXDocumentInterface offers and what only commands and
 /// files need. Main thread unless told.
 class LXDocumentInterfacePrivate
@@ -82,6 +84,7 @@ public:
     LXDocumentModel* model = nullptr;
     LXPathsListModel* paths = nullptr;
     LXColorSampleModel* samples = nullptr;
+    SelectionChannels* channels = nullptr;
 
     bool isLocked = false;
     int state = 0;

@@ -5,6 +5,7 @@
 #include "document/ForeignContent.h"
 #include "document/LXGuide.h"
 #include "document/Layer.h"
+#include "document/SelectionChannels.h"
 #include "image/LXImage.h"
 
 #include <QByteArray>
@@ -29,6 +30,7 @@ struct OraContent
     QSet<int> selectedRows;         ///< of the view that shows the document
     LXImage32 selection;            ///< null without one
     QPoint selectionOffset;
+    SelectionChannels::List channels;
     LXImage32 merged; ///< only for writing: what programs without layers show
     ForeignDocumentContent foreign;
 };

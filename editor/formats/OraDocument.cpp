@@ -6,6 +6,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXPathsListModel_p.h"
+#include "document/SelectionChannels.h"
 #include "formats/OraFile.h"
 
 #include <exception>
@@ -28,6 +29,7 @@ void Fill(LXDocumentInterface* document, const OraContent& content)
         d->InsertLayer(row++, layer);
     }
     document->SetSelectionMask(content.selection, content.selectionOffset);
+    d->channels->Set(content.channels);
     d->ChangeProperties([&content](DocumentProperties& properties) { properties.foreign = content.foreign; });
 }
 
@@ -46,6 +48,7 @@ OraContent Take(const LXDocumentInterface* document)
         content.layers.push_back(d->LandedState(*layer));
     }
     content.selection = d->selection.Snapshot(&content.selectionOffset);
+    content.channels = d->channels->All();
     content.foreign = d->Properties().foreign;
     const LXDocumentLayerLockerForRead locker(document, 0);
     content.merged = *document->GetLayerImage(0);

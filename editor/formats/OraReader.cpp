@@ -37,6 +37,7 @@ FormatFailure OraReader::Read(const QString& path)
     if (failure.IsNone()) then(MeasureImages());
     if (failure.IsNone()) then(ReadLayers());
     if (failure.IsNone()) then(ReadSelection());
+    if (failure.IsNone()) then(ReadChannels());
     if (failure.IsNone()) then(ReadProfile());
     if (failure.IsNone()) then(KeepOthers());
     return failure;
@@ -84,6 +85,10 @@ FormatFailure OraReader::MeasureImages()
     }
     failure = MeasureImage(m_Stack.selection);
     if (!failure.IsNone()) return failure;
+    for (const OraStack::Channel& channel : m_Stack.channels) {
+        failure = MeasureImage(channel.image);
+        if (!failure.IsNone()) return failure;
+    }
     if (m_LayerBytes > m_Limits.archive.maxLayerBytes) {
         return {Error::TooLarge, tr("Its layers need %1 of memory; at most %2 are allowed.")
                                      .arg(SizeText(m_LayerBytes), SizeText(m_Limits.archive.maxLayerBytes))};
@@ -134,6 +139,19 @@ FormatFailure OraReader::ReadSelection()
 {
     m_Content.selectionOffset = m_Stack.selection.offset;
     return ReadImage(m_Stack.selection, true, &m_Content.selection);
+}
+
+FormatFailure OraReader::ReadChannels()
+{
+    for (const OraStack::Channel& channel : m_Stack.channels) {
+        SelectionChannel read;
+        read.name = channel.name;
+        read.coverage.offset = channel.image.offset;
+        FormatFailure failure = ReadImage(channel.image, true, &read.coverage.image);
+        if (!failure.IsNone()) return failure;
+        m_Content.channels.append(read);
+    }
+    return {};
 }
 
 FormatFailure OraReader::ReadProfile()

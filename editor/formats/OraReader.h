@@ -36,6 +36,7 @@ private:
     FormatFailure ReadLayers();
     FormatFailure ReadLayer(const OraStack::Layer& layer);
     FormatFailure ReadSelection();
+    FormatFailure ReadChannels();
     FormatFailure ReadProfile();
     FormatFailure ReadMetadata(const OraStack::Layer& layer, LXImage32* image);
     FormatFailure ReadImage(const OraStack::Image& image, bool isCoverage, LXImage32* pixels);

@@ -40,6 +40,13 @@ struct OraStack
         bool isSelected = false;
     };
 
+    /// A selection that is kept under a name.
+    struct Channel
+    {
+        QString name;
+        Image image;
+    };
+
     QSize size;
     double dpi = 0; ///< pixels per inch; 0 when the file doesn't say
     int unit = 0;
@@ -48,6 +55,7 @@ struct OraStack
     std::vector<ColorSample> samples;
     std::vector<Layer> layers; ///< topmost first
     Image selection;
+    std::vector<Channel> channels;
     QString profileEntry; ///< empty without one
     ForeignDocumentContent foreign;
 

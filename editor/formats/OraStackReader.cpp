@@ -102,6 +102,7 @@ bool OraStackReader::ReadImageChild(bool* hasStack)
         return ReadRootStack();
     }
     if (IsOwn("selection")) return ReadSelection();
+    if (IsOwn("channel")) return ReadChannel();
     if (IsOwn("profile")) return ReadProfile();
     if (IsOwn("guide")) return ReadGuide();
     if (IsOwn("path")) return ReadPath();
@@ -232,6 +233,15 @@ bool OraStackReader::ReadMetadata(OraStack::Layer* layer)
 bool OraStackReader::ReadSelection()
 {
     return ReadImageRef(&m_pStack->selection) && SkipContent(m_Limits.maxXmlDepth);
+}
+
+bool OraStackReader::ReadChannel()
+{
+    OraStack::Channel channel;
+    channel.name = Text("name");
+    if (!ReadImageRef(&channel.image)) return false;
+    m_pStack->channels.push_back(channel);
+    return SkipContent(m_Limits.maxXmlDepth);
 }
 
 bool OraStackReader::ReadProfile()

@@ -40,6 +40,7 @@ private:
     bool ReadMask(OraStack::Layer* layer);
     bool ReadMetadata(OraStack::Layer* layer);
     bool ReadSelection();
+    bool ReadChannel();
     bool ReadProfile();
     bool ReadGuide();
     bool ReadPath();

@@ -98,6 +98,12 @@ void Writer::Write(const OraStack& stack)
         WriteImage(stack.selection);
         m_Xml.writeEndElement();
     }
+    for (const OraStack::Channel& channel : stack.channels) {
+        StartOwn("channel");
+        Put("name", channel.name);
+        WriteImage(channel.image);
+        m_Xml.writeEndElement();
+    }
     if (!stack.profileEntry.isEmpty()) {
         StartOwn("profile");
         Put("src", stack.profileEntry);

@@ -56,6 +56,7 @@ Error OraWriter::Write()
         m_Stack.selection =
             AddImage(QStringLiteral("data/selection"), m_Content.selection, m_Content.selectionOffset, true);
     }
+    AddChannels();
     if (!m_Content.iccProfile.isEmpty()) {
         m_Stack.profileEntry = NewName(QStringLiteral("data/profile"), QStringLiteral("icc"));
         AddBytes(m_Stack.profileEntry, m_Content.iccProfile);
@@ -112,6 +113,16 @@ void OraWriter::AddLayer(int row, const LayerState& state)
     }
     layer.isSelected = m_Content.selectedRows.contains(row);
     m_Stack.layers.push_back(layer);
+}
+
+void OraWriter::AddChannels()
+{
+    int row = 0;
+    for (const SelectionChannel& channel : m_Content.channels) {
+        const QString stem = QStringLiteral("data/channel%1").arg(row++);
+        m_Stack.channels.push_back(
+            {channel.name, AddImage(stem, channel.coverage.image, channel.coverage.offset, true)});
+    }
 }
 
 OraStack::Image OraWriter::AddImage(const QString& stem, const LXImage32& image, const QPoint& offset,

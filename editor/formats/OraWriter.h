@@ -23,6 +23,7 @@ private:
     void ReserveNames();
     QString NewName(const QString& stem, const QString& ending);
     void AddLayer(int row, const LayerState& state);
+    void AddChannels();
     OraStack::Image AddImage(const QString& stem, const LXImage32& image, const QPoint& offset,
                              bool isCoverage);
     void AddPng(const QString& name, const LXImage32& image, bool isCoverage, const QByteArray& exif);

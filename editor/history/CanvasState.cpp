@@ -4,6 +4,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 #include "history/DataStream.h"
 #include "history/GuideStream.h"
 #include "history/PathStream.h"
@@ -52,6 +53,16 @@ void PutSamples(const std::vector<QPoint>& samples, LXColorSampleModel* model)
     }
 }
 
+void PutChannels(const std::vector<PlacedImage>& channels, SelectionChannels* target)
+{
+    SelectionChannels::List list = target->All();
+    if (list.isEmpty()) return;
+    for (int row = 0; row < std::min(list.size(), static_cast<int>(channels.size())); ++row) {
+        list[row].coverage = channels[static_cast<std::size_t>(row)];
+    }
+    target->Set(list);
+}
+
 /// A list whose length is read before it; false when the stream is damaged.
 template <class Take>
 void ReadList(QDataStream& stream, Take take)
@@ -80,6 +91,9 @@ CanvasState CanvasState::Of(LXDocumentInterface* document)
         state.samples.push_back(document->GetColorSamples()->GetPoint(row));
     }
     state.guides = document->GetGuides();
+    for (const SelectionChannel& channel : insides->channels->All()) {
+        state.channels.push_back(channel.coverage);
+    }
     return state;
 }
 
@@ -103,6 +117,7 @@ void CanvasState::ApplyTo(LXDocumentInterface* document) const
     }
     PutPaths(paths, document->GetPathListModel());
     document->SetGuides(guides);
+    PutChannels(channels, insides->channels);
     if (!isOtherSize) document->UpdateDocumentRect(QRect());
     PutSamples(samples, document->GetColorSamples());
 }
@@ -113,6 +128,9 @@ qint64 CanvasState::GetMemoryCost() const
     for (const LayerPixels& layer : layers) {
         bytes += DataStream::BytesOf(layer.pixels.image) + DataStream::BytesOf(layer.mask.image);
     }
+    for (const PlacedImage& channel : channels) {
+        bytes += DataStream::BytesOf(channel.image);
+    }
     return bytes;
 }
 
@@ -122,6 +140,9 @@ void CanvasState::ReleaseImages()
     for (LayerPixels& layer : layers) {
         layer.pixels.image = LXImage32();
         layer.mask.image = LXImage32();
+    }
+    for (PlacedImage& channel : channels) {
+        channel.image = LXImage32();
     }
 }
 
@@ -154,6 +175,10 @@ QDataStream& operator<<(QDataStream& stream, const CanvasState& state)
         stream << point;
     }
     GuideStream::Write(stream, state.guides);
+    stream << quint32(state.channels.size());
+    for (const PlacedImage& channel : state.channels) {
+        stream << channel;
+    }
     return stream;
 }
 
@@ -176,5 +201,10 @@ QDataStream& operator>>(QDataStream& stream, CanvasState& state)
         state.samples.push_back(point);
     });
     state.guides = GuideStream::Read(stream);
+    ReadList(stream, [&] {
+        PlacedImage channel;
+        stream >> channel;
+        state.channels.push_back(channel);
+    });
     return stream;
 }

@@ -39,6 +39,7 @@ public:
     std::vector<LXSubPaths> paths;
     std::vector<QPoint> samples;
     LXGuides guides;
+    std::vector<PlacedImage> channels; ///< the selections that are kept under names
 };
 
 QDataStream& operator<<(QDataStream& stream, const CanvasState& state);

@@ -120,6 +120,9 @@ CanvasState PassedState(const CanvasState& before, const QSize& size, const Pass
     for (const LXSubPaths& path : before.paths) {
         after.paths.push_back(PassedPath(path, passage.transform));
     }
+    for (const PlacedImage& channel : before.channels) {
+        after.channels.push_back(Passed(channel, passage, passage.coverage));
+    }
     for (const QPoint& sample : before.samples) {
         after.samples.push_back(PassedSample(sample, passage.transform));
     }

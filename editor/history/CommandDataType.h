@@ -30,4 +30,5 @@ constexpr int ColorSamplesAdd = 28;
 constexpr int ColorSamplesRemove = 29;
 constexpr int ColorSamplesMove = 30;
 constexpr int ColorSamplesClear = 31;
+constexpr int SelectionChannel = 40;
 } // namespace CommandDataType

@@ -1,9 +1,10 @@
 #include "scripting/ScriptDocument.h"
 
 #include "document/LXColorSampleModel.h"
-#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 #include "formats/PictureFile.h"
 #include "gui/DocumentOf.h"
 #include "gui/LXDocumentManager.h"
@@ -11,6 +12,8 @@
 #include "gui/LXMdiArea_p.h"
 #include "gui/LXMdiSubWindow.h"
 #include "gui/ZKDocumentView.h"
+#include "history/ChannelCommands.h"
+#include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/SelectionCommand.h"
 #include "history/SelectionCommandData.h"
@@ -26,6 +29,23 @@ namespace {
 LXMdiSubWindow* WindowOf(const LXDocumentInterface* document)
 {
     return LXMdiAreaPrivate::Get(LXDocumentManager::GetDocumentArea())->FindWindow(document);
+}
+
+SelectionChannels* ChannelsOf(const LXDocumentInterface* document)
+{
+    return LXDocumentInterfacePrivate::Get(document)->channels;
+}
+
+/// How a saved selection goes with the present one; not told means that it takes its place.
+SelectionCommandData::LogicalOp ToOperation(const QString& mode)
+{
+    if (mode.isEmpty() || mode == QLatin1String("replace")) return SelectionCommandData::Replace;
+    if (mode == QLatin1String("add")) return SelectionCommandData::Unite;
+    if (mode == QLatin1String("subtract")) return SelectionCommandData::Subtract;
+    if (mode == QLatin1String("intersect")) return SelectionCommandData::Intersect;
+    throw ScriptError(
+        QStringLiteral("A mode is \"replace\", \"add\", \"subtract\" or \"intersect\", not \"%1\".")
+            .arg(mode));
 }
 
 QString Absolute(const QString& path)
@@ -196,9 +216,56 @@ void ScriptDocument::select(const QJSValue& rect)
         auto command = std::make_unique<SelectionCommand>(document);
         command->setText(tr("Select"));
         if (command->SetCommandData(data.get())) static_cast<void>(data.release());
-        LexoUndoStack* history = ViewOf(WindowOf(document))->GetHistory();
-        if (!history) throw ScriptError(QStringLiteral("The view has no history."));
-        history->push(command.release());
+        RequireHistory()->push(command.release());
+    });
+}
+
+LexoUndoStack* ScriptDocument::RequireHistory() const
+{
+    LexoUndoStack* history = ViewOf(WindowOf(Require()))->GetHistory();
+    if (!history) throw ScriptError(QStringLiteral("The view has no history."));
+    return history;
+}
+
+QStringList ScriptDocument::GetSavedSelections() const
+{
+    return Call([this] { return ChannelsOf(Require())->Names(); });
+}
+
+int ScriptDocument::RequireSavedSelection(const QString& name) const
+{
+    const int row = ChannelsOf(RequireFree())->Find(name);
+    if (row < 0) throw ScriptError(QStringLiteral("No selection \"%1\" is saved.").arg(name));
+    return row;
+}
+
+void ScriptDocument::saveSelection(const QString& name)
+{
+    Call([&] {
+        LXDocumentInterface* document = RequireFree();
+        if (name.isEmpty()) throw ScriptError(QStringLiteral("A saved selection needs a name."));
+        RequireHistory()->commit();
+        LexoCommand* command = ChannelCommands::Save(document, name);
+        if (!command) throw ScriptError(QStringLiteral("Nothing is selected."));
+        RequireHistory()->push(command);
+    });
+}
+
+void ScriptDocument::loadSelection(const QString& name, const QString& mode)
+{
+    Call([&] {
+        const int row = RequireSavedSelection(name);
+        const SelectionCommandData::LogicalOp operation = ToOperation(mode);
+        RequireHistory()->commit();
+        RequireHistory()->push(ChannelCommands::Load(Require(), row, operation));
+    });
+}
+
+void ScriptDocument::deleteSavedSelection(const QString& name)
+{
+    Call([&] {
+        const int row = RequireSavedSelection(name);
+        RequireHistory()->push(ChannelCommands::Delete(Require(), row));
     });
 }
 

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+class LexoUndoStack;
+
 /// One open document, as a script holds it. Once the document is closed, everything but `isOpen` fails.
 class ScriptDocument : public ScriptObject
 {
@@ -31,6 +33,8 @@ class ScriptDocument : public ScriptObject
     Q_PROPERTY(QStringList paths READ GetPaths)
     /// Its color samples: a list of `{x, y, radius, color}`; the color is null outside the canvas.
     Q_PROPERTY(QJSValue samples READ GetSamples)
+    /// The names of the selections that it keeps, the oldest first.
+    Q_PROPERTY(QStringList savedSelections READ GetSavedSelections)
 
 public:
     ScriptDocument(ScriptContext& context, LXDocumentInterface* document);
@@ -52,6 +56,7 @@ public:
     QJSValue GetGuides() const;
     QStringList GetPaths() const;
     QJSValue GetSamples() const;
+    QStringList GetSavedSelections() const;
 
     /// Brings its window to the front.
     Q_INVOKABLE void activate();
@@ -62,12 +67,21 @@ public:
     Q_INVOKABLE void exportAs(const QString& path);
     /// Selects the inside of a rectangle, or nothing; one step of the history.
     Q_INVOKABLE void select(const QJSValue& rect);
+    /// Keeps the selection under a name, in place of an older one of that name; one step.
+    Q_INVOKABLE void saveSelection(const QString& name);
+    /// Brings a kept selection back; one step. The mode is "replace" unless told, "add", "subtract" or
+    /// "intersect".
+    Q_INVOKABLE void loadSelection(const QString& name, const QString& mode = QString());
+    /// One step.
+    Q_INVOKABLE void deleteSavedSelection(const QString& name);
     /// As the menu does, with its question. False when somebody refused.
     Q_INVOKABLE bool close();
 
 private:
     LXDocumentInterface* Require() const;
     LXDocumentInterface* RequireFree() const;
+    int RequireSavedSelection(const QString& name) const;
+    LexoUndoStack* RequireHistory() const;
 
     QPointer<LXDocumentInterface> m_pDocument;
 };

@@ -1,9 +1,11 @@
 #include "support/DocumentFixture.h"
 
 #include "document/LXColorSampleModel.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 
 using namespace DocumentFixture;
 
@@ -79,6 +81,11 @@ OwnedDocument DocumentFixture::Make(const QSize& size)
     OwnedDocument document(LXDocumentFactory::Instance()->Create(LXDocumentInterface::Argb32));
     document->SetDocumentSize(size);
     return document;
+}
+
+SelectionChannels* DocumentFixture::ChannelsOf(const LXDocumentInterface* document)
+{
+    return LXDocumentInterfacePrivate::Get(document)->channels;
 }
 
 int DocumentFixture::Pick(Random& random, int lowest, int highest)
@@ -199,6 +206,11 @@ QStringList DocumentFixture::Describe(LXDocumentInterface* document)
                      .arg(Text(document->GetSelectionGeometry()))
                      .arg(Checksum(document->GetSelectionMask()), 0, 16)
                      .arg(Text(document->GetSelectionBoundingRect()));
+    }
+    for (const SelectionChannel& channel : ChannelsOf(document)->All()) {
+        lines << QString("channel %1 %2 %3")
+                     .arg(channel.name, Text(channel.coverage.Rect()))
+                     .arg(Checksum(channel.coverage.image), 0, 16);
     }
     return lines + DescribePaths(document->GetPathListModel()) + DescribeSamples(document->GetColorSamples());
 }

@@ -9,6 +9,8 @@
 #include <memory>
 #include <random>
 
+class SelectionChannels;
+
 /// Documents for tests of the editor's insides.
 namespace DocumentFixture {
 struct Release
@@ -21,6 +23,9 @@ using Random = std::mt19937;
 
 /// Without layers.
 OwnedDocument Make(const QSize& size);
+
+/// The selections that it keeps under names.
+SelectionChannels* ChannelsOf(const LXDocumentInterface* document);
 
 int Pick(Random& random, int lowest, int highest);
 /// A rectangle that may reach `beyond` pixels outside `around` on each side, never empty.
@@ -36,8 +41,8 @@ LXImage32 Filled(const QSize& size, quint32 argb);
 quint64 Checksum(const LXImage32& image);
 bool AreEqual(const LXImage32& a, const LXImage32& b);
 
-/// Everything that undo must bring back, a line for each layer, each mask and the selection; without the
-/// merged picture.
+/// Everything that undo must bring back, a line for each layer, each mask, the selection and
+/// those that are kept; without the merged picture.
 QStringList Describe(LXDocumentInterface* document);
 
 /// Describe(), the resolution, the paths, color samples and guides, and the merged picture.

@@ -1,5 +1,6 @@
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentLayerLockerForRead.h"
+#include "document/SelectionChannels.h"
 #include "image/LXTileManager.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
@@ -24,6 +25,7 @@ OwnedDocument MakeRich()
     document->GetModel()->SetOpacity(0, 0.5);
     document->GetModel()->SetLockFlags(1, 5);
     document->SetSelectionMask(MaskNoise(random, QSize(60, 60)), QPoint(-4, 8));
+    ChannelsOf(document.get())->Set({{"kept", {MaskNoise(random, QSize(30, 20)), QPoint(100, 9)}}});
     document->SetDocumentName("Rich");
     document->SetDPI(300);
     document->SetICCProfile(ZKCMSProfile(QByteArray("icc")));

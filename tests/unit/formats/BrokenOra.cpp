@@ -248,6 +248,10 @@ void AddWrongLayers(QVector<File>& files)
     add("guide of no direction", "</stack><zk:guide orientation=\"across\" position=\"1\"/><stack>");
     add("guide at no place", "</stack><zk:guide orientation=\"vertical\" position=\"inf\"/><stack>");
     add("selection of a missing part", "</stack><zk:selection src=\"gone\"/><stack>");
+    add("kept selection of a missing part", "</stack><zk:channel name=\"a\" src=\"gone\"/><stack>");
+    add("kept selection without a part", "</stack><zk:channel name=\"a\"/><stack>");
+    add("kept selection beyond everything",
+        "</stack><zk:channel name=\"a\" src=\"data/mask0.png\" x=\"1e12\"/><stack>");
     add("profile of a missing part", "</stack><zk:profile src=\"gone\"/><stack>");
     add("profile without a part", "</stack><zk:profile/><stack>");
 }

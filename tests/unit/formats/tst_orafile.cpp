@@ -1,5 +1,6 @@
 #include "document/LXColorSampleModel.h"
 #include "document/LayerLocks.h"
+#include "document/SelectionChannels.h"
 #include "formats/OraFile.h"
 #include "support/DocumentFixture.h"
 #include "support/FileBytes.h"
@@ -13,6 +14,7 @@
 #include <QTest>
 #include <QXmlStreamReader>
 
+using DocumentFixture::ChannelsOf;
 using DocumentFixture::OwnedDocument;
 
 /// The editor's own file: everything comes back, and others can read it.
@@ -111,6 +113,10 @@ OwnedDocument FullDocument()
     model->SetLockFlags(1, LayerLocks::Pixels);
     model->SetLockFlags(2, LayerLocks::All);
     document->SetSelectionMask(DocumentFixture::MaskNoise(random, QSize(120, 70)), QPoint(-30, 60));
+    ChannelsOf(document.get())
+        ->Set({{QString::fromUtf8("Himmel \"<&>\" 🏔"),
+                {DocumentFixture::MaskNoise(random, QSize(50, 60)), QPoint(-7, 180)}},
+               {"cropped away", {}}});
     AddPathsAndSamples(document.get());
     return document;
 }
@@ -273,6 +279,14 @@ void TestOraFile::anotherReaderFindsTheSame()
     QCOMPARE(selection[0].Offset(), QPoint(-30, 60));
     QCOMPARE(PixelChecks::FirstDifference(AsMask(ImageOf(entries, selection[0].Value("src"))),
                                           PixelChecks::ToQImage(document->GetSelectionMask())),
+             QString());
+    const auto channels = Named(elements, "zk:channel");
+    QCOMPARE(channels.size(), 2);
+    QCOMPARE(channels[0].Value("name"), QString::fromUtf8("Himmel \"<&>\" 🏔"));
+    QCOMPARE(channels[0].Offset(), QPoint(-7, 180));
+    QCOMPARE(PixelChecks::FirstDifference(
+                 AsMask(ImageOf(entries, channels[0].Value("src"))),
+                 PixelChecks::ToQImage(ChannelsOf(document.get())->All().first().coverage.image)),
              QString());
     const auto samples = Named(elements, "zk:sample");
     QCOMPARE(samples.size(), 2);

@@ -2,6 +2,7 @@
 
 #include "document/LXColorSampleModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 #include "support/DocumentFixture.h"
 
 /// A document of 100 x 80 with something of everything that a canvas carries.
@@ -19,6 +20,9 @@ inline DocumentFixture::OwnedDocument MakeCanvasDocument()
     document->GetPathListModel()->InsertPath(
         0, "path", {{{LXPathElement(QPointF(10, 20)), LXPathElement(QPointF(30.5, 40))}, 1}});
     document->GetColorSamples()->InsertSample(0, QPoint(12, 34));
+    ChannelsOf(document.get())
+        ->Set({{"kept", {Filled(QSize(10, 20), 0xFF000000), QPoint(50, 10)}},
+               {"soft", {MaskNoise(random, QSize(20, 20)), QPoint(-10, 60)}}});
     document->SetGuides({{Qt::Horizontal, 20}, {Qt::Vertical, 90}});
     return document;
 }

@@ -25,7 +25,7 @@ using namespace DocumentFixture;
 
 void CommandWalker::Step()
 {
-    switch (Pick(0, 17)) {
+    switch (Pick(0, 18)) {
     case 0:
     case 1: return PaintLayer();
     case 2: return PaintMask();
@@ -43,6 +43,7 @@ void CommandWalker::Step()
     case 14:
     case 15: return ChangePath();
     case 16: return ChangeGuides();
+    case 17: return ChangeChannels();
     default: return ChangeSample();
     }
 }

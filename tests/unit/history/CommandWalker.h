@@ -61,6 +61,7 @@ private:
     void ChangeSubPath(int row);
     void ChangeSample();
     void ChangeGuides();
+    void ChangeChannels();
 
     LXDocumentInterface* m_pDocument;
     LexoUndoStack* m_pStack;

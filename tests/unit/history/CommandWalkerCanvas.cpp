@@ -4,8 +4,10 @@
 
 #include "document/LXColorSampleModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/SelectionChannels.h"
 #include "history/ChangeCommandHelper.h"
 #include "history/ChangeSubpathCommandData.h"
+#include "history/ChannelCommands.h"
 #include "history/ColorSamplesCommand.h"
 #include "history/ColorSamplesCommandDataAdd.h"
 #include "history/ColorSamplesCommandDataClear.h"
@@ -264,4 +266,18 @@ void CommandWalker::ChangeGuides()
         return m_pStack->push(GuideCommands::Add(m_pDocument, {orientation, position}));
     }
     m_pStack->push(GuideCommands::Move(m_pDocument, Pick(0, count - 1), position));
+}
+
+void CommandWalker::ChangeChannels()
+{
+    const int count = ChannelsOf(m_pDocument)->All().size();
+    const int choice = count == 0 ? 0 : Pick(0, 3);
+    // One that a crop left empty deselects like any other.
+    const auto op = static_cast<SelectionCommandData::LogicalOp>(Pick(0, 3));
+    if (choice == 1) return m_pStack->push(ChannelCommands::Delete(m_pDocument, Pick(0, count - 1)));
+    if (choice == 2) return m_pStack->push(ChannelCommands::Load(m_pDocument, Pick(0, count - 1), op));
+    if (!m_pDocument->HasSelection()) return SelectMask();
+    // What moves is put down before it is read.
+    m_pStack->commit();
+    m_pStack->push(ChannelCommands::Save(m_pDocument, QString::number(Pick(1, 3))));
 }

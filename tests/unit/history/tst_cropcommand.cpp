@@ -96,6 +96,7 @@ void TestCropCommand::hidingMovesEverythingAndKeepsWhatIsCutOff()
     QCOMPARE(document->GetMaskGeometry(1), QRect(65, -30, 30, 20));
     QVERIFY(AreEqual(*document->GetMaskImage(1), mask));
     QCOMPARE(document->GetSelectionGeometry(), QRect(10, 10, 20, 10));
+    QCOMPARE(ChannelsOf(document.get())->All().first().coverage.Rect(), QRect(30, -20, 10, 20));
     const LXPath path = document->GetPathListModel()->GetPath(0).first().first;
     QCOMPARE(path[0].GetCenterPoint(), QPointF(-10, -10));
     QCOMPARE(path[1].GetCenterPoint(), QPointF(10.5, 10));
@@ -129,6 +130,7 @@ void TestCropCommand::deletingCutsEverythingAtTheCanvas()
     QCOMPARE(document->GetMaskGeometry(1), QRect(65, 0, 5, 15));
     QVERIFY(AreEqual(*document->GetMaskImage(1), mask.Copy(QRect(0, 5, 5, 15))));
     QCOMPARE(document->GetSelectionGeometry(), QRect(0, 5, 50, 40));
+    QCOMPARE(ChannelsOf(document.get())->All().first().coverage.Rect(), QRect(30, 5, 10, 20));
     // The guide at 90 lies on the new right edge.
     QCOMPARE(document->GetGuides(), LXGuides({{Qt::Horizontal, 15}, {Qt::Vertical, 70}}));
 
@@ -147,6 +149,8 @@ void TestCropCommand::whatLiesOutsideLeavesAnEmptyLayer()
     QVERIFY(document->GetLayerImage(1)->IsNull());
     QVERIFY(document->GetMaskImage(1)->IsNull());
     QVERIFY(!document->HasSelection());
+    QVERIFY(ChannelsOf(document.get())->All().first().coverage.image.IsNull());
+    QCOMPARE(ChannelsOf(document.get())->Names(), QStringList({"kept", "soft"}));
     QCOMPARE(document->GetModel()->data(document->GetModel()->index(0), Qt::DecorationRole).isValid(), true);
     // Such a layer can be cropped again, with or without color.
     QVERIFY(Extend(document.get(), QTransform::fromTranslate(4, 4), QSize(40, 40), Qt::red, nullptr));
@@ -166,6 +170,7 @@ void TestCropCommand::aQuarterTurnCarriesEverything()
     QCOMPARE(document->GetMaskGeometry(1), QRect(60, 85, 20, 30));
     QCOMPARE(document->GetMaskImage(1)->GetColor(17, 3).value, maskValue);
     QCOMPARE(document->GetSelectionGeometry(), QRect(30, 30, 10, 20));
+    QCOMPARE(ChannelsOf(document.get())->All().first().coverage.Rect(), QRect(50, 50, 20, 10));
     QCOMPARE(document->GetPathListModel()->GetPath(0).first().first[0].GetCenterPoint(), QPointF(60, 10));
     QCOMPARE(document->GetColorSamples()->GetPoint(0), QPoint(45, 12));
     QCOMPARE(document->GetGuides(), LXGuides({{Qt::Vertical, 60}, {Qt::Horizontal, 90}}));

@@ -84,6 +84,9 @@ void TestImageSizeCommand::everythingIsScaled()
     QCOMPARE(document->GetMaskGeometry(2), QRect(0, 0, 200, 40));
     QCOMPARE(document->GetSelectionGeometry(), QRect(60, 20, 40, 5));
     QVERIFY(AreEqual(document->GetSelectionMask(), Filled(QSize(40, 5), 0xFF000000)));
+    const SelectionChannel kept = ChannelsOf(document.get())->All().first();
+    QCOMPARE(kept.coverage.Rect(), QRect(100, 5, 20, 10));
+    QVERIFY(AreEqual(kept.coverage.image, Filled(QSize(20, 10), 0xFF000000)));
     const LXPath path = document->GetPathListModel()->GetPath(0).first().first;
     QCOMPARE(path[0].GetCenterPoint(), QPointF(20, 10));
     QCOMPARE(path[1].GetCenterPoint(), QPointF(61, 20));

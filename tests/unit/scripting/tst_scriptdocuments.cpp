@@ -27,6 +27,7 @@ private slots:
     void activateBringsADocumentToTheFront();
     void aClosedDocumentSaysSo();
     void aRectangleIsSelectedByAStep();
+    void selectionsAreSavedLoadedAndDeletedBySteps();
     void guidesAreTold();
     void colorSamplesAndPathsAreTold();
     void stateAndResolutionAreThoseOfTheDocument();
@@ -218,6 +219,41 @@ void TestScriptDocuments::aRectangleIsSelectedByAStep()
         history.undo()
         expect.equal(pixels.selection.bounds, { x: 2, y: 1, width: 3, height: 5 })
         expect.throws(function() { picture.select("all") }, "A rectangle is")
+    )");
+}
+
+void TestScriptDocuments::selectionsAreSavedLoadedAndDeletedBySteps()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Check(R"(
+        const picture = documents.active
+        expect.throws(function() { picture.saveSelection("left") }, "Nothing is selected.")
+        picture.select({ x: 0, y: 0, width: 3, height: 6 })
+        picture.saveSelection("left")
+        expect.throws(function() { picture.saveSelection("") }, "needs a name")
+        picture.select({ x: 2, y: 0, width: 3, height: 6 })
+        picture.saveSelection("middle")
+        expect.equal(picture.savedSelections, ["left", "middle"])
+        const bounds = {}
+        for (const mode of ["replace", "add", "subtract", "intersect"]) {
+            picture.loadSelection("left", mode)
+            bounds[mode] = pixels.selection.bounds
+            history.undo()
+        }
+        expect.equal(bounds, { replace: { x: 0, y: 0, width: 3, height: 6 },
+                               add: { x: 0, y: 0, width: 5, height: 6 },
+                               subtract: { x: 3, y: 0, width: 2, height: 6 },
+                               intersect: { x: 2, y: 0, width: 1, height: 6 } })
+        picture.loadSelection("left")
+        expect.equal(pixels.selection.bounds, { x: 0, y: 0, width: 3, height: 6 })
+        picture.deleteSavedSelection("left")
+        expect.equal(picture.savedSelections, ["middle"])
+        expect.equal(history.texts.slice(-2), ["Load selection", "Delete saved selection"])
+        history.undo()
+        expect.equal(picture.savedSelections, ["left", "middle"])
+        expect.throws(function() { picture.loadSelection("right") }, "No selection \"right\" is saved.")
+        expect.throws(function() { picture.deleteSavedSelection("right") }, "No selection \"right\" is saved.")
+        expect.throws(function() { picture.loadSelection("left", "blend") }, "A mode is")
     )");
 }
 

@@ -1,0 +1,129 @@
+#include "app/ChannelMenu.h"
+
+#include "app/LoadSelectionDialog.h"
+#include "app/MainWindow.h"
+#include "app/MenuAction.h"
+#include "app/SaveSelectionDialog.h"
+#include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentModel.h"
+#include "document/SelectionChannels.h"
+#include "gui/ZKDocumentView.h"
+#include "guicore/LXMessageBox.h"
+#include "history/ChannelCommands.h"
+#include "history/LexoCommand.h"
+#include "history/LexoUndoStack.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <new>
+
+ChannelMenu::ChannelMenu(MainWindow* window)
+    : QObject(window), m_pWindow(window), m_pDelete(std::make_unique<QMenu>(tr("&Delete Saved Selection")))
+{
+    const auto add = [this](int position, const QString& text, const QString& hint, const char* name) {
+        QAction* action = AddMenuAction(this, {ZKMenuManager::Selection, position, text, hint, {}});
+        action->setObjectName(QLatin1String(name));
+        return action;
+    };
+    AddMenuSeparator(this, ZKMenuManager::Selection, 21);
+    m_pSave = add(22, tr("&Save Selection…"), tr("Keeps the selection in the picture, under a name"),
+                  "saveSelectionAction");
+    m_pLoad = add(23, tr("&Load Selection…"), tr("Selects again what was kept under a name"),
+                  "loadSelectionAction");
+    ZKMenuManager::CreateMenu(ZKMenuManager::Selection, 24, m_pDelete.get());
+
+    connect(m_pSave, &QAction::triggered, this, &ChannelMenu::Save);
+    connect(m_pLoad, &QAction::triggered, this, &ChannelMenu::Load);
+    connect(window, &MainWindow::ActiveViewChanged, this, &ChannelMenu::Follow);
+    UpdateActions();
+}
+
+ChannelMenu::~ChannelMenu() = default;
+
+void ChannelMenu::Follow(ZKDocumentView* view)
+{
+    if (m_pDocument) {
+        m_pDocument->disconnect(this);
+        GetChannels()->disconnect(this);
+    }
+    m_pHistory = view ? view->GetHistory() : nullptr;
+    m_pDocument = view ? view->GetModel()->GetDocument() : nullptr;
+    if (m_pDocument) {
+        connect(m_pDocument, &LXDocumentInterface::SelectionChanged, this, &ChannelMenu::UpdateActions);
+        connect(m_pDocument, &LXDocumentInterface::Locked, this, &ChannelMenu::UpdateActions);
+        connect(m_pDocument, &LXDocumentInterface::Unlocked, this, &ChannelMenu::UpdateActions);
+        connect(GetChannels(), &SelectionChannels::Changed, this, &ChannelMenu::ListChannels);
+    }
+    ListChannels();
+}
+
+SelectionChannels* ChannelMenu::GetChannels() const
+{
+    return LXDocumentInterfacePrivate::Get(m_pDocument)->channels;
+}
+
+bool ChannelMenu::Begin()
+{
+    if (!m_pDocument || !m_pHistory || m_pDocument->GetLockState()) return false;
+    m_pHistory->commit();
+    return true;
+}
+
+void ChannelMenu::Push(LexoCommand* command)
+{
+    if (command) m_pHistory->push(command);
+}
+
+void ChannelMenu::Save()
+{
+    if (!Begin() || !m_pDocument->HasSelection()) return;
+
+    SaveSelectionDialog dialog(GetChannels()->Names(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !Begin()) return;
+    Push(ChannelCommands::Save(m_pDocument, dialog.GetName()));
+}
+
+void ChannelMenu::Load()
+{
+    if (!Begin() || GetChannels()->All().isEmpty()) return;
+
+    LoadSelectionDialog dialog(GetChannels()->Names(), m_pDocument->HasSelection(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !Begin()) return;
+    try {
+        Push(ChannelCommands::Load(m_pDocument, dialog.GetRow(), dialog.GetOperation()));
+    } catch (const std::bad_alloc&) {
+        LXMessageBox::Warning(m_pWindow, tr("Load selection"),
+                              tr("There is not enough memory to combine the selections."), LXMessageBox::Ok);
+    }
+}
+
+void ChannelMenu::Delete(int row)
+{
+    if (Begin()) Push(ChannelCommands::Delete(m_pDocument, row));
+}
+
+void ChannelMenu::ListChannels()
+{
+    m_pDelete->clear();
+    const QStringList names = m_pDocument ? GetChannels()->Names() : QStringList();
+    for (int row = 0; row < names.size(); ++row) {
+        // A name's own ampersand isn't a mnemonic.
+        QString text = names[row];
+        QAction* action = m_pDelete->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+        connect(
+            action, &QAction::triggered, this, [this, row] { Delete(row); }, Qt::QueuedConnection);
+    }
+    UpdateActions();
+}
+
+void ChannelMenu::UpdateActions()
+{
+    const bool isFree = m_pDocument && m_pHistory && !m_pDocument->GetLockState();
+    const bool hasChannels = !m_pDelete->isEmpty();
+    m_pSave->setEnabled(isFree && m_pDocument->HasSelection());
+    m_pLoad->setEnabled(isFree && hasChannels);
+    m_pDelete->menuAction()->setEnabled(isFree && hasChannels);
+    for (QAction* action : m_pDelete->actions())
+        action->setEnabled(isFree);
+}
