@@ -43,28 +43,90 @@ QRect BoundsInTile(const LXRGBA32i* pixels, const QRect& part, int value)
     }
     return bounds;
 }
+
+/// Looks at tiles from all sides of an image inward, and at none that can tell nothing new.
+class BoundsSearch
+{
+public:
+    BoundsSearch(const LXImage32& image, int value) : m_Image(image), m_Value(value) {}
+
+    QRect Run()
+    {
+        const int lastRow = static_cast<int>(m_Image.m_TilesY) - 1;
+        const int lastColumn = static_cast<int>(m_Image.m_TilesX) - 1;
+        int top = 0;
+        while (top <= lastRow && !LookAt({0, top, lastColumn + 1, 1})) {
+            ++top;
+        }
+        int bottom = lastRow;
+        while (bottom > top && !LookAt({0, bottom, lastColumn + 1, 1})) {
+            --bottom;
+        }
+        // Between the two rows only what reaches further to the sides is missing.
+        for (int column = 0; column * TileSide < m_Bounds.left(); ++column) {
+            if (LookAt({column, top + 1, 1, bottom - top - 1})) break;
+        }
+        for (int column = lastColumn; column >= 0 && RightOf(column) > m_Bounds.right(); --column) {
+            if (LookAt({column, top + 1, 1, bottom - top - 1})) break;
+        }
+        return m_Bounds;
+    }
+
+    /// Whether there is any such pixel; the search ends at the first tile that has one.
+    bool FindsAny()
+    {
+        for (int row = 0; row < static_cast<int>(m_Image.m_TilesY); ++row) {
+            for (int column = 0; column < static_cast<int>(m_Image.m_TilesX); ++column) {
+                if (LookAt({column, row, 1, 1})) return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    int RightOf(int column) const { return TileRect(column, 0).right(); }
+
+    /// @param tiles  columns and rows
+    /// @return whether one of them has such a pixel
+    bool LookAt(const QRect& tiles)
+    {
+        bool hasFound = false;
+        for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+            for (int column = tiles.left(); column <= tiles.right(); ++column) {
+                hasFound = LookAtTile(column, row) || hasFound;
+            }
+        }
+        return hasFound;
+    }
+
+    bool LookAtTile(int column, int row)
+    {
+        const LXTile* tile = m_Image.TileAt(column, row).data();
+        if (tile == m_pEmpty) return false;
+        const QRect whole = TileRect(column, row);
+        const QRect part = whole & m_Image.Rect();
+        const QRect found =
+            BoundsInTile(m_Image.ReadTile(column, row).Pixels(), part.translated(-whole.topLeft()), m_Value);
+        if (!found.isEmpty()) m_Bounds |= found.translated(whole.topLeft());
+        if (found.isEmpty() && part == whole) m_pEmpty = tile;
+        return !found.isEmpty();
+    }
+
+    const LXImage32& m_Image;
+    int m_Value;
+    QRect m_Bounds;
+    const LXTile* m_pEmpty = nullptr; ///< was found without such a pixel
+};
 } // namespace
 
 QRect AlphaScan::BoundsAbove(const LXImage32& image, int value)
 {
-    if (image.IsNull()) return QRect();
-
-    QRect bounds;
-    const LXTile* empty = nullptr;
-    ForEachTile(image.Rect(), [&](int column, int row, const QRect& part) {
-        const LXTile* tile = image.TileAt(column, row).data();
-        if (tile == empty) return true;
-        const QRect found = BoundsInTile(image.ReadTile(column, row).Pixels(), part, value);
-        if (found.isEmpty() && part.width() == TileSide && part.height() == TileSide) empty = tile;
-        if (!found.isEmpty()) bounds |= found.translated(column * TileSide, row * TileSide);
-        return true;
-    });
-    return bounds;
+    return BoundsSearch(image, value).Run();
 }
 
 bool AlphaScan::HasAbove(const LXImage32& image, int value)
 {
-    return !BoundsAbove(image, value).isEmpty();
+    return BoundsSearch(image, value).FindsAny();
 }
 
 bool AlphaScan::IsOpaque(const LXImage32& image, const QRect& rect)

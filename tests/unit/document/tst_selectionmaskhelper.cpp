@@ -61,6 +61,7 @@ private slots:
     void theMergedPictureCanBeLiftedButNotCut();
     void aCallerMayHoldTheReader();
     void boundsAreThoseOfPixelsWithAlpha();
+    void boundsOfScatteredPixelsAreThoseOfATwin();
     void borderOfTransparency();
     void borderOfAColor();
 };
@@ -284,6 +285,21 @@ void TestSelectionMaskHelper::boundsAreThoseOfPixelsWithAlpha()
     image.SetColor(7, 150, LXRGBA32i(0x01000000));
     image.SetColor(290, 9, LXRGBA32i(0x01000000));
     QCOMPARE(LXSelectionMaskHelper::GetSelectionBoundRect(image), QRect(QPoint(7, 9), QPoint(290, 150)));
+}
+
+void TestSelectionMaskHelper::boundsOfScatteredPixelsAreThoseOfATwin()
+{
+    Random random(23);
+    for (int round = 0; round < 200; ++round) {
+        LXImage32 image(Pick(random, 1, 700), Pick(random, 1, 600));
+        QRect twin;
+        for (int pixels = Pick(random, 0, 6); pixels > 0; --pixels) {
+            const QPoint place(Pick(random, 0, image.Width() - 1), Pick(random, 0, image.Height() - 1));
+            image.SetColor(place.x(), place.y(), LXRGBA32i(0x01000000));
+            twin |= QRect(place, QSize(1, 1));
+        }
+        QCOMPARE(LXSelectionMaskHelper::GetSelectionBoundRect(image), twin);
+    }
 }
 
 void TestSelectionMaskHelper::borderOfTransparency()
