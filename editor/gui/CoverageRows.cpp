@@ -3,18 +3,24 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 constexpr int MaskTileSize = 128;
-}
+constexpr int TilePixels = MaskTileSize * MaskTileSize;
+} // namespace
 
 CoverageRows::CoverageRows(const LXImage32& mask, const QPoint& offset, const CanvasPlace& place,
                            int firstColumn, int columns)
-    : m_Mask(mask), m_Offset(offset), m_Place(place), m_MaskColumns(std::size_t(columns))
+    : m_Mask(mask), m_Offset(offset), m_Place(place), m_Columns(std::size_t(columns))
 {
     for (int i = 0; i < columns; ++i) {
         const int x = ToDocument(firstColumn + i, place.origin.x()) - offset.x();
-        m_MaskColumns[std::size_t(i)] = x >= 0 && x < mask.Width() ? x : Outside;
+        if (x < 0 || x >= mask.Width()) continue;
+        const int tile = x / MaskTileSize;
+        if (m_Spans.empty() || m_Spans.back().tile != tile) m_Spans.push_back({tile, std::size_t(i), 0});
+        ++m_Spans.back().count;
+        m_InTile.push_back(x % MaskTileSize);
     }
 }
 
@@ -35,30 +41,47 @@ int CoverageRows::ToDocument(int viewPos, int origin) const
 
 void CoverageRows::ReadMaskRow(int y)
 {
-    m_Read.assign(m_MaskColumns.size(), 0);
+    m_Read.assign(m_Columns, 0);
     if (y < 0 || y >= m_Mask.Height()) return;
 
     PinTiles(y / MaskTileSize);
-    for (std::size_t i = 0; i < m_MaskColumns.size(); ++i) {
-        const int x = m_MaskColumns[i];
-        if (x == Outside) continue;
-        const LXRGBA32i* const tile = m_Tiles[std::size_t(x / MaskTileSize - m_FirstTile)].Pixels();
-        m_Read[i] = quint8(tile[y % MaskTileSize * MaskTileSize + x % MaskTileSize].Alpha());
+    const int* inTile = m_InTile.data();
+    for (std::size_t i = 0; i < m_Spans.size(); ++i) {
+        const Span& span = m_Spans[i];
+        quint8* const target = m_Read.data() + span.first;
+        if (m_Sources[i].solid != None) {
+            std::fill_n(target, span.count, quint8(m_Sources[i].solid));
+        } else {
+            const LXRGBA32i* const row = m_Sources[i].tile.Pixels() + y % MaskTileSize * MaskTileSize;
+            std::transform(inTile, inTile + span.count, target,
+                           [row](int x) { return quint8(row[x].Alpha()); });
+        }
+        inTile += span.count;
     }
 }
 
-/// Columns rise, so that what is inside the mask lies between the first and the last of them.
 void CoverageRows::PinTiles(int tileRow)
 {
     if (tileRow == m_TileRow) return;
     m_TileRow = tileRow;
-    m_Tiles.clear();
-    const auto isInside = [](int x) { return x != Outside; };
-    const auto first = std::find_if(m_MaskColumns.begin(), m_MaskColumns.end(), isInside);
-    if (first == m_MaskColumns.end()) return;
-    const auto last = std::find_if(m_MaskColumns.rbegin(), m_MaskColumns.rend(), isInside);
-    m_FirstTile = *first / MaskTileSize;
-    for (int column = m_FirstTile; column <= *last / MaskTileSize; ++column) {
-        m_Tiles.push_back(m_Mask.ReadTile(column, tileRow));
+    m_Sources.clear();
+    for (const Span& span : m_Spans) {
+        LXTileReader<LXRGBA32i> tile = m_Mask.ReadTile(span.tile, tileRow);
+        const int solid = SolidCoverage(m_Mask.TileAt(span.tile, tileRow).data(), tile.Pixels());
+        m_Sources.push_back({std::move(tile), solid});
     }
+}
+
+int CoverageRows::SolidCoverage(const LXTile* tile, const LXRGBA32i* pixels)
+{
+    // One that the mask holds once isn't worth a look at pixels that nobody may ask for.
+    if (!tile->IsShared()) return None;
+    const auto [place, isNew] = m_Solid.emplace(tile, None);
+    if (isNew) {
+        const int first = pixels->Alpha();
+        const bool isSolid = std::all_of(pixels, pixels + TilePixels,
+                                         [first](LXRGBA32i pixel) { return pixel.Alpha() == first; });
+        if (isSolid) place->second = first;
+    }
+    return place->second;
 }

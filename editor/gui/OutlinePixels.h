@@ -19,3 +19,7 @@ struct OutlinePixels
 /// The caller holds the selection's locker.
 OutlinePixels DrawOutline(const LXImage32& mask, const QPoint& offset, const CanvasPlace& place,
                           const QRect& part, int phase);
+
+/// The cells of the same outline, without a drawing.
+QRegion OutlineCells(const LXImage32& mask, const QPoint& offset, const CanvasPlace& place,
+                     const QRect& part);

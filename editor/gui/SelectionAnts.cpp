@@ -33,11 +33,9 @@ void SelectionAnts::Paint(QPainter& painter, const QRect& exposed, const CanvasP
 
 void SelectionAnts::Update(const CanvasPlace& place)
 {
+    // What lies inside both outlines looks as before.
+    m_pViewport->update(m_Marching + NewCells(place));
     const QRect selection = m_pDocument->GetSelectionGeometry();
-    for (const QRect& rect : {m_Shown, selection}) {
-        if (!rect.isEmpty()) m_pViewport->update(place.ToViewport(rect).adjusted(-1, -1, 1, 1));
-    }
-    m_Shown = selection;
 
     // Desktops that want less motion tell it as animations of no duration.
     const bool moves = m_pViewport->style()->styleHint(QStyle::SH_Widget_Animation_Duration) > 0;
@@ -46,6 +44,15 @@ void SelectionAnts::Update(const CanvasPlace& place)
     } else if (!m_Timer.isActive()) {
         m_Timer.start(StepMilliseconds, this);
     }
+}
+
+QRegion SelectionAnts::NewCells(const CanvasPlace& place) const
+{
+    const LXDocumentSelectionLockerForRead locker(m_pDocument);
+    const QRect selection = m_pDocument->GetSelectionGeometry();
+    const QRect part = m_pViewport->rect() & place.ToViewport(selection).adjusted(-1, -1, 1, 1);
+    if (selection.isEmpty() || part.isEmpty()) return {};
+    return OutlineCells(m_pDocument->GetSelectionMask(), selection.topLeft(), place, part);
 }
 
 void SelectionAnts::timerEvent(QTimerEvent*)

@@ -35,10 +35,12 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    /// Where the outline runs now, in whole cells of the viewport.
+    QRegion NewCells(const CanvasPlace& place) const;
+
     const LXDocumentInterface* m_pDocument;
     QWidget* m_pViewport;
     QBasicTimer m_Timer;
-    QRect m_Shown;      ///< document pixels of the selection that is shown
-    QRegion m_Marching; ///< viewport pixels that hold the outline, in whole cells
+    QRegion m_Marching; ///< viewport pixels that hold the outline as it is painted, in whole cells
     int m_Phase = 0;
 };

@@ -28,6 +28,7 @@ private slots:
     void restingViewMakesNothing();
     void outlineOfTheSelectionIsShown();
     void outlineMarchesInItsPlaceOnly();
+    void anotherSelectionRepaintsNoMoreThanBothOutlines();
     void outlineGoesWithTheSelection();
 };
 
@@ -213,6 +214,26 @@ void TestViewPainting::outlineMarchesInItsPlaceOnly()
     const QRect selection(view->mapFromScene(QPointF(300, 200)), QSize(100, 80));
     QVERIFY(selection.adjusted(-32, -32, 32, 32).contains(marched.boundingRect()));
     QVERIFY(!marched.contains(selection.center()));
+}
+
+void TestViewPainting::anotherSelectionRepaintsNoMoreThanBothOutlines()
+{
+    const auto select = [](LXDocumentInterface& document, const QRect& rect) {
+        document.SetSelectionMask(GuiFixture::MakeImage(rect.size(), [](int, int) { return 0xff000000; }),
+                                  rect.topLeft());
+    };
+    const auto document = MakeDocument({640, 480});
+    const auto view = ShowView(document, {700, 600});
+    select(*document, QRect(300, 200, 200, 180));
+    QCoreApplication::processEvents();
+    PaintedRegion painted(view->viewport());
+    select(*document, QRect(20, 30, 150, 140));
+    QCoreApplication::processEvents();
+    for (const QPoint& middle : {QPoint(400, 290), QPoint(95, 100)})
+        QVERIFY(!painted.m_Region.contains(view->mapFromScene(middle)));
+    for (const QPoint& onOutline : {QPoint(300, 290), QPoint(400, 380), QPoint(500, 290), QPoint(20, 100),
+                                    QPoint(95, 30), QPoint(170, 100)})
+        QVERIFY(painted.m_Region.contains(view->mapFromScene(onOutline)));
 }
 
 void TestViewPainting::outlineGoesWithTheSelection()
