@@ -7,8 +7,6 @@
 
 #include <QPushButton>
 
-#include <new>
-
 namespace {
 constexpr int FirstRadius = 5;
 
@@ -48,14 +46,23 @@ ModifySelectionDialog::ModifySelectionDialog(LXDocumentInterface* document, Sele
       m_pUi(std::make_unique<Ui::ModifySelectionDialog>()),
       m_pDocument(document),
       m_Kind(kind),
-      m_Former(SelectionModify::Of(document))
+      m_Former(SelectionModify::Of(document)),
+      m_Preview(m_Former, QRect(QPoint(0, 0), document->GetDocumentSize()), kind)
 {
     m_pUi->setupUi(this);
     setWindowTitle(TitleOf(kind));
     m_pUi->m_pRadiusLbl->setText(LabelOf(kind));
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     OfferRadius();
+    // The window keeps its size when the bar comes and goes.
+    QSizePolicy policy = m_pUi->m_pBusyBar->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_pUi->m_pBusyBar->setSizePolicy(policy);
+    // Else Enter would be its own while OK is disabled.
+    m_pUi->m_pButtons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
 
+    connect(&m_Preview, &SelectionPreview::Ready, this, &ModifySelectionDialog::ShowMade);
+    connect(&m_Preview, &SelectionPreview::Failed, this, &ModifySelectionDialog::ShowFailure);
     connect(m_pUi->m_pRadiusSpn, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &ModifySelectionDialog::ShowChange);
     connect(m_pUi->m_pButtons, &QDialogButtonBox::accepted, this, &ModifySelectionDialog::Accept);
@@ -74,23 +81,33 @@ void ModifySelectionDialog::OfferRadius()
 
 void ModifySelectionDialog::ShowChange()
 {
-    if (!m_pDocument) return;
+    m_bIsPossible = true;
+    m_Preview.Request(m_pUi->m_pRadiusSpn->value());
+    UpdateControls();
+}
 
-    QString note;
-    bool isPossible = true;
-    try {
-        const QRect canvas(QPoint(0, 0), m_pDocument->GetDocumentSize());
-        const PlacedMask changed =
-            SelectionModify::Modified(m_Former, canvas, m_Kind, m_pUi->m_pRadiusSpn->value());
-        m_pDocument->SetSelectionMask(changed.mask, changed.offset);
-        if (changed.mask.IsNull()) note = tr("Nothing stays selected.");
-    } catch (const std::bad_alloc&) {
-        PutBack();
-        isPossible = false;
-        note = tr("There is not enough memory.");
-    }
-    m_pUi->m_pNoteLbl->setText(note);
-    m_pUi->m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(isPossible);
+void ModifySelectionDialog::ShowMade(const PlacedMask& made)
+{
+    if (m_pDocument) m_pDocument->SetSelectionMask(made.mask, made.offset);
+    m_pUi->m_pNoteLbl->setText(made.mask.IsNull() ? tr("Nothing stays selected.") : QString());
+    UpdateControls();
+    if (m_bAcceptsWhenReady) Accept();
+}
+
+void ModifySelectionDialog::ShowFailure()
+{
+    PutBack();
+    m_bIsPossible = false;
+    m_bAcceptsWhenReady = false;
+    m_pUi->m_pNoteLbl->setText(tr("There is not enough memory."));
+    UpdateControls();
+}
+
+void ModifySelectionDialog::UpdateControls()
+{
+    m_pUi->m_pBusyBar->setVisible(m_Preview.IsUnderWay());
+    m_pUi->m_pRadiusSpn->setEnabled(!m_bAcceptsWhenReady);
+    m_pUi->m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(m_bIsPossible && !m_bAcceptsWhenReady);
 }
 
 void ModifySelectionDialog::PutBack()
@@ -101,13 +118,19 @@ void ModifySelectionDialog::PutBack()
 void ModifySelectionDialog::Accept()
 {
     // Enter works without the button.
-    if (!m_pUi->m_pButtons->button(QDialogButtonBox::Ok)->isEnabled()) return;
+    if (!m_bIsPossible) return;
+    if (m_Preview.IsUnderWay()) {
+        m_bAcceptsWhenReady = true;
+        UpdateControls();
+        return;
+    }
     ZKApplication::SetUserValue(RadiusKey(m_Kind), m_pUi->m_pRadiusSpn->value());
     LXDialog::Accept();
 }
 
 void ModifySelectionDialog::Reject()
 {
+    m_Preview.Stop();
     PutBack();
     LXDialog::Reject();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SelectionPreview.h"
 #include "guicore/LXDialog.h"
 #include "history/SelectionModify.h"
 
@@ -13,7 +14,8 @@ class ModifySelectionDialog;
 class LXDocumentInterface;
 
 /// Asks by how much the selection is to change, and shows the answer on the picture: while the dialog is open
-/// the document has the changed selection, without a step. Rejected, it has the former one again. Main thread
+/// the document has the changed selection, without a step. A change that takes long is made in the
+/// background; accepting waits for it. Rejected, the document has the former selection again. Main thread
 /// only.
 class ModifySelectionDialog : public LXDialog
 {
@@ -37,10 +39,16 @@ public slots:
 private:
     void OfferRadius();
     void ShowChange();
+    void ShowMade(const PlacedMask& made);
+    void ShowFailure();
+    void UpdateControls();
     void PutBack();
 
     std::unique_ptr<Ui::ModifySelectionDialog> m_pUi;
     QPointer<LXDocumentInterface> m_pDocument;
     SelectionModify::Kind m_Kind;
     PlacedMask m_Former;
+    SelectionPreview m_Preview;
+    bool m_bIsPossible = true;
+    bool m_bAcceptsWhenReady = false; ///< accepted before the change was made
 };

@@ -7,6 +7,7 @@
 #include "support/TestRegistry.h"
 
 #include <QAction>
+#include <QProgressBar>
 #include <QSpinBox>
 #include <QTest>
 
@@ -16,6 +17,15 @@ void SelectSquare(const EditorFixture& editor)
     LXImage32 mask(10, 10);
     mask.Fill(LXRGBA32i(0xFF000000));
     editor.Document()->SetSelectionMask(mask, QPoint(20, 20));
+}
+
+/// So large that changing it takes a worker.
+QRect SelectLargeSquare(const EditorFixture& editor)
+{
+    LXImage32 mask(1000, 1000);
+    mask.Fill(LXRGBA32i(0xFF000000));
+    editor.Document()->SetSelectionMask(mask, QPoint(250, 250));
+    return QRect(250, 250, 1000, 1000);
 }
 
 /// Opens the dialog of an action, with what is done to it.
@@ -37,6 +47,9 @@ private slots:
     void theLastRadiusIsOfferedAgain();
     void theDocumentIsHeldWhileTheDialogIsOpen();
     void aBusyDocumentIsNotModified();
+    void aLargeChangeIsMadeInTheBackground();
+    void enterWaitsForALargeChange();
+    void escapeEndsALargeChange();
 };
 
 void TestModifySelection::theSelectionFollowsWhatIsTyped()
@@ -122,6 +135,54 @@ void TestModifySelection::aBusyDocumentIsNotModified()
     QVERIFY(!editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
     editor.Document()->Unlock();
     QVERIFY(editor.Window()->findChild<QAction*>("growSelectionAction")->isEnabled());
+}
+
+void TestModifySelection::aLargeChangeIsMadeInTheBackground()
+{
+    EditorFixture editor(1500, 1500);
+    const QRect square = SelectLargeSquare(editor);
+    QList<QRect> seen;
+    Modify(editor, "growSelectionAction", [&](QWidget* dialog) {
+        const auto* bar = dialog->findChild<QProgressBar*>();
+        editor.GetInput().Type("50");
+        QVERIFY(bar->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(!bar->isVisible(), 60000);
+        seen += editor.Document()->GetSelectionGeometry();
+        editor.GetInput().Key(Qt::Key_Return);
+    });
+    QCOMPARE(seen, QList<QRect>{square.adjusted(-50, -50, 50, 50)});
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Grow selection"});
+    editor.History()->undo();
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square);
+    editor.Settle();
+}
+
+void TestModifySelection::enterWaitsForALargeChange()
+{
+    EditorFixture editor(1500, 1500);
+    const QRect square = SelectLargeSquare(editor);
+    Modify(editor, "growSelectionAction", [&](QWidget* dialog) {
+        editor.GetInput().Type("50");
+        editor.GetInput().Key(Qt::Key_Return);
+        QVERIFY(dialog->isVisible());
+        QVERIFY(!dialog->findChild<QSpinBox*>()->isEnabled());
+    });
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square.adjusted(-50, -50, 50, 50));
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Grow selection"});
+    editor.Settle();
+}
+
+void TestModifySelection::escapeEndsALargeChange()
+{
+    EditorFixture editor(1500, 1500);
+    const QRect square = SelectLargeSquare(editor);
+    Modify(editor, "smoothSelectionAction", [&](QWidget*) {
+        editor.GetInput().Type("100");
+        editor.GetInput().Key(Qt::Key_Escape);
+    });
+    editor.Settle();
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square);
+    QCOMPARE(editor.HistoryTexts(), QStringList());
 }
 
 ZK_REGISTER_TEST(tst_modify_selection, TestModifySelection)
