@@ -171,6 +171,9 @@ struct KernelReplace
         const Pixels all = hn::Set(d, 255);
         const auto isWhole = hn::Eq(strength, all);
         if (hn::AllTrue(d, isWhole)) return source;
+        // Then the weights' common factor 255 falls out of the mean.
+        if (hn::AllTrue(d, hn::Eq(Alpha(hn::And(source, target)), all)))
+            return BlendOpaque<FormulaNormal>(target, source, strength);
         const Pixels sourceWeight = hn::Mul(Alpha(source), strength);
         const Pixels targetWeight = hn::Mul(Alpha(target), hn::Sub(all, strength));
         const Pixels total = hn::Add(sourceWeight, targetWeight);

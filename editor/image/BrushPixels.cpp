@@ -14,7 +14,7 @@ int Wrap(int position, int length)
 }
 } // namespace
 
-BrushPixels::BrushPixels(const QBrush& brush) : m_Brush(brush)
+BrushPixels::BrushPixels(const QBrush& brush) : m_Brush(brush), m_Gradient(GradientPixels::Of(brush))
 {
     if (brush.style() == Qt::TexturePattern && brush.transform().isIdentity()) {
         const QImage texture = brush.textureImage();
@@ -26,8 +26,13 @@ void BrushPixels::Read(const QRect& part, LXRGBA32i* pixels) const
 {
     if (!m_Texture.isNull()) {
         ReadTexture(part, pixels);
-    } else if (m_Brush.style() == Qt::SolidPattern) {
+    } else if (IsOneColor()) {
         std::fill_n(pixels, part.width() * part.height(), LXRGBA32i(m_Brush.color().rgba()));
+    } else if (m_Gradient) {
+        for (int y = part.top(); y <= part.bottom(); ++y) {
+            m_Gradient->Row(part.left(), y, part.width(), pixels);
+            pixels += part.width();
+        }
     } else {
         ReadPainted(part, pixels);
     }
@@ -38,14 +43,19 @@ void BrushPixels::ReadTexture(const QRect& part, LXRGBA32i* pixels) const
     for (int y = part.top(); y <= part.bottom(); ++y) {
         const auto* const row =
             reinterpret_cast<const QRgb*>(m_Texture.constScanLine(Wrap(y, m_Texture.height())));
-        for (int x = part.left(); x <= part.right(); ++x) {
-            *pixels++ = LXRGBA32i(row[Wrap(x, m_Texture.width())]);
+        int first = Wrap(part.left(), m_Texture.width());
+        for (int left = part.width(); left > 0;) {
+            const int count = std::min(left, m_Texture.width() - first);
+            pixels = std::transform(row + first, row + first + count, pixels,
+                                    [](QRgb color) { return LXRGBA32i(color); });
+            left -= count;
+            first = 0;
         }
     }
 }
 
-/// Gradients, hatches and turned textures. Qt paints them premultiplied, so with 16 bits a channel: then the
-/// color of an almost transparent pixel comes back right.
+/// Hatches, turned textures and gradients of rare kinds. Qt paints them premultiplied, so with 16 bits a
+/// channel: then the color of an almost transparent pixel comes back right.
 void BrushPixels::ReadPainted(const QRect& part, LXRGBA32i* pixels) const
 {
     QImage painted(part.size(), QImage::Format_RGBA64_Premultiplied);

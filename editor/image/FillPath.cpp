@@ -3,17 +3,23 @@
 #include "image/LXBlend.h"
 #include "image/LXImage.h"
 #include "image/PathCoverage.h"
+#include "image/StrengthKernels.h"
+#include "image/TileThreads.h"
 #include "image/TileWalk.h"
 
-#include <QImage>
+#include <QBrush>
 #include <QPainterPath>
 
 #include <algorithm>
+#include <array>
+#include <mutex>
 #include <vector>
 
 namespace {
 using TileWalk::TilePixels;
 using TileWalk::TileSide;
+
+using Span = TileCoverage::Span;
 
 /// The pixels that the path may touch. Cut as real numbers: the path's box need not fit into integers.
 QRect TouchedRect(const QPainterPath& path, const QRect& imageRect)
@@ -21,98 +27,149 @@ QRect TouchedRect(const QPainterPath& path, const QRect& imageRect)
     return (path.boundingRect() & QRectF(imageRect)).toAlignedRect() & imageRect;
 }
 
-class PathFiller
+/// What all threads share.
+class PathFill
 {
 public:
-    PathFiller(LXImage32& image, unsigned int mode, const QBrush& brush)
-        : m_Image(image),
-          m_Kernel(BlendKernels::For(mode, false)),
-          m_MixesByCoverage(mode == BlendMode::Source),
-          m_Brush(brush),
-          m_Source(TilePixels),
-          m_Strength(TilePixels),
-          m_NoMask(TileSide, 255)
+    PathFill(LXImage32& target, unsigned int mode, const QBrush& filling)
+        : image(target),
+          kernel(BlendKernels::For(mode, false)),
+          mixesByCoverage(mode == BlendMode::Source),
+          brush(filling),
+          replaces(mixesByCoverage || (mode == BlendMode::Normal && brush.IsOpaqueColor()))
     {}
 
-    /// Fills what `coverage` tells of the pixels of `band`.
-    void Run(const QImage& coverage, const QRect& band)
+    /// A tile full of the brush's one color.
+    LXTilePointer ColorTile()
     {
-        TileWalk::ForEachTile(band, [&](int column, int row, const QRect& part) {
-            if (IsTouched(coverage, part.translated(-band.topLeft()))) {
-                FillTile(column, row, part, coverage, band.topLeft());
-            }
-        });
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        if (!m_ColorTile) {
+            LXTilePointer tile(new LXTile);
+            brush.Read(QRect(0, 0, TileSide, TileSide), LXTileWriter<LXRGBA32i>(tile).Pixels());
+            m_ColorTile = tile;
+        }
+        return m_ColorTile;
+    }
+
+    LXImage32& image;
+    BlendKernel kernel;
+    bool mixesByCoverage;
+    BrushPixels brush;
+    bool replaces; ///< wholly covered pixels become the brush's
+
+private:
+    std::mutex m_Mutex; ///< of what follows
+    LXTilePointer m_ColorTile;
+};
+
+/// Fills one tile after the other; one thread.
+class TileFiller
+{
+public:
+    explicit TileFiller(PathFill& fill) : m_Fill(fill), m_Source(TilePixels)
+    {
+        m_NoMask.fill(255);
+        if (fill.brush.IsOneColor()) fill.brush.Read(QRect(0, 0, TileSide, TileSide), m_Source.data());
+    }
+
+    /// @param part  of the image; it begins where the tile does
+    void Run(int column, int row, const QRect& part, const TileCoverage& coverage)
+    {
+        const auto isOnly = [&](quint8 covered) {
+            return std::all_of(coverage.spans.begin(), coverage.spans.begin() + part.height(),
+                               [&](const Span& span) { return span.IsOnly(covered); });
+        };
+        if (isOnly(0)) return;
+        if (m_Fill.replaces && isOnly(255)) {
+            Replace(column, row, part);
+            return;
+        }
+        if (!m_Fill.brush.IsOneColor()) m_Fill.brush.Read(part, m_Source.data());
+        const auto tile = m_Fill.image.WriteTile(column, row);
+        for (int y = 0; y < part.height(); ++y) {
+            const Span& span = coverage.spans[static_cast<std::size_t>(y)];
+            const LXRGBA32i* const source = m_Source.data() + y * part.width();
+            LXRGBA32i* const target = tile.Pixels() + y * TileSide;
+            const int first = std::min(span.first, part.width());
+            const int end = std::min(span.end, part.width());
+            FillEvenly(span.before, source, target, first);
+            FillRow(coverage.Row(y) + first, source + first, target + first, end - first);
+            FillEvenly(span.after, source + end, target + end, part.width() - end);
+        }
     }
 
 private:
-    static bool IsTouched(const QImage& coverage, const QRect& part)
+    void Replace(int column, int row, const QRect& part)
     {
-        for (int y = part.top(); y <= part.bottom(); ++y) {
-            const uchar* const first = coverage.constScanLine(y) + part.left();
-            if (std::any_of(first, first + part.width(), [](uchar c) { return c != 0; })) return true;
+        if (m_Fill.brush.IsOneColor() && part.width() == TileSide && part.height() == TileSide) {
+            m_Fill.image.TileAt(column, row) = m_Fill.ColorTile();
+            return;
         }
-        return false;
+        const auto tile = m_Fill.image.WriteTile(column, row);
+        for (int y = 0; y < part.height(); ++y) {
+            m_Fill.brush.Read(QRect(part.left(), part.top() + y, part.width(), 1),
+                              tile.Pixels() + y * TileSide);
+        }
     }
 
-    void FillTile(int column, int row, const QRect& part, const QImage& coverage, const QPoint& origin)
+    /// Pixels that are all covered alike.
+    void FillEvenly(quint8 covered, const LXRGBA32i* source, LXRGBA32i* target, int count)
     {
-        m_Brush.Read(part, m_Source.data());
-        const auto tile = m_Image.WriteTile(column, row);
-        for (int y = part.top(); y <= part.bottom(); ++y) {
-            const uchar* const covered = coverage.constScanLine(y - origin.y()) + part.left() - origin.x();
-            FillRow(covered, m_Source.data() + (y - part.top()) * part.width(),
-                    tile.Pixels() + TileWalk::IndexInTile(QPoint(part.left(), y)), part.width());
+        if (covered == 0 || count == 0) return;
+        if (covered == 255 && m_Fill.replaces) {
+            std::copy_n(source, count, target);
+            return;
         }
+        std::fill_n(m_Covered.begin(), count, covered);
+        FillRow(m_Covered.data(), source, target, count);
     }
 
     /// Pixels that the path doesn't touch stay in every mode, so the kernel gets the runs between them.
-    void FillRow(const uchar* coverage, const LXRGBA32i* source, LXRGBA32i* target, int count)
+    void FillRow(const quint8* coverage, const LXRGBA32i* source, LXRGBA32i* target, int count)
     {
-        const auto isTouched = [](uchar c) { return c != 0; };
-        const uchar* const end = coverage + count;
-        const uchar* first = std::find_if(coverage, end, isTouched);
+        if (m_Fill.mixesByCoverage) {
+            m_Fill.kernel.run({source, coverage, m_NoMask.data(), target, count});
+            return;
+        }
+        const auto isTouched = [](quint8 covered) { return covered != 0; };
+        const quint8* const end = coverage + count;
+        const quint8* first = std::find_if(coverage, end, isTouched);
         while (first != end) {
-            const uchar* const last = std::find_if_not(first, end, isTouched);
+            const quint8* const last = std::find_if_not(first, end, isTouched);
             const auto offset = first - coverage;
             const int length = static_cast<int>(last - first);
-            const quint8* const strength = m_MixesByCoverage ? first : BrushAlphas(source + offset, length);
-            m_Kernel.run({source + offset, strength, m_NoMask.data(), target + offset, length});
+            StrengthKernels::Alphas(source + offset, length, m_Strength.data());
+            m_Fill.kernel.run({source + offset, m_Strength.data(), m_NoMask.data(), target + offset, length});
             first = std::find_if(last, end, isTouched);
         }
     }
 
-    const quint8* BrushAlphas(const LXRGBA32i* source, int count)
-    {
-        std::transform(source, source + count, m_Strength.begin(),
-                       [](LXRGBA32i pixel) { return static_cast<quint8>(pixel.Alpha()); });
-        return m_Strength.data();
-    }
-
-    LXImage32& m_Image;
-    BlendKernel m_Kernel;
-    bool m_MixesByCoverage;
-    BrushPixels m_Brush;
+    PathFill& m_Fill;
     std::vector<LXRGBA32i> m_Source;
-    std::vector<quint8> m_Strength;
-    std::vector<quint8> m_NoMask;
+    std::array<quint8, TileSide> m_Covered{};
+    std::array<quint8, TileSide> m_Strength{};
+    std::array<quint8, TileSide> m_NoMask;
 };
 } // namespace
 
 void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush& brush)
 {
-    // A band is one row of tiles high and this wide: few renderings of the path, little memory.
-    constexpr int bandWidth = 64 * TileSide;
-
     const auto blendMode = static_cast<unsigned int>(mode);
-    PathFiller filler(image, blendMode, brush);
+    PathFill fill(image, blendMode, brush);
     const QRect touched = TouchedRect(path, image.Rect());
     if (brush.style() == Qt::NoBrush || touched.isEmpty()) return;
 
-    const PathCoverage coverage(path, blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn);
-    for (int top = touched.top() / TileSide * TileSide; top <= touched.bottom(); top += TileSide) {
-        for (int left = touched.left() / TileSide * TileSide; left <= touched.right(); left += bandWidth) {
-            const QRect band = QRect(left, top, bandWidth, TileSide) & touched;
-            filler.Run(coverage.Render(band), band);
+    const bool isAntialiased = blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn;
+    const PathCoverage coverage(path, isAntialiased, touched);
+    const int firstRow = touched.top() / TileSide;
+    const int rows = touched.bottom() / TileSide - firstRow + 1;
+    TileThreads::ForEach(rows, [&](int piece) {
+        const int row = firstRow + piece;
+        PathCoverage::TileRow tiles(coverage, row);
+        TileFiller filler(fill);
+        for (int column = touched.left() / TileSide; column <= touched.right() / TileSide; ++column) {
+            const QRect part = TileWalk::TileRect(column, row) & image.Rect();
+            filler.Run(column, row, part, tiles.Next());
         }
-    }
+    });
 }

@@ -6,11 +6,18 @@
 #include "support/BlendTwin.h"
 #include "support/ConvolveTwin.h"
 #include "support/FillTwin.h"
+#include "support/GradientTwin.h"
+#include "support/PathTwin.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "support/TransformTwin.h"
 
+#include <QBrush>
+#include <QConicalGradient>
 #include <QElapsedTimer>
+#include <QLinearGradient>
+#include <QPainterPath>
+#include <QRadialGradient>
 #include <QTest>
 #include <QTransform>
 
@@ -65,6 +72,10 @@ private:
     QString TryFill();
     QString TryConvolution();
     QString TryTransform();
+    QString TryPath();
+    QString TryGradient();
+
+    QBrush RandomGradient();
 
     std::mt19937 m_Random;
 };
@@ -89,7 +100,7 @@ void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins()
         m_Random.seed(seed);
         for (QString (TestKernelFuzz::*attempt)() :
              {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution,
-              &TestKernelFuzz::TryTransform}) {
+              &TestKernelFuzz::TryTransform, &TestKernelFuzz::TryPath, &TestKernelFuzz::TryGradient}) {
             const QString difference = (this->*attempt)();
             QVERIFY2(difference.isEmpty(),
                      qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(difference)));
@@ -222,6 +233,93 @@ QString TestKernelFuzz::TryTransform()
                .arg(transform.dy())
                .arg(difference) +
            TestImages::Difference(TestImages::ToPlain(target), expected);
+}
+
+/// Corners and curves; where the path's coverage is sure, the pixels must be exactly the twin's.
+QString TestKernelFuzz::TryPath()
+{
+    const unsigned int mode = AllModes[static_cast<std::size_t>(Below(static_cast<int>(AllModes.size())))];
+    const bool isAntialiased = mode == BlendMode::Source || mode == BlendMode::SourceIn;
+    const PlainImage before = RandomPicture(QSize(1 + Below(150), 1 + Below(150)));
+    const auto point = [this] {
+        return QPointF(Below(20000) / 100.0 - 25.005, Below(20000) / 100.0 - 25.005);
+    };
+    QPainterPath path(point());
+    for (int i = Below(9) + 1; i >= 0; --i) {
+        // Curves end up between two middles that the twin's chords can't tell apart.
+        if (isAntialiased && Below(4) == 0) {
+            path.cubicTo(point(), point(), point());
+        } else {
+            path.lineTo(point());
+        }
+        if (Below(6) == 0) path.moveTo(point());
+    }
+    path.setFillRule(Below(2) == 0 ? Qt::OddEvenFill : Qt::WindingFill);
+    const LXRGBA32i color(static_cast<quint32>(m_Random()) | (Below(2) == 0 ? 0xFF000000U : 0U));
+    LXImage32 tiles = TestImages::ToTiles(before);
+    FillPath(tiles, static_cast<int>(mode), path, QBrush(QColor::fromRgba(color.value)));
+
+    const PlainImage actual = TestImages::ToPlain(tiles);
+    const std::vector<double> coverage = PathTwin::Coverage(path, QSize(before.width, before.height));
+    for (int y = 0; y < before.height; ++y) {
+        for (int x = 0; x < before.width; ++x) {
+            const double covered = coverage[before.Index(x, y)];
+            const bool isOut = covered < 0.0001;
+            if (!isOut && covered < 0.9999) continue;
+            const LXRGBA32i target = before.At(x, y);
+            const LXRGBA32i expected =
+                isOut ? target : BlendTwin::BlendPixel(mode, target, color, 1.0, 255, false);
+            if (actual.At(x, y) == expected) continue;
+            return QStringLiteral("a path in mode %1 differs at %2, %3").arg(mode).arg(x).arg(y);
+        }
+    }
+    return QString();
+}
+
+QBrush TestKernelFuzz::RandomGradient()
+{
+    const auto point = [this] { return QPointF(Below(3000) / 10.0, Below(3000) / 10.0); };
+    const auto finish = [this](auto gradient) {
+        for (int i = 2 + Below(4); i > 0; --i) {
+            gradient.setColorAt(Below(101) / 100.0, QColor::fromRgba(static_cast<QRgb>(m_Random())));
+        }
+        gradient.setSpread(static_cast<QGradient::Spread>(Below(3)));
+        if (Below(2) == 0) gradient.setInterpolationMode(QGradient::ComponentInterpolation);
+        QBrush brush(gradient);
+        if (Below(3) == 0) {
+            brush.setTransform(
+                QTransform().translate(Below(50), Below(50)).rotate(Below(360)).scale(0.6, 1.7));
+        }
+        return brush;
+    };
+    switch (Below(3)) {
+    case 0: return finish(QLinearGradient(point(), point()));
+    case 1: return finish(QRadialGradient(point(), 1 + Below(3000) / 10.0));
+    default: return finish(QConicalGradient(point(), Below(360)));
+    }
+}
+
+QString TestKernelFuzz::TryGradient()
+{
+    const QBrush brush = RandomGradient();
+    const QSize size(1 + Below(200), 1 + Below(200));
+    LXImage32 tiles(size.width(), size.height());
+    QPainterPath path;
+    path.addRect(QRectF(QPointF(0, 0), size));
+    FillPath(tiles, static_cast<int>(BlendMode::Source), path, brush);
+    const PlainImage actual = TestImages::ToPlain(tiles);
+    for (int y = 0; y < actual.height; ++y) {
+        for (int x = 0; x < actual.width; ++x) {
+            if (GradientTwin::Allows(brush, x, y, actual.At(x, y))) continue;
+            return QStringLiteral("a gradient of kind %1 and spread %2 is wrong at %3, %4: %5")
+                .arg(brush.gradient()->type())
+                .arg(brush.gradient()->spread())
+                .arg(x)
+                .arg(y)
+                .arg(actual.At(x, y).value, 0, 16);
+        }
+    }
+    return QString();
 }
 
 ZK_REGISTER_TEST(tst_kernelfuzz, TestKernelFuzz)
