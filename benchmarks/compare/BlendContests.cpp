@@ -9,6 +9,7 @@
 
 #include <QPainter>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -42,9 +43,11 @@ std::shared_ptr<Stack> MakeStack(int side, bool isGroundOpaque)
     return stack;
 }
 
-void RunBlend(const QString& name, double goal, const std::shared_ptr<Stack>& stack, unsigned int mode,
-              double opacity, int threads)
+void RunBlend(const QString& name, double goal, const std::function<std::shared_ptr<Stack>()>& makeStack,
+              unsigned int mode, double opacity, int threads)
 {
+    if (!Contests::IsWanted(name)) return;
+    const std::shared_ptr<Stack> stack = makeStack();
     Contest contest;
     contest.name = name;
     contest.goal = goal;
@@ -72,7 +75,11 @@ void RunBlend(const QString& name, double goal, const std::shared_ptr<Stack>& st
 void BlendContests::Run(int side, int threads)
 {
     for (const bool isOpaque : {true, false}) {
-        const auto stack = MakeStack(side, isOpaque);
+        const std::function<std::shared_ptr<Stack>()> stack = [side, isOpaque,
+                                                               made = std::shared_ptr<Stack>()]() mutable {
+            if (!made) made = MakeStack(side, isOpaque);
+            return made;
+        };
         const QString ground = isOpaque ? QStringLiteral(" on opaque") : QStringLiteral(" on translucent");
         RunBlend(QStringLiteral("source-over 0.7") + ground, 1.2, stack, BlendMode::Normal, 0.7, threads);
         RunBlend(QStringLiteral("multiply") + ground, 2.5, stack, BlendMode::Multiply, 1.0, threads);

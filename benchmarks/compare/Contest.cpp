@@ -81,6 +81,11 @@ void Contests::SetFilter(const QString& part)
     s_filter = part;
 }
 
+bool Contests::IsWanted(const QString& name)
+{
+    return name.contains(s_filter, Qt::CaseInsensitive);
+}
+
 void Contests::PrintHeader(int threads)
 {
     std::printf(
@@ -91,7 +96,7 @@ void Contests::PrintHeader(int threads)
 
 void Contests::Run(const Contest& contest, int threads)
 {
-    if (!contest.name.contains(s_filter, Qt::CaseInsensitive)) return;
+    if (!IsWanted(contest.name)) return;
     QThreadPool::globalInstance()->setMaxThreadCount(threads);
     Copier copier(threads);
     std::vector<double> ours;

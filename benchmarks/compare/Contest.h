@@ -30,6 +30,9 @@ void Run(const Contest& contest, int threads);
 /// Only contests whose name contains this are run.
 void SetFilter(const QString& part);
 
+/// Whether it will be run; asked before its pictures are made.
+bool IsWanted(const QString& name);
+
 /// Cuts `height` rows into as many bands as there are threads and works on them at once.
 void InBands(int threads, int height, const std::function<void(int top, int bottom)>& work);
 } // namespace Contests

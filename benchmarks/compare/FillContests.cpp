@@ -11,6 +11,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -28,6 +29,8 @@ QImage PaleNoise(int side)
     }
     return picture;
 }
+
+using MakePicture = std::function<QImage()>;
 
 /// What a contest of fills works on, in both halves' own form.
 struct Ground
@@ -101,10 +104,11 @@ QString RegionShare(Ground& ground)
     return QStringLiteral(" (%1 % filled)").arg(100 * count / (qint64(filled.width()) * filled.height()));
 }
 
-void RunFlood(const QString& name, double goal, const QImage& picture, const QPoint& seed, int threads,
-              bool asComponents)
+void RunFlood(const QString& name, double goal, const MakePicture& makePicture, const QPoint& seed,
+              int threads, bool asComponents)
 {
-    const auto ground = MakeGround(picture);
+    if (!Contests::IsWanted(name)) return;
+    const auto ground = MakeGround(makePicture());
     ground->seed = seed;
     Contest contest = MakeContest(name + RegionShare(*ground), goal, *ground);
     contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
@@ -119,9 +123,10 @@ void RunFlood(const QString& name, double goal, const QImage& picture, const QPo
     Contests::Run(contest, threads);
 }
 
-void RunRange(const QString& name, double goal, const QImage& picture, int threads)
+void RunRange(const QString& name, double goal, const MakePicture& makePicture, int threads)
 {
-    const auto ground = MakeGround(picture);
+    if (!Contests::IsWanted(name)) return;
+    const auto ground = MakeGround(makePicture());
     Contest contest = MakeContest(name, goal, *ground);
     contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
     contest.ours = [ground] {
@@ -137,9 +142,10 @@ void RunRange(const QString& name, double goal, const QImage& picture, int threa
     Contests::Run(contest, threads);
 }
 
-void RunConvolution(const QString& name, double goal, const QImage& picture, int threads)
+void RunConvolution(const QString& name, double goal, const MakePicture& makePicture, int threads)
 {
-    const auto ground = MakeGround(picture);
+    if (!Contests::IsWanted(name)) return;
+    const auto ground = MakeGround(makePicture());
     constexpr double n = 60.0;
     const std::vector<double> kernel{1 / n, 1 / n, 1 / n, 1 / n,  1 / n, 1 / n, 4 / n, 4 / n, 4 / n,
                                      1 / n, 1 / n, 4 / n, 12 / n, 4 / n, 1 / n, 1 / n, 4 / n, 4 / n,
@@ -168,23 +174,30 @@ void RunConvolution(const QString& name, double goal, const QImage& picture, int
 void FillContests::Run(int side, int threads)
 {
     const bool isAlone = threads == 1;
-    RunFlood(QStringLiteral("flood fill, flat"), isAlone ? 2.5 : 4, Pictures::Flat(side), QPoint(1, 1),
-             threads, false);
-    RunFlood(QStringLiteral("flood fill, smooth noise"), isAlone ? 2.5 : 4, PaleNoise(side), QPoint(1, 1),
-             threads, false);
-    RunFlood(QStringLiteral("flood fill, photo"), isAlone ? 2.5 : 4, Pictures::Photo(side),
-             QPoint(side / 2, side / 20), threads, false);
-    const QImage percolation = Pictures::Percolation(side);
-    const QImage maze = Pictures::Maze(side);
-    RunFlood(QStringLiteral("flood fill, percolation"), isAlone ? 1.3 : 1.0, percolation, QPoint(1, 1),
-             threads, !isAlone);
-    RunFlood(QStringLiteral("flood fill, maze"), isAlone ? 1.3 : 1.0, maze, QPoint(1, 1), threads, !isAlone);
+    const auto percolation = [side] { return Pictures::Percolation(side); };
+    const auto maze = [side] { return Pictures::Maze(side); };
+    const auto photo = [side] { return Pictures::Photo(side); };
+    const double floodGoal = isAlone ? 2.5 : 4;
+    RunFlood(
+        QStringLiteral("flood fill, flat"), floodGoal, [side] { return Pictures::Flat(side); }, QPoint(1, 1),
+        threads, false);
+    RunFlood(
+        QStringLiteral("flood fill, smooth noise"), floodGoal, [side] { return PaleNoise(side); },
+        QPoint(1, 1), threads, false);
+    RunFlood(QStringLiteral("flood fill, photo"), floodGoal, photo, QPoint(side / 2, side / 20), threads,
+             false);
+    const double narrowGoal = isAlone ? 1.3 : 1.0;
+    RunFlood(QStringLiteral("flood fill, percolation"), narrowGoal, percolation, QPoint(1, 1), threads,
+             !isAlone);
+    RunFlood(QStringLiteral("flood fill, maze"), narrowGoal, maze, QPoint(1, 1), threads, !isAlone);
     const double rangeGoal = isAlone ? 1.5 : 2.5;
-    RunRange(QStringLiteral("color range, smooth noise"), rangeGoal, Pictures::SmoothNoise(side, true),
-             threads);
+    RunRange(
+        QStringLiteral("color range, smooth noise"), rangeGoal,
+        [side] { return Pictures::SmoothNoise(side, true); }, threads);
     RunRange(QStringLiteral("color range, percolation"), rangeGoal, percolation, threads);
-    RunRange(QStringLiteral("color range, photo"), rangeGoal, Pictures::Photo(side), threads);
+    RunRange(QStringLiteral("color range, photo"), rangeGoal, photo, threads);
     const double convolutionGoal = isAlone ? 3.5 : 6;
-    RunConvolution(QStringLiteral("convolution 5 x 5 of alpha, smooth noise"), convolutionGoal,
-                   Pictures::SmoothNoise(side, false), threads);
+    RunConvolution(
+        QStringLiteral("convolution 5 x 5 of alpha, smooth noise"), convolutionGoal,
+        [side] { return Pictures::SmoothNoise(side, false); }, threads);
 }

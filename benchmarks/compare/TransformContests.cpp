@@ -12,6 +12,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -27,6 +28,8 @@ struct Scene
     QImage scaled;
     QRect content;
 };
+
+using SceneMaker = std::function<std::shared_ptr<Scene>()>;
 
 std::shared_ptr<Scene> MakeScene(const QImage& picture)
 {
@@ -55,9 +58,11 @@ Contest MakeContest(const QString& name, double goal, const std::shared_ptr<Scen
     return contest;
 }
 
-void RunWarp(const QString& name, double goal, const std::shared_ptr<Scene>& scene,
-             const QTransform& transform, Function function, int flags, int threads)
+void RunWarp(const QString& name, double goal, const SceneMaker& makeScene, const QTransform& transform,
+             Function function, int flags, int threads)
 {
+    if (!Contests::IsWanted(name)) return;
+    const std::shared_ptr<Scene> scene = makeScene();
     const QSize size = scene->picture.size();
     Contest contest = MakeContest(name, goal, scene, size);
     contest.ours = [=] { function(scene->tiles, transform, scene->made, QRect()); };
@@ -74,9 +79,11 @@ void RunWarp(const QString& name, double goal, const std::shared_ptr<Scene>& sce
     Contests::Run(contest, threads);
 }
 
-void RunResize(const QString& name, double goal, const std::shared_ptr<Scene>& scene, int side,
-               Function function, int flags, int threads)
+void RunResize(const QString& name, double goal, const SceneMaker& makeScene, int side, Function function,
+               int flags, int threads)
 {
+    if (!Contests::IsWanted(name)) return;
+    const std::shared_ptr<Scene> scene = makeScene();
     const double scale = double(side) / scene->picture.width();
     Contest contest = MakeContest(name, goal, scene, QSize(side, side));
     contest.ours = [=] { function(scene->tiles, QTransform::fromScale(scale, scale), scene->made, QRect()); };
@@ -94,6 +101,8 @@ void RunResize(const QString& name, double goal, const std::shared_ptr<Scene>& s
 
 void RunBorder(int side, int threads)
 {
+    const QString name = QStringLiteral("border finding");
+    if (!Contests::IsWanted(name)) return;
     QImage picture = Pictures::Flat(side);
     const int border = side / 10;
     for (int y = border; y < side - border; ++y) {
@@ -101,7 +110,7 @@ void RunBorder(int side, int threads)
         std::fill(row + border, row + side - border, 0xFF102030);
     }
     const auto scene = MakeScene(picture);
-    Contest contest = MakeContest(QStringLiteral("border finding"), 4, scene, picture.size());
+    Contest contest = MakeContest(name, 4, scene, picture.size());
     contest.bytes /= 2;
     contest.ours = [=] {
         scene->content = BorderScan::WithoutColor(scene->tiles, 15, LXRGBA32i(0xFF6080A0));
@@ -121,7 +130,10 @@ void RunBorder(int side, int threads)
 void TransformContests::Run(int side, int threads)
 {
     RunBorder(side, threads);
-    const auto scene = MakeScene(Pictures::SmoothNoise(side, false));
+    const SceneMaker scene = [side, made = std::shared_ptr<Scene>()]() mutable {
+        if (!made) made = MakeScene(Pictures::SmoothNoise(side, false));
+        return made;
+    };
     const double middle = side / 2.0;
     const QTransform turn = QTransform::fromTranslate(-middle, -middle) * QTransform().rotate(17) *
                             QTransform::fromTranslate(middle, middle);

@@ -1,6 +1,7 @@
 #include "BlendContests.h"
 #include "Contest.h"
 #include "FillContests.h"
+#include "PathContests.h"
 #include "TransformContests.h"
 
 #include <QCoreApplication>
@@ -29,6 +30,7 @@ int main(int argc, char** argv)
             Contests::PrintHeader(threads);
             FillContests::Run(side, threads);
             BlendContests::Run(side, threads);
+            PathContests::Run(side, threads);
             TransformContests::Run(side, threads);
         }
         return 0;
