@@ -55,6 +55,11 @@ InputDriver::InputDriver(QObject* parent) : QObject(parent), m_pInput(std::make_
 
 InputDriver::~InputDriver()
 {
+    LetGo();
+}
+
+void InputDriver::LetGo()
+{
     for (const Qt::MouseButton button : MouseButtons) {
         if (m_pInput->GetButtons() & button) m_pInput->Release(button);
     }

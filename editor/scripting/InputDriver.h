@@ -34,8 +34,11 @@ class ZK_EDITOR_EXPORT InputDriver : public QObject
 public:
     explicit InputDriver(QObject* parent = nullptr);
 
-    /// Lets go of buttons and keys that are still down.
+    /// As LetGo().
     ~InputDriver() override;
+
+    /// Releases the buttons and the modifier keys that are still down, where the pointer is.
+    void LetGo();
 
     void Move(QWidget* widget, const QPoint& pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// The pointer is moved to the position first, as it is before Release().

@@ -85,8 +85,10 @@ QStringList QuietEditor::Busy()
     QStringList busy;
     const int jobs = QThreadPool::globalInstance()->activeThreadCount();
     if (jobs > 0) busy << QCoreApplication::translate("QuietEditor", "%n job(s) run", nullptr, jobs);
+    // Who holds a button down keeps the document for as long, and nothing is to be waited for.
+    const bool isInGesture = QGuiApplication::mouseButtons() != Qt::NoButton;
     for (const LXDocumentInterface* document : LXDocumentManager::Instance()->GetDocuments()) {
-        if (document->GetLockState())
+        if (document->GetLockState() && !isInGesture)
             busy << QCoreApplication::translate("QuietEditor", "a document is locked");
     }
     if (HasTimerSoon()) busy << QCoreApplication::translate("QuietEditor", "a timer is about to fire");

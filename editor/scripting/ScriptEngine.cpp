@@ -83,6 +83,8 @@ ScriptOutcome ScriptEngine::Run()
 /// What the script has set going may still fail it.
 void ScriptEngine::FinishScript()
 {
+    // A gesture that the script leaves open ends here, as any other.
+    m_pContext->GetInput().LetGo();
     const QString busy = QuietEditor::WaitUntilQuiet(*m_pContext, QuietLimit);
     if (!busy.isEmpty()) {
         m_pContext->Fail(tr("the script ended, but not everything comes to rest: %1").arg(busy));
