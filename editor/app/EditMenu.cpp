@@ -84,7 +84,6 @@ void EditMenu::Follow(ZKDocumentView* view)
     if (m_pHistory) m_pHistory->disconnect(this);
     m_pHistory = view ? view->GetHistory() : nullptr;
     if (m_pHistory) connect(m_pHistory, &LexoUndoStack::historyChanged, this, &EditMenu::UpdateActions);
-    UpdateActions();
 
     if (m_pDocument) m_pDocument->disconnect(this);
     m_pDocument = view ? view->GetModel()->GetDocument() : nullptr;
@@ -94,7 +93,9 @@ void EditMenu::Follow(ZKDocumentView* view)
         connect(m_pDocument, &LXDocumentInterface::DocumentSizeChanged, this, update);
         connect(m_pDocument, &LXDocumentInterface::Locked, this, update);
         connect(m_pDocument, &LXDocumentInterface::Unlocked, this, update);
+        connect(m_pDocument, &LXDocumentInterface::DocumentStateChanged, this, &EditMenu::UpdateActions);
     }
+    UpdateActions();
     UpdateSelectionActions();
 }
 
@@ -140,7 +141,9 @@ void EditMenu::UpdateActions()
 {
     const QString undone = m_pHistory ? m_pHistory->undoText() : QString();
     const QString redone = m_pHistory ? m_pHistory->redoText() : QString();
-    m_pUndo->setEnabled(m_pHistory && m_pHistory->canUndo());
+    // A piece that floats becomes a step as soon as the history is asked.
+    const bool hasPiece = m_pDocument && m_pDocument->GetDocumentState() > 0;
+    m_pUndo->setEnabled(m_pHistory && (m_pHistory->canUndo() || hasPiece));
     m_pRedo->setEnabled(m_pHistory && m_pHistory->canRedo());
     m_pUndo->setText(undone.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(undone));
     m_pRedo->setText(redone.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(redone));
