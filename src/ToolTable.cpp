@@ -3,6 +3,7 @@
 #include "LXViewTool.h"
 #include "fillmenu/LXFillTool.h"
 #include "magicwand/MagicWandTool.h"
+#include "movetoolprivate/MoveTool.h"
 #include "selectionmenu/ColorRangeSelect_p.h"
 #include "selectionmenu/SelectionMenuTool.h"
 
@@ -29,6 +30,7 @@ const std::vector<ToolRow>& ToolTable()
         {"{B0000000-0000-0000-0000-000000000018}", "Fill menu", MakeViewTool<LXFillTool>},
         {"{B0000000-0000-0000-0000-000000000023}", "Selection menu", MakeTool<SelectionMenuTool>},
         {"{B0000000-0000-0000-0000-000000000024}", "Color range", MakeViewTool<ColorRangeSelectPrivate>},
+        {"{B0000000-0000-0000-0000-000000000025}", "Move tool", MakeTool<MoveTool>},
         {"{B0000000-0000-0000-0000-000000000026}", "Magic wand", MakeTool<MagicWandTool>},
     };
     return rows;

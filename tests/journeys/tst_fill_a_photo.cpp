@@ -97,10 +97,11 @@ void TestFillAPhoto::aClickOnTheToolBoxChoosesTheTool()
     EditorFixture editor(40, 30);
     LToolBoxButton* button = FillCanButton(editor.Window());
     QVERIFY(button);
-    QVERIFY(!ZKToolGroupManager::GetExplicitAction());
+    const ZKActivateAction* atFirst = ZKToolGroupManager::GetExplicitAction();
+    QVERIFY(!button->isChecked());
 
     editor.GetInput().Click(button);
-    QVERIFY(ZKToolGroupManager::GetExplicitAction());
+    QVERIFY(ZKToolGroupManager::GetExplicitAction() != atFirst);
     QVERIFY(button->isChecked());
 
     ZKApplication::SetForeground(Paint);

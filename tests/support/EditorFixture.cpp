@@ -95,7 +95,8 @@ LexoUndoStack* EditorFixture::History() const
 ToolDriver EditorFixture::Tool(const QString& name)
 {
     const QMap<QString, int> keys{{QStringLiteral("Fillcan"), Qt::Key_F},
-                                  {QStringLiteral("Magic wand"), Qt::Key_W}};
+                                  {QStringLiteral("Magic wand"), Qt::Key_W},
+                                  {QStringLiteral("Move tool"), Qt::Key_V}};
     Require(keys.contains(name), "no key is known for the tool");
     m_pInput->Key(keys.value(name));
     return ToolDriver(*this);

@@ -56,10 +56,11 @@ void RecordRegistrations(QObject* instance, QStringList* log)
                      [log](ZKPlugin* plugin) { log->append("-" + plugin->GetName()); });
 }
 
-const QStringList Names{"Fillcan", "Fill menu", "Selection menu", "Color range", "Magic wand"};
+const QStringList Names{"Fillcan",     "Fill menu", "Selection menu",
+                        "Color range", "Move tool", "Magic wand"};
 const QStringList Ids{"{B0000000-0000-0000-0000-000000000010}", "{B0000000-0000-0000-0000-000000000018}",
                       "{B0000000-0000-0000-0000-000000000023}", "{B0000000-0000-0000-0000-000000000024}",
-                      "{B0000000-0000-0000-0000-000000000026}"};
+                      "{B0000000-0000-0000-0000-000000000025}", "{B0000000-0000-0000-0000-000000000026}"};
 } // namespace
 
 void TestBasicTools::init()

@@ -7,6 +7,8 @@
 #include <QSet>
 #include <QTest>
 
+#include <algorithm>
+
 class TestToolTable : public QObject
 {
     Q_OBJECT
@@ -14,6 +16,7 @@ class TestToolTable : public QObject
 private slots:
     void theFillCanIsTheFirstTool();
     void theMagicWandComesAfterTheSelectionMenu();
+    void theMoveToolComesBeforeTheMagicWand();
     void identifiersRiseAndAreUnique();
     void aWrapperAnswersForItsTool();
     void aWrapperOwnsItsTool();
@@ -34,6 +37,16 @@ void TestToolTable::theMagicWandComesAfterTheSelectionMenu()
     }
     QVERIFY(names.contains("Magic wand"));
     QVERIFY(names.indexOf("Magic wand") > names.indexOf("Selection menu"));
+}
+
+void TestToolTable::theMoveToolComesBeforeTheMagicWand()
+{
+    const std::vector<ToolRow>& rows = ToolTable();
+    const auto move = std::find_if(rows.begin(), rows.end(),
+                                   [](const ToolRow& row) { return QLatin1String("Move tool") == row.name; });
+    QVERIFY(move != rows.end());
+    QCOMPARE(move->id, "{B0000000-0000-0000-0000-000000000025}");
+    QCOMPARE((move + 1)->name, "Magic wand");
 }
 
 void TestToolTable::identifiersRiseAndAreUnique()

@@ -1,0 +1,284 @@
+#include "movetoolprivate/MoveTool_p.h"
+
+// What floats: how it is lifted, how it lands, and what happens when that fails.
+
+#include "IDocumentView.h"
+#include "movetoolprivate/CopyPasteObject.h"
+#include "movetoolprivate/CopyPasteThread.h"
+#include "movetoolprivate/CutPasteObject.h"
+#include "movetoolprivate/PathMoveObject.h"
+
+#include "common/Messages.h"
+#include "common/Reports.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LexoUndoStack.h"
+
+#include <stdexcept>
+
+namespace {
+std::unique_ptr<CopyPasteBase> MakeObject(bool mask, bool copy)
+{
+    if (mask && copy) return std::make_unique<MaskCopyPasteObject>();
+    if (mask) return std::make_unique<MaskCutPasteObject>();
+    if (copy) return std::make_unique<LayerCopyPasteObject>();
+    return std::make_unique<LayerCutPasteObject>();
+}
+} // namespace
+
+// ---- finding
+
+template <class Condition>
+MoveViewState* MoveToolPrivate::FindRecord(const Condition& condition) const
+{
+    for (const auto& entry : m_Views) {
+        if (condition(*entry.second)) return entry.second.get();
+    }
+    return nullptr;
+}
+
+const MoveViewState* MoveToolPrivate::GetRecord(const ZKDocumentView* view) const
+{
+    const auto entry = m_Views.find(view);
+    return entry == m_Views.end() ? nullptr : entry->second.get();
+}
+
+MoveViewState* MoveToolPrivate::CurrentRecord() const
+{
+    const ZKDocumentView* view = GetView();
+    return FindRecord([view](const MoveViewState& record) { return record.m_pView == view; });
+}
+
+bool MoveToolPrivate::Fits(const MoveViewState& record, unsigned int layerID, bool copy) const
+{
+    const bool isMask = GetModel()->GetMaskSelected(static_cast<int>(layerID) - 1);
+    return record.m_pThread && !record.m_bPath && record.m_LayerID == layerID && record.m_bMask == isMask &&
+           record.m_bCopy == copy;
+}
+
+// ---- lifting
+
+bool MoveToolPrivate::MakeFloating(unsigned int layerID, bool copy)
+{
+    const bool isMask = GetModel()->GetMaskSelected(static_cast<int>(layerID) - 1);
+    auto thread = std::make_unique<CopyPasteThread>(MakeObject(isMask, copy).release(), this);
+    if (!thread->Begin(GetView(), layerID)) {
+        Messages::ShowOperationError(tr("Cannot perform the operation. Insufficent system resources."));
+        return false;
+    }
+    MoveViewState& record = AddRecord(std::move(thread));
+    record.m_LayerID = layerID;
+    record.m_bMask = isMask;
+    record.m_bCopy = copy;
+    return true;
+}
+
+bool MoveToolPrivate::MakeFloatingPath()
+{
+    auto thread = std::make_unique<CopyPasteThread>(new PathMoveObject, this);
+    if (!thread->Begin(GetView(), MoveViewState::NoLayer)) {
+        Messages::ShowOperationError(tr("Cannot perform the operation. Unexpected error occurred."));
+        return false;
+    }
+    MoveViewState& record = AddRecord(std::move(thread));
+    record.m_bPath = true;
+    record.m_PathIDs = m_PathPair;
+    return true;
+}
+
+MoveViewState& MoveToolPrivate::AddRecord(std::unique_ptr<CopyPasteThread> thread)
+{
+    ZKDocumentView* view = GetView();
+    auto& place = m_Views[view];
+    place = std::make_unique<MoveViewState>(view, std::move(thread));
+    Listen(*place);
+    return *place;
+}
+
+void MoveToolPrivate::Listen(const MoveViewState& record)
+{
+    const LXDocumentInterface* document = record.m_pDocument;
+    connect(record.m_pView, &ZKDocumentView::AboutDestroy, this,
+            &MoveToolPrivate::OnAboutDocumentViewDestroyed);
+    connect(document, &LXDocumentInterface::AboutRequesAdditionalLayer, this,
+            &MoveToolPrivate::OnAboutRequesAdditionalLayer);
+    connect(document, &LXDocumentInterface::AboutRequesAdditionalMask, this,
+            &MoveToolPrivate::OnAboutRequesAdditionalMask);
+    connect(document, &LXDocumentInterface::AboutSelectionMove, this, &MoveToolPrivate::OnAboutSelectionMove);
+    if (const LexoUndoStack* stack = record.m_pUndoStack) {
+        connect(stack, &LexoUndoStack::aboutIndexChanged, this, &MoveToolPrivate::OnAboutHistoryIndexChanged);
+        connect(stack, &LexoUndoStack::aboutCommit, this, &MoveToolPrivate::OnAboutHistoryIndexChanged);
+    }
+    if (const CopyPasteThread* thread = record.m_pThread.get()) {
+        connect(thread, &CopyPasteThread::UnexpectedException, this, &MoveToolPrivate::OnUnexpectedException);
+        connect(thread, &CopyPasteThread::UnexpectedError, this, &MoveToolPrivate::OnUnexpectedError);
+    }
+}
+
+void MoveToolPrivate::StopListening(const MoveViewState& record)
+{
+    const LXDocumentInterface* document = record.m_pDocument;
+    disconnect(record.m_pView, &ZKDocumentView::AboutDestroy, this, nullptr);
+    disconnect(document, &LXDocumentInterface::AboutRequesAdditionalLayer, this, nullptr);
+    disconnect(document, &LXDocumentInterface::AboutRequesAdditionalMask, this, nullptr);
+    disconnect(document, &LXDocumentInterface::AboutSelectionMove, this, nullptr);
+    if (record.m_pUndoStack) disconnect(record.m_pUndoStack, nullptr, this, nullptr);
+    if (record.m_pThread) disconnect(record.m_pThread.get(), nullptr, this, nullptr);
+}
+
+// ---- moving
+
+void MoveToolPrivate::BeginOwnMove(MoveViewState& record)
+{
+    if (record.m_bOwnMove) return;
+
+    disconnect(record.m_pDocument, &LXDocumentInterface::AboutSelectionMove, this, nullptr);
+    record.m_bOwnMove = true;
+}
+
+void MoveToolPrivate::EndOwnMove(MoveViewState& record)
+{
+    if (!record.m_bOwnMove) return;
+
+    record.m_pThread->Flush();
+    record.m_bOwnMove = false;
+    connect(record.m_pDocument, &LXDocumentInterface::AboutSelectionMove, this,
+            &MoveToolPrivate::OnAboutSelectionMove);
+}
+
+// ---- landing
+
+// Nobody finds the record any more from here on: what its end causes must not lead to it again.
+std::unique_ptr<MoveViewState> MoveToolPrivate::TakeRecord(const MoveViewState& record)
+{
+    StopListening(record);
+    const auto entry = m_Views.find(record.m_pView);
+    std::unique_ptr<MoveViewState> taken = std::move(entry->second);
+    m_Views.erase(entry);
+    return taken;
+}
+
+void MoveToolPrivate::LandRecord(const MoveViewState& record)
+{
+    const std::unique_ptr<MoveViewState> landing = TakeRecord(record);
+    if (!landing->m_pThread) {
+        // The command of the keys reads where the selection stands, so it must not stay open.
+        if (landing->m_pUndoStack) landing->m_pUndoStack->commit();
+        return;
+    }
+    landing->m_pThread->Flush();
+    if (landing->HasPiece() && !landing->m_pThread->Commit(landing->m_pUndoStack) && !landing->m_bPath)
+        CancelPiece(*landing);
+}
+
+void MoveToolPrivate::LandRecordsOf(const LexoUndoStack* stack)
+{
+    const auto isOfStack = [stack](const MoveViewState& record) { return record.m_pUndoStack == stack; };
+    while (const MoveViewState* record = FindRecord(isOfStack)) {
+        LandRecord(*record);
+    }
+}
+
+LXDocumentInterface* MoveToolPrivate::SenderDocument() const
+{
+    return qobject_cast<LXDocumentInterface*>(sender());
+}
+
+void MoveToolPrivate::OnAboutHistoryIndexChanged()
+{
+    const auto* stack = qobject_cast<const LexoUndoStack*>(sender());
+    const auto isOfStack = [stack](const MoveViewState& record) { return record.m_pUndoStack == stack; };
+    const MoveViewState* record = FindRecord(isOfStack);
+    if (!record) return;
+
+    if (record->m_pThread) {
+        LandRecord(*record);
+    } else {
+        // The stack is about to close the command by itself.
+        TakeRecord(*record);
+    }
+}
+
+void MoveToolPrivate::OnAboutRequesAdditionalLayer(uint layerID)
+{
+    const LXDocumentInterface* document = SenderDocument();
+    const MoveViewState* record = FindRecord([document, layerID](const MoveViewState& candidate) {
+        return candidate.m_pDocument == document && candidate.m_LayerID == layerID;
+    });
+    if (record) LandRecord(*record);
+}
+
+void MoveToolPrivate::OnAboutRequesAdditionalMask(uint layerID)
+{
+    OnAboutRequesAdditionalLayer(layerID);
+}
+
+void MoveToolPrivate::OnAboutSelectionMove()
+{
+    const LXDocumentInterface* document = SenderDocument();
+    const MoveViewState* record =
+        FindRecord([document](const MoveViewState& candidate) { return candidate.m_pDocument == document; });
+    if (record) LandRecord(*record);
+}
+
+void MoveToolPrivate::OnAboutDocumentViewDestroyed(ZKDocumentView* view)
+{
+    // What floats goes with the picture.
+    if (const MoveViewState* record = GetRecord(view)) TakeRecord(*record);
+}
+
+// ---- failures
+
+void MoveToolPrivate::OnUnexpectedException(CopyPasteThread* thread)
+{
+    const MoveViewState* record =
+        FindRecord([thread](const MoveViewState& candidate) { return candidate.m_pThread.get() == thread; });
+    if (!record) {
+        OnUnexpectedError(thread);
+        return;
+    }
+    {
+        // The thread may be the sender.
+        const std::unique_ptr<MoveViewState> cancelled = TakeRecord(*record);
+        cancelled->m_pThread->Flush();
+        CancelPiece(*cancelled);
+        cancelled->m_pThread.release()->deleteLater();
+    }
+    if (m_bDragging) GiveDragBack();
+    LeaveTemporaryTurn();
+}
+
+// The piece isn't found by anybody any more.
+void MoveToolPrivate::CancelPiece(MoveViewState& record)
+{
+    Messages::ShowOperationError(tr("Unexpected error. Operation will be interrupted."));
+    bool isBack = false;
+    try {
+        isBack = record.m_pThread->Cancel();
+    } catch (...) {
+        Reports::UnknownException(ZK_HERE);
+        record.m_pThread.release()->deleteLater();
+        DeleteThreadsLater();
+        Messages::ShowOperationError(tr("Cannot roll back. Unexpected error.\nApplication will stop!"));
+        throw;
+    }
+    if (!isBack) Messages::ShowOperationError(tr("Cannot roll back. Insufficent system resources."));
+}
+
+void MoveToolPrivate::OnUnexpectedError(CopyPasteThread*)
+{
+    Reports::UnknownException(ZK_HERE);
+    DeleteThreadsLater();
+    Messages::ShowOperationError(tr("Unexpected error. Application will stop!"));
+    throw std::runtime_error("The move tool failed in an unknown way.");
+}
+
+void MoveToolPrivate::DeleteThreadsLater()
+{
+    for (auto& entry : m_Views) {
+        StopListening(*entry.second);
+        if (entry.second->m_pThread) entry.second->m_pThread.release()->deleteLater();
+    }
+    m_Views.clear();
+}

@@ -1,0 +1,241 @@
+#include "MoveToolFixture.h"
+#include "movetoolprivate/CopyPasteThread.h"
+
+#include "gui/LexoAppKeyHook.h"
+#include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
+
+#include <QRegularExpression>
+
+#include <stdexcept>
+
+// What happens when lifting, moving, landing or cancelling fails, and refused locks.
+class TestMoveFailures : public QObject, private MoveToolFixture
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void aFailedLiftIsToldAndLeavesNothingBehind();
+    void aFailedLiftByKeyIsTold();
+    void aFailedMoveIsToldAndTakenBack();
+    void aFailedMoveInADragGivesEverythingBack();
+    void aFailedMoveOfAnUnknownWorkerEndsTheProgram();
+    void anUnknownFailureEndsTheProgram();
+    void aFailedLandingIsToldAndTakenBack();
+    void aCancelThatFailsIsTold();
+    void aCancelThatFailsStrangelyEndsTheProgram();
+    void aRefusedLockDoesntEndTheDrag();
+    void aRefusedUnlockIsReported();
+    void aCapturedViewIsNotTakenByAnActiveTool();
+    void aCapturedViewRefusesTheActivation();
+
+private:
+    void Float()
+    {
+        Select({2, 2, 3, 3});
+        Drag({3.5, 3.5}, {8.5, 5.5});
+        QVERIFY(Record());
+    }
+
+    /// The boxes of a move that fails and can't be taken back, because the seam fails then.
+    QStringList BoxesOfFailedCancel(FaultSeams::Seam seam, const std::function<void()>& gesture)
+    {
+        // What isn't seen takes no tiles before the seam is reached.
+        m_pFixture->Widget()->hide();
+        FaultSeams::FailNth(seam, 1);
+        return BoxesDuring(gesture, 2);
+    }
+
+    void FailMove() { Private()->OnUnexpectedException(Record()->m_pThread.get()); }
+};
+
+namespace {
+const QString Interrupted("Operation error: Unexpected error. Operation will be interrupted.");
+const QString NoResources("Operation error: Cannot perform the operation. Insufficent system resources.");
+} // namespace
+
+void TestMoveFailures::init()
+{
+    MakeTool();
+}
+
+void TestMoveFailures::cleanup()
+{
+    FaultSeams::Reset();
+    if (!m_pFixture) return;
+    m_pFixture->History().commit();
+    VERIFY_NOTHING_IS_HELD();
+    QVERIFY(!Record());
+    QCOMPARE(Document()->GetDocumentState(), 0);
+    DropTool();
+}
+
+void TestMoveFailures::aFailedLiftIsToldAndLeavesNothingBehind()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QTest::ignoreMessage(
+        QtDebugMsg, QRegularExpression("Unexpected exception: line=.*src/movetoolprivate/CutPasteObject"));
+    const QStringList boxes = BoxesDuring([&] {
+        Press({3.5, 3.5});
+        VERIFY_NOTHING_IS_HELD();
+        Move({8.5, 5.5});
+        Release({8.5, 5.5});
+    });
+    QCOMPARE(boxes, QStringList(NoResources));
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
+}
+
+void TestMoveFailures::aFailedLiftByKeyIsTold()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QTest::ignoreMessage(
+        QtDebugMsg, QRegularExpression("Unexpected exception: line=.*src/movetoolprivate/CopyPasteObject"));
+    QCOMPARE(BoxesDuring([&] { Private()->OnSelectionCopyMoveLeft(); }), QStringList(NoResources));
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+}
+
+void TestMoveFailures::aFailedMoveIsToldAndTakenBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Float();
+    QCOMPARE(BoxesDuring([&] { FailMove(); }), QStringList(Interrupted));
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
+    // The worker goes, too.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(Private()->findChildren<CopyPasteThread*>().isEmpty());
+}
+
+void TestMoveFailures::aFailedMoveInADragGivesEverythingBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Press({3.5, 3.5});
+    Move({8.5, 5.5});
+    QCOMPARE(BoxesDuring([&] { FailMove(); }), QStringList(Interrupted));
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(Whole(), before);
+    Move({9.5, 5.5});
+    Release({9.5, 5.5});
+    QCOMPARE(Whole(), before);
+}
+
+void TestMoveFailures::aFailedMoveOfAnUnknownWorkerEndsTheProgram()
+{
+    CopyPasteThread stranger(nullptr);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected unknown exception: line=.*movetool"));
+    const QStringList boxes = BoxesDuring(
+        [&] { QVERIFY_EXCEPTION_THROWN(Private()->OnUnexpectedException(&stranger), std::exception); });
+    QCOMPARE(boxes, QStringList("Operation error: Unexpected error. Application will stop!"));
+}
+
+void TestMoveFailures::anUnknownFailureEndsTheProgram()
+{
+    Float();
+    CopyPasteThread* thread = Record()->m_pThread.get();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected unknown exception: line=.*movetool"));
+    const QStringList boxes =
+        BoxesDuring([&] { QVERIFY_EXCEPTION_THROWN(Private()->OnUnexpectedError(thread), std::exception); });
+    QCOMPARE(boxes, QStringList("Operation error: Unexpected error. Application will stop!"));
+    QVERIFY(!Record());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(Private()->findChildren<CopyPasteThread*>().isEmpty());
+}
+
+void TestMoveFailures::aFailedLandingIsToldAndTakenBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Float();
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected exception: line=.*movetoolprivate"));
+    QCOMPARE(BoxesDuring([&] { m_pFixture->History().commit(); }), QStringList(Interrupted));
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
+    QVERIFY(!m_pFixture->History().isMacroOpen());
+}
+
+void TestMoveFailures::aCancelThatFailsIsTold()
+{
+    Float();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected exception: line=.*movetoolprivate"));
+    const QStringList boxes = BoxesOfFailedCancel(FaultSeams::Seam::TileAllocation, [&] { FailMove(); });
+    QCOMPARE(boxes,
+             QStringList({Interrupted, "Operation error: Cannot roll back. Insufficent system resources."}));
+    QVERIFY(!Record());
+}
+
+void TestMoveFailures::aCancelThatFailsStrangelyEndsTheProgram()
+{
+    Float();
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression("Unexpected unknown exception: line=.*movetoolprivate/CutPaste"));
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected unknown exception: line=.*MoveTool_p"));
+    const QStringList boxes = BoxesOfFailedCancel(FaultSeams::Seam::StrangeTileAllocation, [&] {
+        QVERIFY_EXCEPTION_THROWN(FailMove(), FaultSeams::StrangeFailure);
+    });
+    QCOMPARE(boxes, QStringList({Interrupted, "Operation error: Cannot roll back. Unexpected error.\n"
+                                              "Application will stop!"}));
+}
+
+void TestMoveFailures::aRefusedLockDoesntEndTheDrag()
+{
+    FaultSeams::FailNth(FaultSeams::Seam::DocumentLock, 1);
+    Press({2.5, 2.5});
+    QVERIFY(!Document()->GetLockState());
+    QVERIFY(LexoAppKeyHook::instance()->AreShortcutsEnabled());
+    Release({5.5, 2.5});
+    QCOMPARE(Model()->GetLayerOffset(0), QPoint(3, 0));
+}
+
+void TestMoveFailures::aRefusedUnlockIsReported()
+{
+    FaultSeams::FailNth(FaultSeams::Seam::DocumentUnlock, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Error to unlock the document\\.$"));
+    Press({2.5, 2.5});
+    Release({5.5, 2.5});
+    QCOMPARE(Model()->GetLayerOffset(0), QPoint(3, 0));
+    QVERIFY(Document()->GetLockState());
+    // The next release tries again.
+    Press({2.5, 2.5});
+    Release({2.5, 2.5});
+    VERIFY_NOTHING_IS_HELD();
+}
+
+void TestMoveFailures::aCapturedViewIsNotTakenByAnActiveTool()
+{
+    ViewFixture other(8, 8);
+    QVERIFY(other.ToolView().Lock(this));
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Internal error: set locked document\\.$"));
+    QVERIFY(!m_pTool->SetDocumentView(&other.ToolView()));
+    QVERIFY(other.ToolView().Unlock(this));
+    other.Input().DragInScene(other.View(), {{2.5, 2.5}, {5.5, 2.5}});
+    QCOMPARE(other.Document()->GetModel()->GetLayerOffset(0), QPoint(0, 0));
+}
+
+void TestMoveFailures::aCapturedViewRefusesTheActivation()
+{
+    QVERIFY(m_pTool->Activate(false));
+    QVERIFY(m_pFixture->ToolView().Lock(this));
+    QVERIFY(!m_pTool->Activate(true));
+    QVERIFY(!m_pTool->IsActive());
+    m_pFixture->ToolView().Unlock(this);
+    QVERIFY(m_pTool->Activate(true));
+}
+
+ZK_REGISTER_TEST(tst_movefailures, TestMoveFailures)
+
+#include "tst_movefailures.moc"
