@@ -2,6 +2,7 @@
 
 #include "app/ChannelMenu.h"
 #include "app/DocumentFiles.h"
+#include "app/DragAidsMenu.h"
 #include "app/EditMenu.h"
 #include "app/EmptyPage.h"
 #include "app/FileMenu.h"
@@ -86,6 +87,7 @@ void Editor::BuildWindow()
     new EditMenu(window, preferences);
     new ViewMenu(window);
     new GuideMenu(window);
+    new DragAidsMenu(window);
     new ModifyMenu(window);
     new ChannelMenu(window);
     new WindowMenu(window);

@@ -44,9 +44,9 @@ void ViewMenu::AddTintAction()
 
 void ViewMenu::AddFullScreenAction()
 {
-    AddMenuSeparator(this, ZKMenuManager::View, 10);
+    AddMenuSeparator(this, ZKMenuManager::View, 15);
     QAction* fullScreen = AddMenuAction(this, {ZKMenuManager::View,
-                                               11,
+                                               16,
                                                tr("F&ull Screen"),
                                                tr("Uses the whole screen"),
                                                {QKeySequence(Qt::Key_F11)}});

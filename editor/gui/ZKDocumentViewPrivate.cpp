@@ -115,12 +115,20 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
     for (const QRect& rect : m_Exposed) {
         PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
         m_Tint.Paint(*painter, rect, place);
+        m_Grid.Paint(*painter, rect, place);
         m_Guides.Paint(*painter, rect, place);
         m_Ants.Paint(*painter, rect, place);
         m_Outlines.Paint(*painter, rect, place);
         m_Marks.Paint(*painter, rect, place);
     }
     painter->restore();
+}
+
+void ZKDocumentViewPrivate::ShowGrid(int step)
+{
+    if (m_Grid.Step() == step) return;
+    m_Grid = GridLines(step);
+    m_pView->viewport()->update();
 }
 
 void ZKDocumentViewPrivate::SetScale(double scale, const QPointF& anchor)

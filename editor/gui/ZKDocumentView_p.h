@@ -1,7 +1,10 @@
 #pragma once
 
+#include "EditorExport.h"
+
 #include "document/LXPathSelectionModel.h"
 #include "gui/CanvasPainter.h"
+#include "gui/GridLines.h"
 #include "gui/GuideLines.h"
 #include "gui/PathOutlines.h"
 #include "gui/SampleMarks.h"
@@ -58,6 +61,13 @@ public:
 
     bool IsSelectionTintShown() const { return m_Tint.IsShown(); }
 
+    /// Lines at even distances over the canvas; none at first.
+    /// @param step  document pixels; 0 for none
+    ZK_EDITOR_EXPORT void ShowGrid(int step);
+
+    /// The step of the grid; 0 while none is shown.
+    int ShownGrid() const { return m_Grid.Step(); }
+
 private:
     friend class ZKDocumentView;
 
@@ -92,6 +102,7 @@ private:
     ScaledTileCache m_Tiles;
     SelectionTint m_Tint;
     SelectionAnts m_Ants;
+    GridLines m_Grid;
     GuideLines m_Guides;
     PathOutlines m_Outlines;
     SampleMarks m_Marks;
