@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QItemSelectionModel>
+#include <QPointer>
 #include <QSignalBlocker>
 
 #include <array>
@@ -41,6 +42,9 @@ public:
     ZKDocumentView* m_pView = nullptr;
     LayerOperations m_Operations;
     Ui::LayersWidget m_Ui;
+    QPointer<QAbstractItemModel> m_pClipboardModel;
+    QPointer<QItemSelectionModel> m_pClipboardSelection;
+    QList<QAction*> m_ClipboardActions;
 };
 
 LayersWidgetPrivate::LayersWidgetPrivate(LayersWidget* panel) : m_pPanel(panel)
@@ -190,6 +194,30 @@ void LayersWidget::SetView(ZKDocumentView* view)
 bool LayersWidget::DeleteSelection(const QString& text)
 {
     return m_pPrivate->m_Operations.DeleteSelection(text);
+}
+
+void LayersWidget::setClipboardModel(QAbstractItemModel* model, QItemSelectionModel* selection,
+                                     const QList<QAction*>& actions)
+{
+    m_pPrivate->m_pClipboardModel = model;
+    m_pPrivate->m_pClipboardSelection = selection;
+    m_pPrivate->m_ClipboardActions = actions;
+    emit ClipboardModelChanged();
+}
+
+QAbstractItemModel* LayersWidget::GetClipboardModel() const
+{
+    return m_pPrivate->m_pClipboardModel;
+}
+
+QItemSelectionModel* LayersWidget::GetClipboardSelection() const
+{
+    return m_pPrivate->m_pClipboardSelection;
+}
+
+QList<QAction*> LayersWidget::GetClipboardActions() const
+{
+    return m_pPrivate->m_ClipboardActions;
 }
 
 QSize LayersWidget::sizeHint() const
