@@ -1,6 +1,7 @@
 #include "ToolTable.h"
 
 #include "LXViewTool.h"
+#include "clipboardprivate/ClipboardTool.h"
 #include "fillmenu/LXFillTool.h"
 #include "magicwand/MagicWandTool.h"
 #include "movetoolprivate/MoveTool.h"
@@ -32,6 +33,7 @@ const std::vector<ToolRow>& ToolTable()
         {"{B0000000-0000-0000-0000-000000000024}", "Color range", MakeViewTool<ColorRangeSelectPrivate>},
         {"{B0000000-0000-0000-0000-000000000025}", "Move tool", MakeTool<MoveTool>},
         {"{B0000000-0000-0000-0000-000000000026}", "Magic wand", MakeTool<MagicWandTool>},
+        {"{B0000000-0000-0000-0000-000000000027}", "Clipboard", MakeTool<ClipboardTool>},
     };
     return rows;
 }

@@ -56,11 +56,12 @@ void RecordRegistrations(QObject* instance, QStringList* log)
                      [log](ZKPlugin* plugin) { log->append("-" + plugin->GetName()); });
 }
 
-const QStringList Names{"Fillcan",     "Fill menu", "Selection menu",
-                        "Color range", "Move tool", "Magic wand"};
+const QStringList Names{"Fillcan",   "Fill menu",  "Selection menu", "Color range",
+                        "Move tool", "Magic wand", "Clipboard"};
 const QStringList Ids{"{B0000000-0000-0000-0000-000000000010}", "{B0000000-0000-0000-0000-000000000018}",
                       "{B0000000-0000-0000-0000-000000000023}", "{B0000000-0000-0000-0000-000000000024}",
-                      "{B0000000-0000-0000-0000-000000000025}", "{B0000000-0000-0000-0000-000000000026}"};
+                      "{B0000000-0000-0000-0000-000000000025}", "{B0000000-0000-0000-0000-000000000026}",
+                      "{B0000000-0000-0000-0000-000000000027}"};
 } // namespace
 
 void TestBasicTools::init()
@@ -220,9 +221,14 @@ void TestBasicTools::everyToolIsReachedThroughItsUnit()
     QVERIFY(fillCan->qt_metacast("IDocumentViewState/1.0"));
     QVERIFY(fillCan->qt_metacast("IMainMenuActionList/1.0"));
     QVERIFY(qobject_cast<IWidgetTool*>(fillCan));
-    QObject* wand = Plugin()->GetPlugins().last()->property("tool").value<QObject*>();
+    QObject* wand =
+        Plugin()->GetPlugins().at(Names.indexOf("Magic wand"))->property("tool").value<QObject*>();
     QVERIFY(wand->qt_metacast("ITool/1.0"));
     QVERIFY(wand->qt_metacast("MagicWandTool"));
+    QObject* clipboard = Plugin()->GetPlugins().last()->property("tool").value<QObject*>();
+    QVERIFY(clipboard->qt_metacast("IClipboardInterface/1.0"));
+    QVERIFY(clipboard->qt_metacast("IDocumentState/1.0"));
+    QVERIFY(!clipboard->qt_metacast("ITool/1.0"));
     Plugin()->Shutdown();
 }
 

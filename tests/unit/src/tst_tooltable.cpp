@@ -17,6 +17,7 @@ private slots:
     void theFillCanIsTheFirstTool();
     void theMagicWandComesAfterTheSelectionMenu();
     void theMoveToolComesBeforeTheMagicWand();
+    void theClipboardIsTheLastTool();
     void identifiersRiseAndAreUnique();
     void aWrapperAnswersForItsTool();
     void aWrapperOwnsItsTool();
@@ -47,6 +48,12 @@ void TestToolTable::theMoveToolComesBeforeTheMagicWand()
     QVERIFY(move != rows.end());
     QCOMPARE(move->id, "{B0000000-0000-0000-0000-000000000025}");
     QCOMPARE((move + 1)->name, "Magic wand");
+}
+
+void TestToolTable::theClipboardIsTheLastTool()
+{
+    QCOMPARE(ToolTable().back().id, "{B0000000-0000-0000-0000-000000000027}");
+    QCOMPARE(ToolTable().back().name, "Clipboard");
 }
 
 void TestToolTable::identifiersRiseAndAreUnique()

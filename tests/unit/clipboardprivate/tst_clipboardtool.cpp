@@ -1,0 +1,308 @@
+#include "ClipboardFixture.h"
+
+#include "core/ZKMenuManager.h"
+#include "document/LayerKind.h"
+#include "support/TestRegistry.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMainWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+/// The clipboard's actions, when they are on, and how they begin.
+class TestClipboardTool : public QObject, private ClipboardFixture
+{
+    Q_OBJECT
+
+private slots:
+
+    void init() { MakeTool(); }
+
+    void cleanup() { DropTool(); }
+
+    void theActionsHaveTheirKeys_data();
+    void theActionsHaveTheirKeys();
+    void theMenuEntriesStandInEdit();
+    void theToolAnswersToItsInterfaces();
+    void thePanelGetsTheLastThreeActions();
+    void theHostsObjectsAreKept();
+
+    void nothingIsOnWithoutAView();
+    void copyNeedsASelection();
+    void copyNeedsOneSelectedLayer();
+    void pasteNeedsAnItem();
+    void whatNeedsNoPictureStaysOnWithoutAView();
+    void aLockedDocumentSwitchesAllOff();
+    void aSelectionThatComesUnderTheLockOpensNothing();
+    void aMaskAsTargetOpensPaste();
+    void anEmptyListSwitchesPasteOff();
+
+    void aKeyBeginsAfterAMoment();
+    void aRepeatedKeyMakesOneCopy();
+    void copyAndThenCutIsOneCut();
+    void copyMergedTakesAllLayers();
+    void aViewThatIsGoneStopsTheCopy();
+    void mergedIsForgottenWithTheViewItWasMeantFor();
+
+    void theEndEmptiesTheSystemClipboardAndThePanel();
+};
+
+void TestClipboardTool::theActionsHaveTheirKeys_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("Copy") << "Ctrl+C";
+    QTest::newRow("Copy Merged") << "Ctrl+Shift+C";
+    QTest::newRow("Cut") << "Ctrl+X";
+    QTest::newRow("Paste") << "Ctrl+V";
+    QTest::newRow("New image") << "";
+    QTest::newRow("New layer") << "";
+    QTest::newRow("Paste as a new image") << "Ctrl+Shift+V";
+    QTest::newRow("Delete from clipboard") << "";
+    QTest::newRow("Copy to system clipboard") << "";
+}
+
+void TestClipboardTool::theActionsHaveTheirKeys()
+{
+    QFETCH(QString, key);
+    const QAction* action = Action(QTest::currentDataTag());
+    QCOMPARE(action->shortcut(), QKeySequence(key));
+    if (!key.isEmpty()) QCOMPARE(action->shortcutContext(), Qt::ApplicationShortcut);
+    QVERIFY(!action->isCheckable());
+}
+
+void TestClipboardTool::theMenuEntriesStandInEdit()
+{
+    QStringList texts;
+    const MainMenuEntries entries = m_pTool->GetMainMenuEntries();
+    for (const MainMenuEntry& entry : entries) {
+        QCOMPARE(entry.path.front(), static_cast<int>(ZKMenuManager::Edit));
+        const QString text = entry.pMenu ? entry.pMenu->title() : entry.pAction->text();
+        texts.append(entry.pAction && entry.pAction->isSeparator() ? "--" : text);
+    }
+    QCOMPARE(texts, QStringList({"--", "Copy", "Copy Merged", "Cut", "Paste", "Paste as"}));
+    QStringList pasteAs;
+    const QList<QAction*> actions = entries.rbegin()->pMenu->actions();
+    for (const QAction* action : actions)
+        pasteAs.append(action->text());
+    QCOMPARE(pasteAs, QStringList({"New image", "New layer"}));
+}
+
+void TestClipboardTool::theToolAnswersToItsInterfaces()
+{
+    for (const char* name : {"ClipboardTool", "IMainMenuActionList/1.0", "IClipboardInterface/1.0",
+                             "IDocumentState/1.0", "IDocumentViewTool/1.0", "IDocumentState"}) {
+        QVERIFY2(m_pTool->qt_metacast(name), name);
+    }
+    QVERIFY(!m_pTool->qt_metacast("ITool/1.0"));
+    QCOMPARE(m_pTool->GetDocumentState(), quint64(0));
+}
+
+void TestClipboardTool::thePanelGetsTheLastThreeActions()
+{
+    QStringList texts;
+    const QList<QAction*> actions = m_pPanel->GetClipboardActions();
+    for (const QAction* action : actions)
+        texts.append(action->text());
+    QCOMPARE(texts,
+             QStringList({"Paste as a new image", "Delete from clipboard", "Copy to system clipboard"}));
+    QCOMPARE(m_pTool->GetClipboardActions(), actions);
+    QVERIFY(List());
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(List()->columnCount(), 2);
+}
+
+void TestClipboardTool::theHostsObjectsAreKept()
+{
+    // Nobody asks for them back: handing them over has to be harmless, also when they go first.
+    {
+        QStandardItemModel model;
+        QItemSelectionModel selection(&model);
+        m_pTool->SetClipboardModel(&model, &selection);
+    }
+    m_pTool->SetClipboardModel(nullptr, nullptr);
+    QVERIFY(List());
+}
+
+void TestClipboardTool::nothingIsOnWithoutAView()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->SetDocumentView(nullptr);
+    QCOMPARE(OpenActions(), QStringList());
+}
+
+void TestClipboardTool::copyNeedsASelection()
+{
+    QCOMPARE(OpenActions(), QStringList());
+    Select({0, 0, 5, 5});
+    QCOMPARE(OpenActions(), QStringList({"Copy", "Copy Merged", "Cut"}));
+    Document()->SetSelectionMask({}, {});
+    QCOMPARE(OpenActions(), QStringList());
+}
+
+void TestClipboardTool::copyNeedsOneSelectedLayer()
+{
+    Document()->AddLayer("second", LXImage32(40, 30), {});
+    Select({0, 0, 5, 5});
+    m_pFixture->SelectLayers({0});
+    QVERIFY(Action("Copy")->isEnabled());
+    m_pFixture->SelectLayers({0, 1});
+    QVERIFY(!Action("Copy")->isEnabled());
+    QVERIFY(!Action("Copy Merged")->isEnabled());
+    m_pFixture->SelectLayers({});
+    QVERIFY(!Action("Copy")->isEnabled());
+    m_pFixture->SelectLayers({1});
+    QVERIFY(Action("Copy")->isEnabled());
+}
+
+void TestClipboardTool::pasteNeedsAnItem()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    QCOMPARE(OpenActions(),
+             QStringList({"Copy", "Copy Merged", "Cut", "Paste", "New image", "New layer",
+                          "Paste as a new image", "Delete from clipboard", "Copy to system clipboard"}));
+    QVERIFY(m_pTool->GetMainMenuEntries().rbegin()->pMenu->menuAction()->isEnabled());
+}
+
+void TestClipboardTool::whatNeedsNoPictureStaysOnWithoutAView()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    m_pTool->SetDocumentView(nullptr);
+    QCOMPARE(OpenActions(), QStringList({"New image", "Paste as a new image", "Delete from clipboard",
+                                         "Copy to system clipboard"}));
+}
+
+void TestClipboardTool::aLockedDocumentSwitchesAllOff()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    const QStringList before = OpenActions();
+    Document()->Lock();
+    QCOMPARE(OpenActions(), QStringList());
+    QVERIFY(!m_pTool->GetMainMenuEntries().rbegin()->pMenu->menuAction()->isEnabled());
+    Document()->Unlock();
+    QCOMPARE(OpenActions(), before);
+}
+
+void TestClipboardTool::aSelectionThatComesUnderTheLockOpensNothing()
+{
+    Document()->Lock();
+    Select({0, 0, 5, 5});
+    QCOMPARE(OpenActions(), QStringList());
+    Document()->Unlock();
+    QVERIFY(Action("Copy")->isEnabled());
+}
+
+void TestClipboardTool::aMaskAsTargetOpensPaste()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    GiveMask(255, true);
+    QVERIFY(Action("Paste")->isEnabled());
+    QVERIFY(Action("New layer")->isEnabled());
+}
+
+void TestClipboardTool::anEmptyListSwitchesPasteOff()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    m_pTool->Delete();
+    QCOMPARE(OpenActions(), QStringList({"Copy", "Copy Merged", "Cut"}));
+}
+
+void TestClipboardTool::aKeyBeginsAfterAMoment()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->StartCopy();
+    QCoreApplication::processEvents();
+    QCOMPARE(List()->rowCount(), 0);
+    QTRY_COMPARE(List()->rowCount(), 1);
+}
+
+void TestClipboardTool::aRepeatedKeyMakesOneCopy()
+{
+    Select({0, 0, 5, 5});
+    QSignalSpy changes(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+    for (int press = 0; press < 5; ++press)
+        m_pTool->StartCopy();
+    QTRY_COMPARE(List()->rowCount(), 1);
+    QCOMPARE(changes.count(), 1);
+
+    // Another key afterwards begins anew.
+    Select({10, 10, 5, 5});
+    m_pTool->StartCopy();
+    QTRY_COMPARE(List()->rowCount(), 2);
+}
+
+void TestClipboardTool::copyAndThenCutIsOneCut()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->StartCopy();
+    m_pTool->StartCut();
+    QTRY_COMPARE(HistoryTexts(), QStringList({"Cut"}));
+    QCOMPARE(List()->rowCount(), 1);
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nCut"));
+}
+
+void TestClipboardTool::copyMergedTakesAllLayers()
+{
+    LXImage32 above(40, 30);
+    above.Fill(LXRGBA32i(0xFF112233u));
+    Document()->AddLayer("above", above, {});
+    m_pFixture->SelectLayers({1});
+    Select({3, 4, 5, 5});
+    m_pTool->StartCopyMerged();
+    QTRY_COMPARE(List()->rowCount(), 1);
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, 0xFF112233u);
+
+    m_pTool->Copy();
+    QCOMPARE(ItemImage(1).GetColor(0, 0).value, Begun(3, 4).value);
+}
+
+void TestClipboardTool::aViewThatIsGoneStopsTheCopy()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->SetDocumentView(nullptr);
+    m_pTool->Copy();
+    m_pTool->Cut();
+    m_pTool->Paste();
+    m_pTool->PasteAsNewLayer();
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestClipboardTool::mergedIsForgottenWithTheViewItWasMeantFor()
+{
+    LXImage32 above(40, 30);
+    above.Fill(LXRGBA32i(0xFF112233u));
+    Document()->AddLayer("above", above, {});
+    m_pFixture->SelectLayers({1});
+    Select({3, 4, 5, 5});
+    m_pTool->StartCopyMerged();
+    m_pTool->SetDocumentView(nullptr);
+    m_pTool->Copy();
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+    m_pTool->Copy();
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, Begun(3, 4).value);
+}
+
+void TestClipboardTool::theEndEmptiesTheSystemClipboardAndThePanel()
+{
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    QVERIFY(!SystemImage().isNull());
+    QSignalSpy changes(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+    m_pTool.reset();
+    QCOMPARE(changes.count(), 0);
+    QVERIFY(SystemImage().isNull());
+    QVERIFY(!QGuiApplication::clipboard()->signalsBlocked());
+    QVERIFY(!m_pPanel->GetClipboardModel());
+    QVERIFY(!m_pPanel->GetClipboardSelection());
+    QVERIFY(m_pPanel->GetClipboardActions().isEmpty());
+}
+
+ZK_REGISTER_TEST(tst_clipboardtool, TestClipboardTool)
+#include "tst_clipboardtool.moc"
