@@ -1,15 +1,18 @@
 #include "app/Editor.h"
 
 #include "app/ChannelMenu.h"
+#include "app/ClipboardMenu.h"
 #include "app/DocumentFiles.h"
 #include "app/DragAidsMenu.h"
 #include "app/EditMenu.h"
 #include "app/EmptyPage.h"
 #include "app/FileMenu.h"
+#include "app/FlatFile.h"
 #include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
 #include "app/MainWindow.h"
 #include "app/ModifyMenu.h"
+#include "app/PictureDrops.h"
 #include "app/PreferencesUse.h"
 #include "app/RecentFiles.h"
 #include "app/ViewMenu.h"
@@ -17,6 +20,7 @@
 #include "core/ZKApplication_p.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LexoAppKeyHook.h"
+#include "gui/MimeFileReader.h"
 #include "guicore/InputHabits.h"
 #include "plugincore/PluginLoader.h"
 
@@ -59,6 +63,7 @@ bool Editor::Start()
 
     ZKApplicationPrivate::Get().SetFolders(m_Folders);
     PreferencesUse::ApplyLook(m_Folders.resources);
+    MimeFileReader::Set(FlatFile::IsPicture, FlatFile::Read);
     // Sees every key from the start on.
     LexoAppKeyHook::instance();
 
@@ -85,6 +90,8 @@ void Editor::BuildWindow()
     new FileMenu(window, GetFiles(), &m_pParts->recentFiles);
     auto* preferences = new PreferencesUse(window, m_Folders.resources);
     new EditMenu(window, preferences);
+    new ClipboardMenu(window);
+    new PictureDrops(window);
     new ViewMenu(window);
     new GuideMenu(window);
     new DragAidsMenu(window);

@@ -8,6 +8,7 @@
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "gui/ClipboardPanel.h"
 #include "gui/ColorWells.h"
 #include "gui/HistoryPanel.h"
 #include "gui/LToolBoxWidget.h"
@@ -15,6 +16,7 @@
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LXMdiSubWindow.h"
+#include "gui/LXMimePictures.h"
 #include "gui/LXToolWidgetManager.h"
 #include "gui/LayersWidget.h"
 #include "gui/PathsWidget.h"
@@ -26,6 +28,7 @@
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QDragMoveEvent>
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
@@ -39,17 +42,7 @@ constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
 const QLatin1String GeometryKey("Editor/WindowGeometry");
 const QLatin1String PanelsKey("Editor/Panels");
-constexpr int PanelsVersion = 3; // counts up when the panels are other ones
-
-/// The local files among what is dragged; empty when there are none.
-QStringList LocalFiles(const QMimeData* data)
-{
-    QStringList paths;
-    for (const QUrl& url : data->urls()) {
-        if (url.isLocalFile()) paths.append(url.toLocalFile());
-    }
-    return paths;
-}
+constexpr int PanelsVersion = 4; // counts up when the panels are other ones
 
 QToolBar* MakeFixedBar(const QString& name, const QString& title)
 {
@@ -167,7 +160,9 @@ void MainWindow::BuildPanels()
                    LayersWidget::GetInstance());
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("pathsPanel"), tr("Paths"), m_pPathsPanel);
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("historyPanel"), tr("History"), m_pHistoryPanel);
-    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
+    m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("clipboardPanel"), tr("Clipboard"),
+                   new ClipboardPanel(LayersWidget::GetInstance()));
+    m_pPanels->Add(PanelArea::ViewGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
 }
 
 void MainWindow::FollowActiveView()
@@ -226,14 +221,47 @@ void MainWindow::closeEvent(QCloseEvent* event)
     emit Closed();
 }
 
+QStringList MainWindow::LocalFiles(const QMimeData* content)
+{
+    QStringList paths;
+    const QList<QUrl> urls = content->urls();
+    for (const QUrl& url : urls) {
+        if (url.isLocalFile()) paths.append(url.toLocalFile());
+    }
+    return paths;
+}
+
+ZKDocumentView* MainWindow::ViewAt(const QPoint& pos) const
+{
+    ZKDocumentView* view = GetActiveView();
+    if (!view) return nullptr;
+    const QWidget* viewport = view->viewport();
+    return viewport->isVisible() && viewport->rect().contains(viewport->mapFrom(this, pos)) ? view : nullptr;
+}
+
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!LocalFiles(event->mimeData()).isEmpty()) event->acceptProposedAction();
+    const QMimeData* content = event->mimeData();
+    if (!LocalFiles(content).isEmpty() || LXMimePictures::HasPictures(content)) event->acceptProposedAction();
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    // Files have a place everywhere, pictures only on a canvas.
+    const bool isWelcome = !LocalFiles(event->mimeData()).isEmpty() || ViewAt(event->pos());
+    event->setAccepted(isWelcome);
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    const QStringList paths = LocalFiles(event->mimeData());
+    const QMimeData* content = event->mimeData();
+    if (const ZKDocumentView* view = ViewAt(event->pos())) {
+        event->acceptProposedAction();
+        const QPoint viewPos = view->viewport()->mapFrom(this, event->pos());
+        emit DroppedOnCanvas(content, view->mapToScene(viewPos));
+        return;
+    }
+    const QStringList paths = LocalFiles(content);
     if (paths.isEmpty()) return;
 
     event->acceptProposedAction();

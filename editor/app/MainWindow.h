@@ -15,6 +15,7 @@ class LXDocumentInterface;
 class LXMdiArea;
 class PanelArea;
 class PathsWidget;
+class QMimeData;
 class RecentFiles;
 class SamplesWidget;
 class StatusReadout;
@@ -53,6 +54,9 @@ public:
     /// Puts size and panels back to what they are at a first start.
     void ResetLayout();
 
+    /// The local files among what is dragged; empty when there are none.
+    static QStringList LocalFiles(const QMimeData* content);
+
 signals:
     /// Another document window is the active one, or none (null).
     void ActiveViewChanged(ZKDocumentView* view);
@@ -60,8 +64,11 @@ signals:
     /// The full screen was entered or left, by whomever.
     void FullScreenChanged(bool fullScreen);
 
-    /// Files were dropped anywhere on the window.
+    /// Files were dropped on the window beside the canvas.
     void FilesDropped(const QStringList& paths);
+
+    /// Files or pictures were dropped on the active view.
+    void DroppedOnCanvas(const QMimeData* content, QPointF scenePos);
 
     /// After the window was closed.
     void Closed();
@@ -70,6 +77,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
@@ -81,6 +89,8 @@ private:
     void StorePlace() const;
     void FollowActiveView();
     void UpdateTitle();
+    /// The active view, when the point of the window lies in it.
+    ZKDocumentView* ViewAt(const QPoint& pos) const;
 
     LXMdiArea* m_pArea = nullptr;
     EmptyPage* m_pEmptyPage = nullptr;

@@ -1,6 +1,7 @@
 #include "history/LayerCommands.h"
 
 #include "document/LXDocumentInterface_p.h"
+#include "document/LXLayerNameHelper.h"
 #include "history/LayerContentCommand.h"
 #include "history/LayerMaskCommand.h"
 #include "history/LayerOrderCommand.h"
@@ -41,6 +42,16 @@ LexoCommand* LayerCommands::Duplicate(LXDocumentInterface* document, QItemSelect
     const int row = insides->layers.Find(id) ? RowOf(id) : noRow;
     return Named(LayerContentCommand::Adding(document, selection, row, layer),
                  QT_TRANSLATE_NOOP("LayerCommands", "Duplicate layer"));
+}
+
+LexoCommand* LayerCommands::AddPicture(LXDocumentInterface* document, QItemSelectionModel* selection,
+                                       unsigned int id, const LXImage32& image, const QPoint& topLeft)
+{
+    LayerState layer;
+    layer.properties.name = LXLayerNameHelper::MakeDefaultName(document, LXLayerNameHelper::New, id);
+    layer.properties.rect = QRect(topLeft, image.Rect().size());
+    layer.image = image;
+    return LayerContentCommand::Adding(document, selection, RowOf(id), layer);
 }
 
 LexoCommand* LayerCommands::Move(LXDocumentInterface* document, unsigned int from, unsigned int to)

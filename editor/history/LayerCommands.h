@@ -1,9 +1,12 @@
 #pragma once
 
+#include "image/LXImageFwd.h"
+
 #include <QString>
 
 class LexoCommand;
 class LXDocumentInterface;
+class QPoint;
 class QItemSelectionModel;
 
 /// The undoable changes of a layers panel, with their texts, ready to push. All take ids; with a bad one redo
@@ -15,6 +18,9 @@ LexoCommand* Remove(LXDocumentInterface* document, QItemSelectionModel* selectio
 /// The copy goes above the layer and is selected.
 LexoCommand* Duplicate(LXDocumentInterface* document, QItemSelectionModel* selection, unsigned int id,
                        const QString& name);
+/// A picture as a layer of its own size, which gets the id and is selected. The text is the caller's.
+LexoCommand* AddPicture(LXDocumentInterface* document, QItemSelectionModel* selection, unsigned int id,
+                        const LXImage32& image, const QPoint& topLeft);
 /// The layer stands at the id `to` afterwards.
 LexoCommand* Move(LXDocumentInterface* document, unsigned int from, unsigned int to);
 

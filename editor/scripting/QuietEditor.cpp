@@ -2,9 +2,11 @@
 
 #include "document/LXDocumentInterface.h"
 #include "gui/LXDocumentManager.h"
+#include "gui/LayersWidget.h"
 #include "scripting/ScriptContext.h"
 
 #include <QAbstractEventDispatcher>
+#include <QAbstractItemModel>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QThreadPool>
@@ -68,9 +70,17 @@ bool HasSingleShotSoon()
     return false;
 }
 
+/// A copy begins a moment after its key, by a timer of who keeps the list of copies.
+bool IsCopySoon()
+{
+    const QAbstractItemModel* list = LayersWidget::GetInstance()->GetClipboardModel();
+    QObject* owner = list ? list->QObject::parent() : nullptr;
+    return owner && !QAbstractEventDispatcher::instance()->registeredTimers(owner).isEmpty();
+}
+
 bool HasTimerSoon()
 {
-    if (HasSingleShotSoon()) return true;
+    if (HasSingleShotSoon() || IsCopySoon()) return true;
     for (const QWidget* window : QApplication::topLevelWidgets()) {
         for (const QTimer* timer : window->findChildren<QTimer*>()) {
             if (IsSoonDue(timer)) return true;

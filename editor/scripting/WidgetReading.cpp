@@ -43,11 +43,23 @@ QStringList ActionTexts(const QMenu* menu)
     return texts;
 }
 
+/// What the first column says, or, where it only has a picture, the others, parted by tabs.
+QString RowText(const QAbstractItemModel* model, int row)
+{
+    const QString first = model->index(row, 0).data(Qt::DisplayRole).toString();
+    if (!first.isEmpty()) return first;
+
+    QStringList others;
+    for (int column = 1; column < model->columnCount(); ++column)
+        others.append(model->index(row, column).data(Qt::DisplayRole).toString());
+    return others.join('\t');
+}
+
 QStringList RowTexts(const QAbstractItemModel* model)
 {
     QStringList texts;
     for (int row = 0; model && row < model->rowCount(); ++row)
-        texts.append(model->index(row, 0).data(Qt::DisplayRole).toString());
+        texts.append(RowText(model, row));
     return texts;
 }
 } // namespace

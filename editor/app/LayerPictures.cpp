@@ -1,0 +1,77 @@
+#include "app/LayerPictures.h"
+
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "gui/ZKDocumentView.h"
+#include "history/LayerCommands.h"
+#include "history/LexoCommand.h"
+#include "history/LexoUndoStack.h"
+
+#include <QItemSelectionModel>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+/// That of the topmost selected layer; 1 without one.
+unsigned int IdOfSelected(const ZKDocumentView* view)
+{
+    int top = view->GetModel()->rowCount();
+    const QModelIndexList rows = view->GetLayerSelection()->selectedIndexes();
+    for (const QModelIndex& index : rows)
+        top = std::min(top, index.row());
+    return rows.isEmpty() ? 1 : static_cast<unsigned int>(top) + 1;
+}
+
+void Push(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
+{
+    if (history) {
+        history->push(command.release());
+    } else {
+        command->redo();
+    }
+}
+
+/// One step of the history, which also ends when something inside fails.
+class StepGroup
+{
+public:
+    StepGroup(LexoUndoStack* history, const QString& text) : m_pHistory(history)
+    {
+        if (m_pHistory) m_pHistory->beginMacro(text);
+    }
+
+    ~StepGroup()
+    {
+        if (m_pHistory) m_pHistory->endMacro();
+    }
+
+    Q_DISABLE_COPY(StepGroup)
+
+private:
+    LexoUndoStack* m_pHistory;
+};
+} // namespace
+
+bool LayerPictures::MayAdd(const ZKDocumentView* view)
+{
+    return view && !view->GetModel()->GetDocument()->GetLockState() && !view->IsLayerOrderBlocked();
+}
+
+void LayerPictures::Add(ZKDocumentView* view, const QList<Place>& places, const QString& text)
+{
+    LexoUndoStack* history = view->GetHistory();
+    const StepGroup group(places.size() > 1 ? history : nullptr, text);
+    for (const Place& place : places) {
+        std::unique_ptr<LexoCommand> command(
+            LayerCommands::AddPicture(view->GetModel()->GetDocument(), view->GetLayerSelection(),
+                                      IdOfSelected(view), place.image, place.topLeft));
+        command->setText(text);
+        Push(history, std::move(command));
+    }
+}
+
+QPoint LayerPictures::Centered(const LXImage32& image, const QPointF& middle)
+{
+    return QPointF(middle.x() - image.Width() / 2.0, middle.y() - image.Height() / 2.0).toPoint();
+}
