@@ -147,7 +147,8 @@ bool Screenshots::TakeMenusOf(const QList<QAction*>& titles, const QString& pref
         if (!title->isVisible() || !title->menu()) continue;
         const QString name = prefix + FileNameOf(title->text());
         title->menu()->popup(corner);
-        const bool isTaken = Take(title->menu(), name);
+        // Some are filled when they open, and may have found nothing to offer.
+        const bool isTaken = title->menu()->isEmpty() || Take(title->menu(), name);
         title->menu()->hide();
         if (!isTaken || !TakeMenusOf(title->menu()->actions(), name + '-')) return false;
     }

@@ -21,7 +21,7 @@ void TestScriptTools::aToolIsChosenByName()
     EditorScriptFixture editor(4, 3);
     editor.Check(R"(
         expect.contains(tools.names, "Fillcan")
-        expect.equal([tools.active, tools.running], ["", ""])
+        expect.equal([tools.active, tools.running], ["Move tool", "Move tool"], "an editor begins with it")
         expect.equal(tools.activate("Fillcan"), true)
         expect.equal([tools.active, tools.running], ["Fillcan", "Fillcan"])
         expect.throws(function() { tools.activate("Hammer") }, "There is no tool \"Hammer\"; there are: ")
