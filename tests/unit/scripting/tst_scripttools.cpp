@@ -58,6 +58,7 @@ void TestScriptTools::theCursorIsToldByThemeAndHotSpot()
 {
     EditorScriptFixture editor(4, 3);
     editor.Check(R"(
+        tools.activate("")
         expect.equal(tools.cursor, { shape: "Arrow" })
         tools.activate("Fillcan")
         expect.equal(tools.cursor, { theme: "bucket_cursor", x: 3, y: 17 })
