@@ -50,6 +50,11 @@ void MoveTargets::AddMask(const LXDocumentModel& model, int row)
     m_Rect |= model.GetDocument()->GetMaskGeometry(key + 1);
 }
 
+QList<uint> MoveTargets::LayerIds() const
+{
+    return IdsOf(m_Layers);
+}
+
 void MoveTargets::MoveBy(LXDocumentInterface* document, const QPoint& delta) const
 {
     for (auto layer = m_Layers.begin(); layer != m_Layers.end(); ++layer) {
@@ -73,7 +78,7 @@ std::unique_ptr<LexoCommand> MoveTargets::MakeCommand(LXDocumentInterface* docum
     constexpr bool applyOnPush = false;
     auto data = std::make_unique<MoveCommandData>();
     data->SetDelta(delta);
-    data->SetLayers(IdsOf(m_Layers));
+    data->SetLayers(LayerIds());
     data->SetMasks(IdsOf(m_Masks));
     auto command = std::make_unique<MoveCommand>(document, applyOnPush);
     // Owned by the command from then on.

@@ -25,6 +25,8 @@ public:
     /// Around all of it at the press, in document pixels; empty for nothing.
     QRect GetRect() const { return m_Rect; }
 
+    QList<uint> LayerIds() const;
+
     /// Puts everything this far from where it stood at the press.
     void MoveBy(LXDocumentInterface* document, const QPoint& delta) const;
 

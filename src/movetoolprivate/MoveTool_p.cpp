@@ -13,6 +13,7 @@
 #include "document/LXDocumentModel.h"
 #include "gui/LToolBoxButton.h"
 #include "gui/LToolBoxWidget.h"
+#include "gui/LXDragGuide.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/ZKDocumentView.h"
 #include "utils/ZKIconHelper.h"

@@ -26,6 +26,7 @@ class LToolBoxButton;
 class LToolBoxWidget;
 class LXDocumentInterface;
 class LXDocumentModel;
+class LXDragGuide;
 class LexoUndoStack;
 class QGraphicsSceneMouseEvent;
 class ZKActivateAction;
@@ -217,7 +218,8 @@ private:
     QCursor m_SavedCursor;
     bool m_bDragging = false;
     QPointF m_PressPos;
-    QPointF m_LastPos; ///< of the drag, as the tool was told last
+    QPointF m_Way; ///< of the drag, as far as it has come from there
+    std::unique_ptr<LXDragGuide> m_pGuide;
     MoveTargets m_Targets;
     QPoint m_SelectionOffset; ///< at the press
     QPointer<LXDocumentInterface> m_pLockedDocument;

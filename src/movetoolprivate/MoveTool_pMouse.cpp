@@ -13,6 +13,7 @@
 #include "document/LXDocumentSelectionLockerForRead.h"
 #include "document/LayerKind.h"
 #include "document/LayerLocks.h"
+#include "gui/LXDragGuide.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/ZKDocumentView.h"
@@ -59,7 +60,7 @@ void MoveToolPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
     m_State = State::NoSelection;
     m_bDragging = true;
     m_PressPos = event->scenePos();
-    m_LastPos = m_PressPos;
+    m_Way = QPointF();
     // A box of the start runs an event loop, in which the tool may go.
     const QPointer<MoveToolPrivate> self(this);
     const bool isStarted = StartDrag();
@@ -70,6 +71,7 @@ void MoveToolPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
         return;
     }
     if (m_State == State::Path) m_SelectionOffset = m_PressPos.toPoint();
+    m_pGuide = std::make_unique<LXDragGuide>(GetView(), m_FrameRect, m_Targets.LayerIds());
     GetView()->EnableAutoscroll(true);
 }
 
@@ -171,6 +173,7 @@ bool MoveToolPrivate::StartFloating()
 
 bool MoveToolPrivate::StartPath()
 {
+    m_FrameRect = QRect();
     if (const MoveViewState* record = CurrentRecord()) {
         if (record->m_bPath && record->m_PathIDs == m_PathPair) return true;
         LandRecord(*record);
@@ -190,9 +193,9 @@ void MoveToolPrivate::StartOffsets()
 
 void MoveToolPrivate::StepTo(const QPointF& scenePos)
 {
-    m_LastPos = scenePos;
     if (!m_pDocumentView || m_LockCode != Unlocked) return;
 
+    m_Way = m_pGuide->Follow(scenePos - m_PressPos);
     const QPoint delta = DragDelta();
     switch (m_State) {
     case State::NoSelection:
@@ -210,7 +213,7 @@ void MoveToolPrivate::StepTo(const QPointF& scenePos)
 
 QPoint MoveToolPrivate::DragDelta() const
 {
-    return (m_LastPos - m_PressPos).toPoint();
+    return m_Way.toPoint();
 }
 
 // Pixels are told where the selection shall be, a path how far it shall go.
@@ -253,6 +256,7 @@ void MoveToolPrivate::OnRelease(const QGraphicsSceneMouseEvent* event)
         return;
     }
     StepTo(event->scenePos());
+    m_pGuide.reset();
     EndDrag();
     if (!self) return;
     LeaveTemporaryTurn();
@@ -320,6 +324,7 @@ void MoveToolPrivate::AbandonDrag()
 void MoveToolPrivate::GiveDragBack()
 {
     m_bDragging = false;
+    m_pGuide.reset();
     UnlockDocument();
     if (!m_pDocumentView) return;
 
