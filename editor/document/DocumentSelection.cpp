@@ -31,7 +31,16 @@ LXImage32 DocumentSelection::Snapshot(QPoint* offset) const
 
 bool DocumentSelection::Set(const LXImage32& mask, const QPoint& offset)
 {
-    const QRect bounds = AlphaScan::BoundsAbove(mask, 0);
+    return Put(mask, offset, AlphaScan::BoundsAbove(mask, 0));
+}
+
+bool DocumentSelection::SetTrimmed(const LXImage32& mask, const QPoint& offset)
+{
+    return Put(mask, offset, mask.Rect());
+}
+
+bool DocumentSelection::Put(const LXImage32& mask, const QPoint& offset, const QRect& bounds)
+{
     const PixelWriteScope scope(m_Locks, Key);
     const std::lock_guard<std::mutex> guard(m_Mutex);
     if (bounds.isEmpty() && m_Geometry.isEmpty()) return false;

@@ -34,6 +34,8 @@ public:
 
     /// A mask without coverage means no selection. False when there was none before either.
     bool Set(const LXImage32& mask, const QPoint& offset);
+    /// The same for a mask that is known to have coverage in its outermost rows and columns, or to be empty.
+    bool SetTrimmed(const LXImage32& mask, const QPoint& offset);
     /// False without a selection.
     bool Translate(const QPoint& delta);
     /// Puts the mask's top left there. False without a selection.
@@ -41,6 +43,8 @@ public:
     bool HasAbove(unsigned char value) const;
 
 private:
+    /// @param bounds  of its coverage, in pixels of the mask
+    bool Put(const LXImage32& mask, const QPoint& offset, const QRect& bounds);
     /// Under both locks.
     void TranslateLocked(const QPoint& delta);
 

@@ -247,6 +247,13 @@ QRect LXDocumentInterfacePrivate::ExtentOf(const Layer& layer) const
     return layers.PropertiesOf(layer).rect | layers.PlaceOf(layer.overlay).ShownRect();
 }
 
+void LXDocumentInterfacePrivate::SetTrimmedSelection(const LXImage32& mask, const QPoint& offset)
+{
+    if (selection.SetTrimmed(mask, offset)) {
+        OnMainThread([this] { emit document->SelectionChanged(); });
+    }
+}
+
 QRect LXDocumentInterfacePrivate::Canvas() const
 {
     return QRect(QPoint(0, 0), merged.Size());

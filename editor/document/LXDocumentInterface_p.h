@@ -64,6 +64,10 @@ public:
     /// Takes the sizes of the images over into the properties; called when a write locker is given back.
     void SyncGeometry(Layer& layer);
 
+    /// SetSelectionMask() without a search for the bounds: the mask has coverage in its outermost rows and
+    /// columns, or is empty. Any thread.
+    void SetTrimmedSelection(const LXImage32& mask, const QPoint& offset);
+
     /// Where a layer may show: its image and what floats above it. QRect() for a bad id. Any thread.
     QRect Extent(unsigned int id) const;
     QRect ExtentOf(const Layer& layer) const;

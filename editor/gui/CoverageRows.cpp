@@ -41,20 +41,25 @@ int CoverageRows::ToDocument(int viewPos, int origin) const
 
 void CoverageRows::ReadMaskRow(int y)
 {
-    m_Read.assign(m_Columns, 0);
-    if (y < 0 || y >= m_Mask.Height()) return;
+    const int tileRow = y >= 0 && y < m_Mask.Height() ? y / MaskTileSize : None;
+    const bool isOtherTile = tileRow != m_TileRow || m_Read.empty();
+    if (isOtherTile) {
+        m_Read.assign(m_Columns, 0);
+        PinTiles(tileRow);
+    }
+    if (tileRow == None) return;
 
-    PinTiles(y / MaskTileSize);
     const int* inTile = m_InTile.data();
     for (std::size_t i = 0; i < m_Spans.size(); ++i) {
         const Span& span = m_Spans[i];
         quint8* const target = m_Read.data() + span.first;
-        if (m_Sources[i].solid != None) {
-            std::fill_n(target, span.count, quint8(m_Sources[i].solid));
-        } else {
+        if (m_Sources[i].solid == None) {
             const LXRGBA32i* const row = m_Sources[i].tile.Pixels() + y % MaskTileSize * MaskTileSize;
             std::transform(inTile, inTile + span.count, target,
                            [row](int x) { return quint8(row[x].Alpha()); });
+        } else if (isOtherTile) {
+            // The same for all of the tile's rows.
+            std::fill_n(target, span.count, quint8(m_Sources[i].solid));
         }
         inTile += span.count;
     }
@@ -65,17 +70,22 @@ void CoverageRows::PinTiles(int tileRow)
     if (tileRow == m_TileRow) return;
     m_TileRow = tileRow;
     m_Sources.clear();
+    if (tileRow == None) return;
+
+    const LXTile* left = nullptr;
     for (const Span& span : m_Spans) {
-        LXTileReader<LXRGBA32i> tile = m_Mask.ReadTile(span.tile, tileRow);
-        const int solid = SolidCoverage(m_Mask.TileAt(span.tile, tileRow).data(), tile.Pixels());
-        m_Sources.push_back({std::move(tile), solid});
+        const LXTile* const tile = m_Mask.TileAt(span.tile, tileRow).data();
+        LXTileReader<LXRGBA32i> pixels = m_Mask.ReadTile(span.tile, tileRow);
+        // Only what a mask holds again and again is worth a look at pixels that nobody may ask for.
+        const int solid =
+            tile == left || m_Solid.count(tile) > 0 ? SolidCoverage(tile, pixels.Pixels()) : None;
+        m_Sources.push_back({std::move(pixels), solid});
+        left = tile;
     }
 }
 
 int CoverageRows::SolidCoverage(const LXTile* tile, const LXRGBA32i* pixels)
 {
-    // One that the mask holds once isn't worth a look at pixels that nobody may ask for.
-    if (!tile->IsShared()) return None;
     const auto [place, isNew] = m_Solid.emplace(tile, None);
     if (isNew) {
         const int first = pixels->Alpha();

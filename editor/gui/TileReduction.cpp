@@ -1,9 +1,12 @@
 #include "gui/TileReduction.h"
 
+#include "image/TileThreads.h"
+
 #include <QPair>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace {
 constexpr int SourceTileSize = 128;
@@ -118,14 +121,36 @@ void PremultiplyRow(const QRgb* row, QRgb* out, int count)
     }
 }
 
+/// The image that is written, reached without a look at whether others share it: tiles are reduced by several
+/// threads.
+class Target
+{
+public:
+    Target(QImage& image, const QPoint& at)
+        : m_pBits(image.bits()), m_RowBytes(image.bytesPerLine()), m_At(at)
+    {}
+
+    /// @param point  counted from where the part's top left goes
+    QRgb* At(const QPoint& point) const
+    {
+        const QPoint place = m_At + point;
+        return reinterpret_cast<QRgb*>(m_pBits + std::ptrdiff_t(place.y()) * m_RowBytes) + place.x();
+    }
+
+private:
+    uchar* m_pBits;
+    int m_RowBytes;
+    QPoint m_At;
+};
+
 /// @param levelRect  pixels of the level whose boxes lie in the tile
 /// @param tileRect   the tile's pixels that belong to the picture, picture coordinates
 void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const QRect& levelRect,
-                QImage& target, const QPoint& at)
+                const Target& target, const QPoint& at)
 {
     const int first = (levelRect.x() << level) - tileRect.x();
     for (int y = 0; y < levelRect.height(); ++y) {
-        auto* const out = reinterpret_cast<QRgb*>(target.scanLine(at.y() + y)) + at.x();
+        QRgb* const out = target.At(at + QPoint(0, y));
         const int top = ((levelRect.y() + y) << level) - tileRect.y();
         const int bottom = qMin(top + (1 << level), tileRect.height());
         if (level == 0) {
@@ -135,19 +160,45 @@ void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const Q
         }
     }
 }
+
+/// Whether the tile beside it is the same one, as in what was filled with one color.
+bool IsRepeated(const LXImage32& picture, int column, int row)
+{
+    const LXTile* const tile = picture.TileAt(column, row).data();
+    const auto is = [&](int other) { return picture.TileAt(other, row).data() == tile; };
+    return (column > 0 && is(column - 1)) || (column + 1 < int(picture.m_TilesX) && is(column + 1));
+}
+
+bool IsSolid(const LXRGBA32i* tile)
+{
+    constexpr int pixels = SourceTileSize * SourceTileSize;
+    return std::all_of(tile, tile + pixels, [tile](LXRGBA32i pixel) { return pixel == *tile; });
+}
+
+/// What every box of a solid tile gives.
+void WriteSolid(const LXRGBA32i* tile, int level, const QSize& size, const Target& target, const QPoint& at)
+{
+    const QRgb color = level == 0 ? qPremultiply(tile->value) : MeanByAlpha(tile, QRect(0, 0, 1, 1));
+    for (int y = 0; y < size.height(); ++y)
+        std::fill_n(target.At(at + QPoint(0, y)), size.width(), color);
+}
 } // namespace
 
-void ReduceInto(const LXImage32& picture, int level, const QRect& levelRect, QImage& target, const QPoint& at)
+void ReduceInto(const LXImage32& picture, int level, const QRect& levelRect, QImage& image, const QPoint& at)
 {
     const int step = SourceTileSize >> level;
-    for (int row = levelRect.top() / step; row <= levelRect.bottom() / step; ++row) {
-        for (int column = levelRect.left() / step; column <= levelRect.right() / step; ++column) {
-            const QRect tileRect =
-                QRect(column * SourceTileSize, row * SourceTileSize, SourceTileSize, SourceTileSize);
-            const QRect part = QRect(column * step, row * step, step, step) & levelRect;
-            const auto reader = picture.ReadTile(column, row);
-            ReduceTile(reader.Pixels(), tileRect & picture.Rect(), level, part, target,
-                       at + part.topLeft() - levelRect.topLeft());
+    const QRect source = QRect(levelRect.topLeft() * (1 << level), levelRect.size() * (1 << level));
+    const Target target(image, at);
+    TileThreads::ForEachTile(source & picture.Rect(), [&](int column, int row, const QRect&) {
+        const QRect tileRect =
+            QRect(column * SourceTileSize, row * SourceTileSize, SourceTileSize, SourceTileSize);
+        const QRect part = QRect(column * step, row * step, step, step) & levelRect;
+        const QPoint place = part.topLeft() - levelRect.topLeft();
+        const auto reader = picture.ReadTile(column, row);
+        if (IsRepeated(picture, column, row) && IsSolid(reader.Pixels())) {
+            WriteSolid(reader.Pixels(), level, part.size(), target, place);
+        } else {
+            ReduceTile(reader.Pixels(), tileRect & picture.Rect(), level, part, target, place);
         }
-    }
+    });
 }

@@ -1,6 +1,6 @@
 #include "history/SelectionExecution.h"
 
-#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
 
 void SelectionExecution::Combine(LXDocumentInterface* document, const PlacedMask& added,
@@ -12,7 +12,7 @@ void SelectionExecution::Combine(LXDocumentInterface* document, const PlacedMask
         selection = {document->GetSelectionMask(), document->GetSelectionMaskOffset()};
     }
     const PlacedMask combined = SelectionCombine::Combined(selection, added, op);
-    document->SetSelectionMask(combined.mask, combined.offset);
+    LXDocumentInterfacePrivate::Get(document)->SetTrimmedSelection(combined.mask, combined.offset);
 }
 
 void SelectionExecution::MoveTo(LXDocumentInterface* document, const QPoint& topLeft)

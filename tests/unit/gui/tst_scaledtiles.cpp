@@ -17,6 +17,7 @@ private slots:
     void levelsAreTheMeanOfTheirBoxes();
     void colorOfTransparentPixelsDoesNotBleed();
     void partsAgreeWithTheWhole();
+    void repeatedTilesOfOneColorAreReducedLikeOthers();
     void tilesAreMadeOnce();
     void onlyWhatChangedIsMadeAgain();
     void whatChangedIsSeen();
@@ -117,6 +118,26 @@ void TestScaledTiles::partsAgreeWithTheWhole()
     const QRect part(100, 120, 60, 70);
     ScaledTileCache fresh(Megabyte);
     QCOMPARE(fresh.Compose(picture, 0, part), whole.copy(part));
+}
+
+void TestScaledTiles::repeatedTilesOfOneColorAreReducedLikeOthers()
+{
+    for (const quint32 color : {0xFF123456u, 0x80C0FF01u, 0x01FFFFFFu, 0x00FFFFFFu}) {
+        LXImage32 shared(400, 300);
+        shared.Fill(LXRGBA32i(color));
+        shared.SetColor(7, 200, LXRGBA32i(0xFF00FF00));
+        LXImage32 single = shared;
+        for (LXTilePointer& tile : single.m_Tiles)
+            const LXTileWriter<LXRGBA32i> detached(tile);
+        for (int level = 0; level <= 7; ++level) {
+            const QRect rect = LevelRect(shared, level);
+            QImage expected(rect.size(), QImage::Format_ARGB32_Premultiplied);
+            QImage seen(rect.size(), QImage::Format_ARGB32_Premultiplied);
+            ReduceInto(single, level, rect, expected, QPoint());
+            ReduceInto(shared, level, rect, seen, QPoint());
+            QCOMPARE(seen, expected);
+        }
+    }
 }
 
 void TestScaledTiles::tilesAreMadeOnce()
