@@ -84,6 +84,32 @@ public:
             Replace(column, row, part);
             return;
         }
+        if (m_Fill.brush.IsOneColor() && isOnly(255) && part.size() == QSize(TileSide, TileSide)) {
+            FillWhole(column, row, part, coverage);
+        } else {
+            Fill(column, row, part, coverage);
+        }
+    }
+
+private:
+    /// Tiles that the image holds many times give one new tile where one color covers all of them.
+    void FillWhole(int column, int row, const QRect& part, const TileCoverage& coverage)
+    {
+        LXTilePointer& slot = m_Fill.image.TileAt(column, row);
+        if (slot == m_Before) {
+            slot = m_After;
+            return;
+        }
+        // One that is the image's alone is written in its place.
+        const LXTilePointer before = slot->IsShared() ? slot : LXTilePointer();
+        Fill(column, row, part, coverage);
+        if (!before) return;
+        m_Before = before;
+        m_After = slot;
+    }
+
+    void Fill(int column, int row, const QRect& part, const TileCoverage& coverage)
+    {
         if (!m_Fill.brush.IsOneColor()) m_Fill.brush.Read(part, m_Source.data());
         const auto tile = m_Fill.image.WriteTile(column, row);
         for (int y = 0; y < part.height(); ++y) {
@@ -98,7 +124,6 @@ public:
         }
     }
 
-private:
     void Replace(int column, int row, const QRect& part)
     {
         if (m_Fill.brush.IsOneColor() && part.width() == TileSide && part.height() == TileSide) {
@@ -149,6 +174,8 @@ private:
     std::array<quint8, TileSide> m_Covered{};
     std::array<quint8, TileSide> m_Strength{};
     std::array<quint8, TileSide> m_NoMask;
+    LXTilePointer m_Before; ///< the last tile that one color covered whole...
+    LXTilePointer m_After;  ///< ...and what came out
 };
 } // namespace
 

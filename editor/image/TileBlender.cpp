@@ -61,7 +61,9 @@ TileBlender::TileBlender(const LXImage32& src, const BlendRule& rule, LXImage32&
       m_Mask(mask),
       m_Kernel(BlendKernels::For(rule.mode, rule.keepAlpha)),
       m_Strength(m_Kernel.strength, InRange(rule.opacity), mask.image != nullptr),
-      m_IsCopy(rule.mode == BlendMode::Source && m_Strength.IsAlwaysFull())
+      m_IsCopy(rule.mode == BlendMode::Source && m_Strength.IsAlwaysFull()),
+      m_HidesUnder(rule.mode == BlendMode::Normal && !rule.keepAlpha && mask.image == nullptr &&
+                   rule.opacity >= 1.0)
 {
     if (mask.image != nullptr) m_MaskInside = (mask.rect & mask.image->Rect()).translated(-area.toMask);
 }
@@ -79,6 +81,7 @@ void TileBlender::BlendTile(int column, int row, const QRect& part)
         return;
     }
     if (LeavesAsIs(column, row, part) || TakeComposed(column, row, part)) return;
+    if (m_HidesUnder && IsOpaque(part) && ShareTile(column, row, part)) return;
 
     const bool isKept = m_Mask.image == nullptr && IsAligned() && SourceTileOf(part)->IsShared() &&
                         m_Dst.TileAt(column, row)->IsShared();
@@ -106,6 +109,15 @@ bool TileBlender::ShareTile(int column, int row, const QRect& part)
 
     m_Dst.TileAt(column, row) = SourceTileOf(part);
     return true;
+}
+
+/// Whether the source's tile under the part is opaque all over, asked of whole tiles alone.
+bool TileBlender::IsOpaque(const QRect& part) const
+{
+    if (part.width() != TileSide || part.height() != TileSide || !IsAligned()) return false;
+    const LXTileReader<LXRGBA32i> tile(*SourceTileOf(part));
+    const auto isOpaque = [](LXRGBA32i pixel) { return pixel.Alpha() == 255; };
+    return std::all_of(tile.Pixels(), tile.Pixels() + TileWalk::TilePixels, isOpaque);
 }
 
 void TileBlender::CopyTile(int column, int row, const QRect& part)

@@ -62,6 +62,7 @@ private:
     void BlendTile(int column, int row, const QRect& part);
     bool ShareTile(int column, int row, const QRect& part);
     void CopyTile(int column, int row, const QRect& part);
+    bool IsOpaque(const QRect& part) const;
     bool IsCopyEqual(const QRect& part) const;
     bool IsAligned() const;
     const LXTilePointer& SourceTileOf(const QRect& part) const;
@@ -83,6 +84,7 @@ private:
     BlendKernel m_Kernel;
     StrengthKernel m_Strength;
     bool m_IsCopy;                                      ///< all four bytes of every pixel are replaced
+    bool m_HidesUnder;                                  ///< nothing of the target is left under opaque pixels
     QRect m_MaskInside;                                 ///< target pixels that have a mask pixel
     std::atomic<const LXTile*> m_pBlankSource{nullptr}; ///< a shared tile of the source without any alpha
     std::mutex m_ComposedMutex;

@@ -1,6 +1,7 @@
 #include "GuiFixture.h"
 
 #include "gui/ScaledTileCache.h"
+#include "gui/TileReduction.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>

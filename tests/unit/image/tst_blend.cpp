@@ -6,6 +6,7 @@
 
 #include <QTest>
 
+#include <functional>
 #include <limits>
 #include <random>
 #include <stdexcept>
@@ -79,6 +80,7 @@ private slots:
     void sharedTilesOfOthersStayAsTheyWere();
 
     void copyingAlignedTilesSharesThem();
+    void opaqueTilesThatHideTheTargetAreShared();
     void copyingKeepsTheRestOfAPartlyCoveredTile();
     void blankSourcesDetachNothing();
     void cuttingABlankTargetDetachesNothing();
@@ -408,6 +410,41 @@ void TestBlend::sharedTilesOfOthersStayAsTheyWere()
     QCOMPARE(image.GetColor(2, 2).value, 0xFFFFFFFFu);
     QCOMPARE(image.GetColor(130, 2).value, 0xFF000000u);
     QCOMPARE(other.GetColor(2, 2).value, 0xFF000000u);
+}
+
+void TestBlend::opaqueTilesThatHideTheTargetAreShared()
+{
+    const LXImage32 before = TestImages::ToTiles(TestImages::Random(384, 256, m_Random));
+    LXImage32 source(384, 256);
+    source.Fill(LXRGBA32i(0xFF203040));
+    source.SetColor(200, 5, LXRGBA32i(0xFE000000)); // in the second tile
+
+    LXImage32 hidden = before;
+    BlendOn(source, source.Rect(), BlendMode::Normal, hidden, hidden.Rect(), 1.0, false);
+    QCOMPARE(hidden.TileAt(0, 0), source.TileAt(0, 0));
+    QCOMPARE(hidden.TileAt(2, 1), source.TileAt(2, 1));
+    QVERIFY(hidden.TileAt(1, 0) != source.TileAt(1, 0));
+    QCOMPARE(hidden.GetColor(130, 3).value, 0xFF203040u);
+
+    // Where something of the target stays, it isn't.
+    const QRect most(0, 0, 384, 255);
+    for (const auto& blend :
+         {std::function<void(LXImage32&)>([&](LXImage32& target) {
+              BlendOn(source, source.Rect(), BlendMode::Normal, target, target.Rect(), 0.5, false);
+          }),
+          std::function<void(LXImage32&)>([&](LXImage32& target) {
+              BlendOn(source, source.Rect(), BlendMode::Normal, target, target.Rect(), 1.0, true);
+          }),
+          std::function<void(LXImage32&)>([&](LXImage32& target) {
+              BlendOn(source, source.Rect(), BlendMode::Multiply, target, target.Rect(), 1.0, false);
+          }),
+          std::function<void(LXImage32&)>([&](LXImage32& target) {
+              BlendOn(source, most, BlendMode::Normal, target, most, 1.0, false);
+          })}) {
+        LXImage32 target = before;
+        blend(target);
+        QVERIFY(target.TileAt(0, 1) != source.TileAt(0, 1));
+    }
 }
 
 void TestBlend::copyingAlignedTilesSharesThem()

@@ -63,6 +63,7 @@ private slots:
     void farAndEmptyPathsDoNothing();
     void hugePathsFillTheImage();
     void coveredTilesAreDetachedAlone();
+    void oneColorOnRepeatedTilesIsMadeOnce();
 };
 
 void TestFillPath::wholePixelsTakeTheBrush_data()
@@ -330,6 +331,27 @@ void TestFillPath::hugePathsFillTheImage()
         FillPath(image, mode, RectPath(QRectF(-1e6, -1e6, 2e6, 2e6)), QBrush(Qt::white));
         const PlainImage expected(300, 270, LXRGBA32i(0xFFFFFFFF));
         QCOMPARE(TestImages::Difference(TestImages::ToPlain(image), expected), QString());
+    }
+}
+
+void TestFillPath::oneColorOnRepeatedTilesIsMadeOnce()
+{
+    LXImage32 coverage(640, 384);
+    coverage.Fill(LXRGBA32i(0x80000000));
+    coverage.SetColor(300, 200, LXRGBA32i(0x40000000)); // in the middle
+    const LXImage32 before = coverage;
+    QPainterPath path;
+    path.addRect(QRectF(coverage.Rect()));
+    FillPath(coverage, BlendMode::SourceIn, path, QColor(255, 0, 0));
+    QCOMPARE(coverage.GetColor(300, 200).value, 0x40FF0000u);
+    QCOMPARE(coverage.GetColor(301, 200).value, 0x80FF0000u);
+    QCOMPARE(before.GetColor(0, 0).value, 0x80000000u);
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 5; ++column)
+            QCOMPARE(coverage.GetColor(column * 128, row * 128).value, 0x80FF0000u);
+        // The path's edges run through the outer columns.
+        QCOMPARE(coverage.TileAt(2, row) == coverage.TileAt(1, row), row != 1);
+        QCOMPARE(coverage.TileAt(3, row) == coverage.TileAt(2, row), row != 1);
     }
 }
 
