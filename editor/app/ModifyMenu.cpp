@@ -80,6 +80,8 @@ void ModifyMenu::Modify(Kind kind)
 void ModifyMenu::UpdateActions()
 {
     const bool isFree = m_pDocument && m_pHistory && !m_pDocument->GetLockState();
+    const bool hasSelection = isFree && m_pDocument->HasSelection();
+    m_pMenu->menuAction()->setEnabled(hasSelection);
     for (QAction* action : m_pMenu->actions())
-        action->setEnabled(isFree && m_pDocument->HasSelection());
+        action->setEnabled(hasSelection);
 }

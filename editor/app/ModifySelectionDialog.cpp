@@ -54,10 +54,6 @@ ModifySelectionDialog::ModifySelectionDialog(LXDocumentInterface* document, Sele
     m_pUi->m_pRadiusLbl->setText(LabelOf(kind));
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     OfferRadius();
-    // The window keeps its size when the bar comes and goes.
-    QSizePolicy policy = m_pUi->m_pBusyBar->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    m_pUi->m_pBusyBar->setSizePolicy(policy);
     // Else Enter would be its own while OK is disabled.
     m_pUi->m_pButtons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
 
@@ -105,7 +101,9 @@ void ModifySelectionDialog::ShowFailure()
 
 void ModifySelectionDialog::UpdateControls()
 {
-    m_pUi->m_pBusyBar->setVisible(m_Preview.IsUnderWay());
+    QWidget* const bar = m_pUi->m_pBusyBar;
+    QWidget* const note = m_pUi->m_pNoteLbl;
+    m_pUi->m_pOutcomeStk->setCurrentWidget(m_Preview.IsUnderWay() ? bar : note);
     m_pUi->m_pRadiusSpn->setEnabled(!m_bAcceptsWhenReady);
     m_pUi->m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(m_bIsPossible && !m_bAcceptsWhenReady);
 }

@@ -44,7 +44,7 @@ QString SaveSelectionDialog::GetName() const
 void SaveSelectionDialog::ShowOutcome()
 {
     const bool isThere = m_Names.contains(GetName());
-    m_pUi->m_pNoteLbl->setText(isThere ? tr("The saved selection of this name is replaced.") : QString());
+    m_pUi->m_pNoteLbl->setText(isThere ? tr("Replaces the one of this name.") : QString());
     m_pUi->m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(!GetName().isEmpty());
 }
 

@@ -32,7 +32,10 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThreadPool>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace {
 constexpr QSize WindowSize(1280, 800); // whatever the screen
@@ -204,7 +207,38 @@ bool Screenshots::TakeDialogs()
            TakeDialog(progress, QStringLiteral("dialog-progress")) &&
            TakeDialog(question, QStringLiteral("dialog-question")) &&
            TakeDialog(fill, QStringLiteral("dialog-fill")) &&
-           TakeDialog(color, QStringLiteral("dialog-color")) && TakeExport();
+           TakeDialog(color, QStringLiteral("dialog-color")) && TakeColorRange() && TakeExport();
+}
+
+/// It stands beside the picture, whose colors are clicked while it is open.
+bool Screenshots::TakeColorRange()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    const QString text = QCoreApplication::translate("ColorRangeSelectPrivate", "Color range");
+    for (const QAction* title : window->menuBar()->actions()) {
+        if (!title->menu()) continue;
+        const QList<QAction*> entries = title->menu()->actions();
+        const auto is = [&text](const QAction* entry) { return entry->text() == text; };
+        const auto found = std::find_if(entries.begin(), entries.end(), is);
+        if (found != entries.end()) (*found)->trigger();
+    }
+    auto* dialog = window->findChild<QDialog*>(QStringLiteral("SelectColorRangeDlg"));
+    if (!dialog) return Fail(tr("The color range did not open."));
+
+    InputDriver input;
+    const QSize size = window->GetActiveDocument()->GetDocumentSize();
+    for (const QPointF& place : {QPointF(0.1, 0.1), QPointF(0.2, 0.9)}) {
+        input.ClickInScene(window->GetActiveView(),
+                           QPointF(size.width() * place.x(), size.height() * place.y()));
+        // The click's color is made ready for the screen, then what it matches is shown.
+        for (int jobs = 0; jobs < 2; ++jobs) {
+            QThreadPool::globalInstance()->waitForDone();
+            QCoreApplication::processEvents();
+        }
+    }
+    const bool isTaken = Take(dialog, QStringLiteral("dialog-color-range"));
+    input.Key(Qt::Key_Escape);
+    return isTaken;
 }
 
 /// What it asks depends on the picture, so the export itself is started, and cancelled at each dialog.

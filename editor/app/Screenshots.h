@@ -43,6 +43,7 @@ private:
     bool TakeMenusOf(const QList<QAction*>& titles, const QString& prefix);
     bool TakePanels();
     bool TakeDialogs();
+    bool TakeColorRange();
     bool TakeExport();
     bool TakeDialog(QDialog& dialog, const QString& name);
     bool Take(QWidget* widget, const QString& name);

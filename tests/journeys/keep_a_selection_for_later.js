@@ -82,7 +82,7 @@ expect.equal(selected(), null)
 step("saving under the same name replaces, and says so before")
 picture.select({ x: 1, y: 2, width: 3, height: 4 })
 save("Selection 1", function(dialog) {
-    expect.equal(dialog.find("m_pNoteLbl").text, "The saved selection of this name is replaced.")
+    expect.equal(dialog.find("m_pNoteLbl").text, "Replaces the one of this name.")
 })
 expect.equal(names(), ["Selection 1", "Strip & more"])
 picture.select(null)
