@@ -1,8 +1,8 @@
 #include "app/StatusReadout.h"
 
 #include "document/LXDocumentInterface.h"
-#include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
+#include "document/MergedPartReader.h"
 #include "gui/ZKDocumentView.h"
 #include "image/LXImage.h"
 #include "image/LXTileManager.h"
@@ -33,7 +33,7 @@ QLabel* MakeReadout(const QString& name, const QString& widestText)
 
 QColor MergedColor(const LXDocumentInterface* document, const QPoint& docPos)
 {
-    const LXDocumentLayerLockerForRead locker(document, 0);
+    const MergedPartReader reader(document, QRect(docPos, QSize(1, 1)));
     const LXImage32* merged = document->GetLayerImage(0);
     return merged ? QColor::fromRgba(merged->GetColor(docPos.x(), docPos.y()).value) : QColor();
 }

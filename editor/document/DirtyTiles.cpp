@@ -25,14 +25,20 @@ void DirtyTiles::Reset(const QSize& canvas)
     m_Notes.clear();
 }
 
+/// Columns and rows; empty when the rectangle misses the canvas.
+QRect DirtyTiles::TilesOf(const QRect& rect) const
+{
+    const QRect inside = rect & m_Canvas;
+    if (inside.isEmpty()) return QRect();
+    return QRect(QPoint(inside.left() >> TileShift, inside.top() >> TileShift),
+                 QPoint(inside.right() >> TileShift, inside.bottom() >> TileShift));
+}
+
 void DirtyTiles::Mark(const QRect& rect)
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
-    const QRect inside = rect & m_Canvas;
-    if (inside.isEmpty()) return;
-
-    const QPoint first(inside.left() >> TileShift, inside.top() >> TileShift);
-    NoteLocked(QRect(first, QPoint(inside.right() >> TileShift, inside.bottom() >> TileShift)));
+    const QRect tiles = TilesOf(rect);
+    if (!tiles.isEmpty()) NoteLocked(tiles);
 }
 
 /// Notes join only until somebody asks for the count: what that one has seen must not look newer later.
@@ -79,34 +85,35 @@ DirtyTiles::Count DirtyTiles::Now() const
     return m_Count;
 }
 
-QRect DirtyTiles::Bounds() const
+QRect DirtyTiles::Bounds(const QRect& part) const
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
     MarkNotedLocked();
-    QRect tiles;
-    if (!m_bAnyDirty) return tiles;
-    for (std::size_t i = 0; i < m_Marks.size(); ++i) {
-        if (m_Marks[i] == 0) continue;
-        const int tile = static_cast<int>(i);
-        tiles |= QRect(tile % m_Columns, tile / m_Columns, 1, 1);
+    QRect dirty;
+    if (!m_bAnyDirty) return dirty;
+    const QRect tiles = TilesOf(part);
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            if (m_Marks[IndexOf(column, row)] != 0) dirty |= QRect(column, row, 1, 1);
+        }
     }
-    return QRect(tiles.topLeft() * TileSide, tiles.size() * TileSide);
+    return QRect(dirty.topLeft() * TileSide, dirty.size() * TileSide);
 }
 
-std::vector<int> DirtyTiles::Take(Count upTo)
+std::vector<int> DirtyTiles::Take(Count upTo, const QRect& part)
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
     MarkNotedLocked();
     std::vector<int> taken;
-    m_bAnyDirty = false;
-    for (std::size_t i = 0; i < m_Marks.size(); ++i) {
-        if (m_Marks[i] == 0) continue;
-        if (m_Marks[i] > upTo) {
-            m_bAnyDirty = true;
-            continue;
+    const QRect tiles = TilesOf(part);
+    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
+        for (int column = tiles.left(); column <= tiles.right(); ++column) {
+            Count& mark = m_Marks[IndexOf(column, row)];
+            if (mark == 0 || mark > upTo) continue;
+            mark = 0;
+            taken.push_back(static_cast<int>(IndexOf(column, row)));
         }
-        m_Marks[i] = 0;
-        taken.push_back(static_cast<int>(i));
     }
+    m_bAnyDirty = std::any_of(m_Marks.begin(), m_Marks.end(), [](Count mark) { return mark != 0; });
     return taken;
 }

@@ -3,7 +3,9 @@
 #include <QRect>
 #include <QSize>
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <mutex>
 #include <vector>
 
@@ -27,18 +29,36 @@ public:
 
     /// The present count.
     Count Now() const;
-    /// A rectangle in canvas pixels, of whole tiles, around everything dirty; empty when nothing is.
-    QRect Bounds() const;
-    /// Cleans the tiles whose mark isn't newer than the count, and gives their indices, row by row.
-    std::vector<int> Take(Count upTo);
+    /// A rectangle in canvas pixels, of whole tiles, around all tiles of the part that are dirty; empty when
+    /// none is.
+    /// @param part  canvas pixels; a tile belongs to it when they share a pixel
+    QRect Bounds(const QRect& part) const;
+
+    QRect Bounds() const { return Bounds(Everywhere); }
+
+    /// Cleans the tiles of the part whose mark isn't newer than the count, and gives their indices, row by
+    /// row.
+    std::vector<int> Take(Count upTo, const QRect& part);
+
+    std::vector<int> Take(Count upTo) { return Take(upTo, Everywhere); }
 
 private:
+    static constexpr QRect Everywhere{0, 0, std::numeric_limits<int>::max(), std::numeric_limits<int>::max()};
+
     /// Tiles that are to be marked.
     struct Note
     {
         QRect tiles;
         Count count;
     };
+
+    QRect TilesOf(const QRect& rect) const;
+
+    std::size_t IndexOf(int column, int row) const
+    {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_Columns) +
+               static_cast<std::size_t>(column);
+    }
 
     void NoteLocked(const QRect& tiles);
     void MarkNotedLocked() const;

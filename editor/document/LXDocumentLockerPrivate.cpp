@@ -33,6 +33,18 @@ LXDocumentLockerPrivate::ForSelection(const LXDocumentInterface* document)
     return locker;
 }
 
+std::unique_ptr<LXDocumentLockerPrivate>
+LXDocumentLockerPrivate::ForMergedPart(const LXDocumentInterface* document, const QRect& part)
+{
+    std::unique_ptr<LXDocumentLockerPrivate> locker(new LXDocumentLockerPrivate);
+    locker->m_pDocument = document;
+    locker->m_pLocks = LXDocumentInterfacePrivate::Get(document)->locks;
+    locker->m_Key = MergedPicture::Key;
+    locker->m_Part = part;
+    locker->Lock();
+    return locker;
+}
+
 LXDocumentLockerPrivate::~LXDocumentLockerPrivate()
 {
     Unlock();
@@ -41,7 +53,10 @@ LXDocumentLockerPrivate::~LXDocumentLockerPrivate()
 void LXDocumentLockerPrivate::Lock()
 {
     if (!m_pDocument || m_bLocked) return;
-    if (m_Key == MergedPicture::Key) LXDocumentInterfacePrivate::Get(m_pDocument)->merged.Update();
+    if (m_Key == MergedPicture::Key) {
+        MergedPicture& merged = LXDocumentInterfacePrivate::Get(m_pDocument)->merged;
+        m_Part ? merged.Update(*m_Part) : merged.Update();
+    }
     if (m_Access == Access::Write) {
         m_pLocks->LockWrite(m_Key);
     } else {

@@ -2,7 +2,10 @@
 
 #include "document/PixelLockTable.h"
 
+#include <QRect>
+
 #include <memory>
+#include <optional>
 
 class LXDocumentInterface;
 struct Layer;
@@ -21,6 +24,9 @@ public:
     static std::unique_ptr<LXDocumentLockerPrivate> ForLayer(const LXDocumentInterface* document,
                                                              unsigned int id, Access access);
     static std::unique_ptr<LXDocumentLockerPrivate> ForSelection(const LXDocumentInterface* document);
+    /// Brings only that part of the merged picture up to date.
+    static std::unique_ptr<LXDocumentLockerPrivate> ForMergedPart(const LXDocumentInterface* document,
+                                                                  const QRect& part);
 
     ~LXDocumentLockerPrivate();
 
@@ -34,6 +40,7 @@ private:
     std::shared_ptr<PixelLockTable> m_pLocks;
     std::shared_ptr<Layer> m_pLayer; ///< null for the merged picture and the selection
     PixelLockTable::Key m_Key = 0;
+    std::optional<QRect> m_Part; ///< of the merged picture; none for all of it
     Access m_Access = Access::Read;
     bool m_bLocked = false;
     PixelLockTable::Thread m_Owner;

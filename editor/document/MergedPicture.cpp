@@ -37,17 +37,17 @@ void MergedPicture::MarkDirty(const QRect& rect)
     m_Dirty.Mark(rect);
 }
 
-void MergedPicture::Update()
+void MergedPicture::Update(const QRect& part)
 {
     // The count comes first: a change after it leaves its tiles dirty, whatever was read of it.
     const DirtyTiles::Count upTo = m_Dirty.Now();
-    const QRect bounds = m_Dirty.Bounds();
+    const QRect bounds = m_Dirty.Bounds(part);
     if (bounds.isEmpty()) return;
 
     // No lock of the picture is held while the layers' are waited for.
     const CompositeLayers snapshot = Snapshot(bounds);
     const PixelWriteScope scope(m_Locks, Key);
-    Compose(snapshot, m_Dirty.Take(upTo));
+    Compose(snapshot, m_Dirty.Take(upTo, part));
 }
 
 CompositeLayers MergedPicture::Snapshot(const QRect& bounds) const

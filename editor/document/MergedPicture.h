@@ -10,7 +10,7 @@
 #include <atomic>
 
 /// All layers in one picture: a cache of tiles of the size of the canvas, composed where it is dirty and only
-/// when it is asked for.
+/// where it is asked for.
 class MergedPicture
 {
 public:
@@ -26,9 +26,12 @@ public:
     /// @param rect  canvas pixels; what lies outside the canvas is ignored. Any thread.
     void MarkDirty(const QRect& rect);
 
-    /// Composes all that was dirty at the call. Any thread; the caller holds no layer's write lock. When it
-    /// throws, what isn't composed stays dirty.
-    void Update();
+    /// Composes what of the part was dirty at the call. Any thread; the caller holds no layer's write lock.
+    /// When it throws, what isn't composed stays dirty.
+    /// @param part  canvas pixels
+    void Update(const QRect& part);
+
+    void Update() { Update(QRect(QPoint(0, 0), Size())); }
 
     /// Under the pixel lock.
     LXImage32& Image() { return m_Image; }

@@ -48,6 +48,20 @@ void PaintGrid(QPainter& painter, const QRect& exposed, const CanvasPlace& place
 }
 } // namespace
 
+QRect PictureBehind(const QRect& exposed, const CanvasPlace& place)
+{
+    const int level = place.Level();
+    const QRect needed = NeededOfLevel(exposed & place.Rect(), place, level);
+    if (needed.isEmpty()) return QRect();
+    // The cache makes whatever is stale of a tile as soon as any of the tile is needed.
+    constexpr int side = ScaledTileCache::TileSize;
+    const QPoint first(needed.left() / side, needed.top() / side);
+    const QPoint last(needed.right() / side, needed.bottom() / side);
+    const int reach = side << level;
+    return QRect(first * reach, (last + QPoint(1, 1)) * reach - QPoint(1, 1)) &
+           QRect(QPoint(0, 0), place.size);
+}
+
 QBrush MakeChecker(int square, const QColor& light, const QColor& dark)
 {
     QPixmap squares(2 * square, 2 * square);

@@ -40,9 +40,13 @@ struct CanvasLook
 /// A pattern of squares that tells transparency.
 QBrush MakeChecker(int square, const QColor& light, const QColor& dark);
 
+/// The pixels of the picture that PaintCanvas may read to paint a part of the viewport, whatever the cache
+/// holds.
+QRect PictureBehind(const QRect& exposed, const CanvasPlace& place);
+
 /// Fills a part of a viewport: the surround, the checker, the picture, the grid between large pixels.
 /// @param painter  in viewport coordinates
 /// @param exposed  viewport pixels; nothing outside is touched
-/// @param picture  the present pixels, of place.size; the caller holds their read locker
+/// @param picture  of place.size, with the present pixels in PictureBehind; the caller holds its read locker
 void PaintCanvas(QPainter& painter, const QRect& exposed, const CanvasPlace& place, const CanvasLook& look,
                  const LXImage32& picture, ScaledTileCache& cache);

@@ -1,8 +1,8 @@
 #include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
-#include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/MergedPartReader.h"
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentView_p.h"
 
@@ -105,13 +105,13 @@ CanvasPlace ZKDocumentViewPrivate::Place() const
 
 void ZKDocumentViewPrivate::Paint(QPainter* painter)
 {
-    const LXDocumentLayerLockerForRead locker(m_pDocument, 0);
+    const CanvasPlace place = Place();
+    const MergedPartReader reader(m_pDocument, PictureBehind(m_Exposed.boundingRect(), place));
     const LXImage32* picture = m_pDocument->GetLayerImage(0);
     if (!picture) return;
 
     painter->save();
     painter->resetTransform();
-    const CanvasPlace place = Place();
     for (const QRect& rect : m_Exposed) {
         PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
         m_Tint.Paint(*painter, rect, place);

@@ -21,6 +21,7 @@ private slots:
     void aTileMarkedAgainMeanwhileStaysDirty();
     void aSmallMarkMeanwhileLeavesTheRestOfALargeOne();
     void anyNumberOfMarksReachTheirTiles();
+    void aPartIsTakenByItself();
     void tilesThatCouldNotBeComposedAreDirtyAgain();
     void anEmptyCanvasHasNoTiles();
 };
@@ -97,6 +98,22 @@ void TestDirtyTiles::anyNumberOfMarksReachTheirTiles()
         }
         QCOMPARE(dirty.Take(dirty.Now()), Tiles(expected.begin(), expected.end()));
     }
+}
+
+void TestDirtyTiles::aPartIsTakenByItself()
+{
+    DirtyTiles dirty;
+    dirty.Reset(QSize(384, 256));
+    dirty.Take(dirty.Now());
+    dirty.Mark(QRect(0, 0, 256, 256));
+    const QRect part(200, 100, 100, 60);
+    QCOMPARE(dirty.Bounds(part), QRect(128, 0, 128, 256));
+    QCOMPARE(dirty.Take(dirty.Now(), part), Tiles({1, 4}));
+    QVERIFY(dirty.Bounds(part).isEmpty());
+    QVERIFY(dirty.Take(dirty.Now(), QRect()).empty());
+    QVERIFY(dirty.Take(dirty.Now(), QRect(900, 0, 10, 10)).empty());
+    QCOMPARE(dirty.Take(dirty.Now()), Tiles({0, 3}));
+    QVERIFY(dirty.Bounds().isEmpty());
 }
 
 void TestDirtyTiles::tilesThatCouldNotBeComposedAreDirtyAgain()

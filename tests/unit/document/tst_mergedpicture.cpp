@@ -3,6 +3,7 @@
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
 #include "document/LXDocumentModel.h"
+#include "document/MergedPartReader.h"
 #include "image/LXTileManager.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
@@ -163,6 +164,7 @@ private slots:
     void equalsTheTwinThroughRandomChanges();
     void nothingIsComposedBeforeSomebodyLooks();
     void onlyDirtyTilesAreComposedAgain();
+    void onlyThePartThatIsReadIsComposed();
     void aLoneOpaqueLayerSharesItsTiles();
     void theHighestOpaqueTileHidesWhatLiesBelow();
     void aTileIsSharedOnlyWhenItLiesAsTheCanvasDoes();
@@ -236,6 +238,26 @@ void TestMergedPicture::onlyDirtyTilesAreComposedAgain()
     document->LayerImageChanged(1, QRect(128, 10, 2, 2));
     Merged(document.get());
     QCOMPARE(ComposedTiles(document.get()) - before, quint64(2));
+}
+
+void TestMergedPicture::onlyThePartThatIsReadIsComposed()
+{
+    const OwnedDocument document = Make(QSize(512, 512));
+    document->AddLayer("layer", Filled(QSize(512, 512), 0xFF445566), QPoint());
+    {
+        const MergedPartReader reader(document.get(), QRect(130, 10, 126, 120));
+        QCOMPARE(document->GetLayerImage(0)->GetColor(130, 10).value, 0xFF445566u);
+        QCOMPARE(document->GetLayerImage(0)->GetColor(255, 129).value, 0xFF445566u);
+    }
+    QCOMPARE(ComposedTiles(document.get()), quint64(2));
+    {
+        const MergedPartReader nothing(document.get(), QRect());
+        const MergedPartReader again(document.get(), QRect(130, 10, 1, 1));
+    }
+    QCOMPARE(ComposedTiles(document.get()), quint64(2));
+    // The rest is still to be done.
+    QVERIFY(AreEqual(Merged(document.get()), Twin(document.get())));
+    QCOMPARE(ComposedTiles(document.get()), quint64(16));
 }
 
 void TestMergedPicture::aLoneOpaqueLayerSharesItsTiles()
