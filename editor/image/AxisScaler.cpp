@@ -1,95 +1,120 @@
 #include "image/AxisScaler.h"
 
-#include "image/PixelMath.h"
-#include "image/TileWalk.h"
-
 #include <algorithm>
 
 namespace {
-quint32 ToByte(float value)
+constexpr int Channels = AxisKernels::Channels;
+constexpr int Group = AxisKernels::TapGroup;
+
+/// Enough floats for so many pixels and a register more.
+std::size_t FloatsFor(int pixels)
 {
-    return static_cast<quint32>(PixelMath::RoundPositive(std::clamp(value, 0.0F, 255.0F)));
+    return static_cast<std::size_t>(pixels + Group) * Channels;
 }
 } // namespace
 
-AxisScaler::Tile::Tile(const AxisScaler& scaler, const QRect& part)
-    : m_Scaler(scaler),
-      m_Part(part),
-      m_First(scaler.m_Source.Width()),
-      m_Row(static_cast<std::size_t>(part.width()))
+AxisScaler::Part::Columns AxisScaler::Part::Needed(const AxisScaler& scaler, const QRect& part)
 {
+    Columns needed;
+    needed.first = scaler.m_Source.Width();
     for (int x = part.left(); x <= part.right(); ++x) {
         const ResampleTaps& taps = scaler.ColumnAt(x);
         if (taps.weights.empty()) continue;
-        m_First = std::min(m_First, taps.first);
-        m_End = std::max(m_End, taps.first + static_cast<int>(taps.weights.size()));
+        const int count = static_cast<int>(taps.weights.size());
+        needed.first = std::min(needed.first, taps.first);
+        needed.end = std::max(needed.end, taps.first + count);
+        needed.taps = std::max(needed.taps, count);
     }
+    needed.taps = (needed.taps + Group - 1) / Group * Group;
+    return needed;
+}
+
+AxisScaler::Part::Part(const AxisScaler& scaler, const QRect& part)
+    : m_Scaler(scaler),
+      m_Part(part),
+      m_Needed(Needed(scaler, part)),
+      m_Strip(scaler.m_Source, m_Needed.first, m_Needed.end),
+      m_Premultiplied(FloatsFor(std::max(0, m_Needed.end - m_Needed.first) + m_Needed.taps)),
+      m_Row(FloatsFor(part.width()))
+{
+    SetTaps();
     std::size_t most = 1;
     for (int y = part.top(); y <= part.bottom(); ++y) {
         most = std::max(most, scaler.RowAt(y).weights.size());
     }
     m_Lines.resize(most);
-    m_Premultiplied.resize(static_cast<std::size_t>(std::max(0, m_End - m_First)));
+    m_RowCoverage.resize(m_Coverage.size());
 }
 
-void AxisScaler::Tile::MakeRow(int y, LXRGBA32i* pixels)
+void AxisScaler::Part::SetTaps()
+{
+    const auto width = static_cast<std::size_t>(m_Part.width());
+    m_Firsts.resize(width);
+    m_Weights.resize(width * static_cast<std::size_t>(m_Needed.taps * Channels));
+    m_Coverage.resize(FloatsFor(m_Part.width()));
+    auto weights = m_Weights.begin();
+    for (std::size_t i = 0; i < width; ++i) {
+        const ResampleTaps& taps = m_Scaler.ColumnAt(m_Part.left() + static_cast<int>(i));
+        m_Firsts[i] = taps.weights.empty() ? 0 : taps.first - m_Needed.first;
+        auto weight = weights;
+        for (const double tap : taps.weights) {
+            weight = std::fill_n(weight, Channels, static_cast<float>(tap));
+        }
+        weights += m_Needed.taps * Channels;
+        std::fill_n(m_Coverage.begin() + static_cast<std::ptrdiff_t>(i) * Channels, Channels,
+                    static_cast<float>(taps.coverage));
+    }
+}
+
+void AxisScaler::Part::MakeRow(int y, LXRGBA32i* pixels)
 {
     const ResampleTaps& down = m_Scaler.RowAt(y);
-    if (down.weights.empty() || m_Premultiplied.empty()) {
+    if (!SumRow(down)) {
         std::fill_n(pixels, m_Part.width(), LXRGBA32i());
         return;
     }
-    std::fill(m_Row.begin(), m_Row.end(), Sum{});
+    const auto coverage = static_cast<float>(down.coverage);
+    std::transform(m_Coverage.begin(), m_Coverage.end(), m_RowCoverage.begin(),
+                   [coverage](float across) { return across * coverage; });
+    AxisKernels::ToStraight(m_Row.data(), m_RowCoverage.data(), m_Part.width(), pixels);
+}
+
+void AxisScaler::Part::MakePremultipliedRow(int y, LXRGBA32i* pixels)
+{
+    if (SumRow(m_Scaler.RowAt(y))) {
+        AxisKernels::ToPremultiplied(m_Row.data(), m_Part.width(), pixels);
+    } else {
+        std::fill_n(pixels, m_Part.width(), LXRGBA32i());
+    }
+}
+
+/// False where nothing shows.
+bool AxisScaler::Part::SumRow(const ResampleTaps& down)
+{
+    if (down.weights.empty() || m_Needed.taps == 0) return false;
+    m_DownLines.clear();
+    m_DownWeights.assign(down.weights.begin(), down.weights.end());
     for (std::size_t k = 0; k < down.weights.size(); ++k) {
-        const std::vector<Sum>& line = LineAt(down.first + static_cast<int>(k));
-        const auto weight = static_cast<float>(down.weights[k]);
-        for (std::size_t i = 0; i < m_Row.size(); ++i) {
-            for (int c = 0; c < 4; ++c) {
-                m_Row[i].of[c] += weight * line[i].of[c];
-            }
-        }
+        m_DownLines.push_back(LineAt(down.first + static_cast<int>(k)));
     }
-    for (int i = 0; i < m_Part.width(); ++i) {
-        const Sum& sum = m_Row[static_cast<std::size_t>(i)];
-        const double coverage = m_Scaler.ColumnAt(m_Part.left() + i).coverage * down.coverage;
-        const quint32 alpha = ToByte(sum.of[3] * static_cast<float>(coverage));
-        const float factor = 1.0F / std::max(sum.of[3], 1e-6F);
-        pixels[i] = alpha == 0 ? LXRGBA32i()
-                               : LXRGBA32i(alpha << 24 | ToByte(sum.of[2] * factor) << 16 |
-                                           ToByte(sum.of[1] * factor) << 8 | ToByte(sum.of[0] * factor));
-    }
+    AxisKernels::SumDown(m_DownLines.data(), m_DownWeights.data(), static_cast<int>(m_DownLines.size()),
+                         m_Part.width(), m_Row.data());
+    return true;
 }
 
 /// A row of the source, scaled across. Rows are asked for in order, so those of one mixture never share a
 /// slot.
-const std::vector<AxisScaler::Sum>& AxisScaler::Tile::LineAt(int y)
+const float* AxisScaler::Part::LineAt(int y)
 {
     Line& line = m_Lines[static_cast<std::size_t>(y) % m_Lines.size()];
-    if (line.y == y) return line.sums;
+    if (line.y == y) return line.sums.data();
     line.y = y;
-    line.sums.resize(m_Row.size());
-    TileWalk::ReadSpans(m_Scaler.m_Source, QRect(m_First, y, m_End - m_First, 1),
-                        [this](const LXRGBA32i* pixels, int x, int, int count) {
-                            Sum* sum = m_Premultiplied.data() + x;
-                            for (int i = 0; i < count; ++i, ++sum) {
-                                const auto alpha = static_cast<float>(pixels[i].Alpha());
-                                *sum = {{alpha * static_cast<float>(pixels[i].Blue()),
-                                         alpha * static_cast<float>(pixels[i].Green()),
-                                         alpha * static_cast<float>(pixels[i].Red()), alpha}};
-                            }
-                        });
-    for (std::size_t i = 0; i < m_Row.size(); ++i) {
-        const ResampleTaps& taps = m_Scaler.ColumnAt(m_Part.left() + static_cast<int>(i));
-        Sum sum{};
-        const Sum* source = m_Premultiplied.data() + (taps.first - m_First);
-        for (const double tap : taps.weights) {
-            const auto weight = static_cast<float>(tap);
-            for (int c = 0; c < 4; ++c) {
-                sum.of[c] += weight * source->of[c];
-            }
-            ++source;
-        }
-        line.sums[i] = sum;
-    }
-    return line.sums;
+    line.sums.resize(FloatsFor(m_Part.width()));
+    m_Strip.ReadRow(y, [this](const LXRGBA32i* pixels, int x, int count) {
+        AxisKernels::Premultiply(pixels, count, m_Premultiplied.data() + std::ptrdiff_t(x) * Channels);
+    });
+    AxisKernels::SumAcross(m_Premultiplied.data(),
+                           {m_Firsts.data(), m_Weights.data(), m_Needed.taps, m_Part.width()},
+                           line.sums.data());
+    return line.sums.data();
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "image/AxisKernels.h"
 #include "image/LXImage.h"
 #include "image/ResampleTaps.h"
+#include "image/SourceStrip.h"
 
 #include <QPoint>
 #include <QRect>
@@ -11,11 +13,6 @@
 /// Scales along the axes: rows of the source are scaled across first, once a tile, and then mixed down.
 class AxisScaler
 {
-    struct Sum
-    {
-        float of[4]; ///< blue, green and red times alpha, and alpha
-    };
-
 public:
     /// @param origin   the target pixel of the first column's and row's taps; all must outlive this
     AxisScaler(const LXImage32& source, const QPoint& origin, const std::vector<ResampleTaps>& columns,
@@ -23,33 +20,53 @@ public:
         : m_Source(source), m_Origin(origin), m_Columns(columns), m_Rows(rows)
     {}
 
-    /// The rows of one tile, from top to bottom. One thread.
-    class Tile
+    /// The rows of a part of the target, from top to bottom. One thread.
+    class Part
     {
     public:
-        Tile(const AxisScaler& scaler, const QRect& part);
+        Part(const AxisScaler& scaler, const QRect& part);
 
+        /// Straight pixels, their alpha weakened by how much of the target pixel the source covers.
         void MakeRow(int y, LXRGBA32i* pixels);
+        /// Premultiplied ones; `coverage` doesn't count.
+        void MakePremultipliedRow(int y, LXRGBA32i* pixels);
 
     private:
         struct Line
         {
             int y = -1;
-            std::vector<Sum> sums;
+            std::vector<float> sums;
         };
 
-        const std::vector<Sum>& LineAt(int y);
+        /// The source's columns that the part needs, from the first to the one before the end.
+        struct Columns
+        {
+            int first = 0;
+            int end = 0;
+            int taps = 0; ///< of the target pixel that has most
+        };
+
+        static Columns Needed(const AxisScaler& scaler, const QRect& part);
+        void SetTaps();
+        bool SumRow(const ResampleTaps& down);
+        const float* LineAt(int y);
 
         const AxisScaler& m_Scaler;
         QRect m_Part;
-        int m_First = 0; ///< the source's columns that the tile needs
-        int m_End = 0;
-        std::vector<Line> m_Lines; ///< as many as a row mixes
-        std::vector<Sum> m_Premultiplied;
-        std::vector<Sum> m_Row;
+        Columns m_Needed;
+        SourceStrip m_Strip;
+        std::vector<int> m_Firsts; ///< of each target pixel's taps, counted from m_Needed.first
+        std::vector<float> m_Weights;
+        std::vector<float> m_Coverage;      ///< across, four times a pixel
+        std::vector<float> m_RowCoverage;   ///< the same times the row's
+        std::vector<Line> m_Lines;          ///< as many as a row mixes
+        std::vector<float> m_Premultiplied; ///< a row of the source, with room for taps without weight
+        std::vector<float> m_Row;
+        std::vector<const float*> m_DownLines;
+        std::vector<float> m_DownWeights;
     };
 
-    Tile Enter(const QRect& part) const { return Tile(*this, part); }
+    Part Enter(const QRect& part) const { return Part(*this, part); }
 
 private:
     const ResampleTaps& ColumnAt(int x) const

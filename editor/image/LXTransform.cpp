@@ -2,6 +2,7 @@
 
 #include "image/AffineRows.h"
 #include "image/AxisScaler.h"
+#include "image/ColumnPicker.h"
 #include "image/InverseMap.h"
 #include "image/LXImage.h"
 #include "image/PixelMath.h"
@@ -125,8 +126,8 @@ void ScalePixels(const LXImage32& source, const InverseMap& map, LXImage32& targ
     }
     const AxisScaler scaler(source, part.topLeft(), columns, rows);
     MakePixels(target, part, [&](const QRect& inTile) {
-        return [tile = scaler.Enter(inTile)](int, int y, int, LXRGBA32i* pixels) mutable {
-            tile.MakeRow(y, pixels);
+        return [rows = scaler.Enter(inTile)](int, int y, int, LXRGBA32i* pixels) mutable {
+            rows.MakeRow(y, pixels);
         };
     });
 }
@@ -199,34 +200,22 @@ int Picked(double middle, int side)
     return place >= 0 && place < side ? static_cast<int>(place) : -1;
 }
 
-/// Columns and rows are mapped apart; a row of the source is laid out once and picked from.
+/// Columns and rows are mapped apart, so a tile's columns are found once.
 void PickScaledPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part)
 {
     MakePixels(target, part, [&](const QRect& inTile) {
         std::vector<int> columns;
         int first = source.Width();
-        int last = -1;
+        int end = 0;
         for (int x = inTile.left(); x <= inTile.right(); ++x) {
             columns.push_back(Picked(map.At(x, inTile.top()).x.middle, source.Width()));
             if (columns.back() < 0) continue;
             first = std::min(first, columns.back());
-            last = std::max(last, columns.back());
+            end = std::max(end, columns.back() + 1);
         }
-        std::vector<LXRGBA32i> line(static_cast<std::size_t>(std::max(0, last - first + 1)));
-        return [&, columns, first, line, lineRow = -1](int x, int y, int count, LXRGBA32i* pixels) mutable {
-            const int row = line.empty() ? -1 : Picked(map.At(x, y).y.middle, source.Height());
-            if (row >= 0 && row != lineRow) {
-                const QRect span(first, row, static_cast<int>(line.size()), 1);
-                TileWalk::ReadSpans(source, span, [&](const LXRGBA32i* from, int at, int, int spanCount) {
-                    std::copy_n(from, spanCount, line.data() + at);
-                });
-                lineRow = row;
-            }
-            for (int i = 0; i < count; ++i) {
-                const int column = columns[static_cast<std::size_t>(i)];
-                const bool isInside = row >= 0 && column >= 0;
-                pixels[i] = isInside ? line[static_cast<std::size_t>(column - first)] : LXRGBA32i();
-            }
+        return [&map, height = source.Height(), picker = ColumnPicker(source, columns, first, end)](
+                   int x, int y, int, LXRGBA32i* pixels) mutable {
+            picker.MakeRow(Picked(map.At(x, y).y.middle, height), pixels);
         };
     });
 }
