@@ -188,7 +188,8 @@ void AxisKernels::SumAcross(const float* source, const TapRow& row, float* resul
     HWY_DYNAMIC_DISPATCH(ZkLanes::SumAcrossRow)(source, row, result);
 }
 
-void AxisKernels::SumDown(const float* const* lines, const float* weights, int count, int pixels, float* result)
+void AxisKernels::SumDown(const float* const* lines, const float* weights, int count, int pixels,
+                          float* result)
 {
     HWY_DYNAMIC_DISPATCH(ZkLanes::SumDownLines)(lines, weights, count, pixels, result);
 }

@@ -91,13 +91,13 @@ bool InverseMap::IsAxisAligned() const
     return IsAffine() && m_YX == 0 && m_XY == 0;
 }
 
-std::optional<AffineMap> InverseMap::AsAffine() const
+PlanarMap InverseMap::AsPlanes() const
 {
-    if (!IsAffine() || !(m_1Z > 0)) return std::nullopt;
-    AffineMap map{m_XX / m_1Z, m_YX / m_1Z, 0, m_XY / m_1Z, m_YY / m_1Z, 0};
-    map.left = m_1X / m_1Z + (map.xx + map.yx) / 2;
-    map.top = m_1Y / m_1Z + (map.xy + map.yy) / 2;
-    return map;
+    const double scale = IsAffine() && m_1Z > 0 ? 1 / m_1Z : 1.0;
+    const auto fromMiddle = [scale](double right, double down, double first) {
+        return EvenPlane{right * scale, down * scale, (first + (right + down) / 2) * scale};
+    };
+    return {fromMiddle(m_XX, m_YX, m_1X), fromMiddle(m_XY, m_YY, m_1Y), fromMiddle(m_XZ, m_YZ, m_1Z)};
 }
 
 std::optional<PixelMap> InverseMap::AsPixelMap(const QRect& part) const

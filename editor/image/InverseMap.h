@@ -44,16 +44,23 @@ struct PixelMap
     int top = 0;
 };
 
-/// Where target pixels lie in the source when all steps are the same: the middle of pixel (x, y) at
-/// (xx x + yx y + left, xy x + yy y + top).
-struct AffineMap
+/// A number that goes on evenly over the middles of target pixels.
+struct EvenPlane
 {
-    double xx;
-    double yx;
-    double left;
-    double xy;
-    double yy;
-    double top;
+    double At(int x, int y) const { return right * x + down * y + first; }
+
+    double right;
+    double down;
+    double first; ///< of pixel (0, 0)
+};
+
+/// The middle of target pixel (x, y) lies at (X / Z, Y / Z) in the source; behind a perspective's eye Z isn't
+/// above 0, and without a perspective it is 1.
+struct PlanarMap
+{
+    EvenPlane x;
+    EvenPlane y;
+    EvenPlane z;
 };
 
 /// A transform of a picture, the other way round: from the target's coordinates to the source's.
@@ -68,8 +75,7 @@ public:
     /// Whether columns come from columns and rows from rows.
     bool IsAxisAligned() const;
 
-    /// None for a perspective.
-    std::optional<AffineMap> AsAffine() const;
+    PlanarMap AsPlanes() const;
 
     /// The map of pixels that this is inside the rectangle of target pixels, if it is one.
     std::optional<PixelMap> AsPixelMap(const QRect& part) const;

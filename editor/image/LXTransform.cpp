@@ -1,6 +1,5 @@
 #include "image/LXTransform.h"
 
-#include "image/AffineRows.h"
 #include "image/AxisScaler.h"
 #include "image/ColumnPicker.h"
 #include "image/InverseMap.h"
@@ -10,6 +9,7 @@
 #include "image/SourcePixels.h"
 #include "image/TileThreads.h"
 #include "image/TileWalk.h"
+#include "image/WindowRows.h"
 
 #include <QRect>
 #include <QTransform>
@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -160,37 +161,28 @@ private:
 };
 
 /// The middle of each row by whole registers, the pixels at the source's ends one by one.
-void MixAffinePixels(const LXImage32& source, const InverseMap& map, const AffineMap& affine,
-                     LXImage32& target, const QRect& part, ResampleKernel::Kind kind)
+void MixPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part,
+               ResampleKernel::Kind kind)
 {
+    const PlanarMap planes = map.AsPlanes();
     MakePixels(target, part, [&](const QRect& inTile) {
-        AffineRows rows(source, affine, kind);
-        rows.Enter(inTile);
-        return [rows, mixer = PixelMixer(source, map, kind)](int x, int y, int count,
-                                                             LXRGBA32i* pixels) mutable {
+        WindowRows rows(source, planes, kind);
+        const bool isServed = rows.Enter(inTile);
+        return [isServed, rows = std::move(rows),
+                mixer = PixelMixer(source, map, kind)](int x, int y, int count, LXRGBA32i* pixels) mutable {
+            using Range = WindowRows::Range;
+            const Range touching = isServed ? rows.Touching(x, y, count) : Range{0, count};
+            const Range inside = isServed ? rows.Inside(x, y, count) : Range{0, 0};
             std::fill_n(pixels, count, LXRGBA32i());
-            const AffineRows::Range touching = rows.Touching(x, y, count);
-            const AffineRows::Range inside = rows.Inside(x, y, count);
             if (inside.first < inside.end) {
                 rows.MakeRow(x + inside.first, y, inside.end - inside.first, pixels + inside.first);
             }
             for (int i = touching.first; i < touching.end; ++i) {
-                if (i == inside.first) i = inside.end;
+                if (i == inside.first) i = std::max(i, inside.end);
                 if (i < touching.end) pixels[i] = mixer(x + i, y);
             }
         };
     });
-}
-
-void MixPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part,
-               ResampleKernel::Kind kind)
-{
-    const std::optional<AffineMap> affine = map.AsAffine();
-    if (affine && AffineRows::Serves(*affine)) {
-        MixAffinePixels(source, map, *affine, target, part, kind);
-        return;
-    }
-    MakeEachPixel(target, part, [&] { return PixelMixer(source, map, kind); });
 }
 
 /// The source's column or row that the middle falls into, -1 beside it.

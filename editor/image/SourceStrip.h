@@ -34,7 +34,8 @@ private:
         m_Tiles.clear();
         m_Row = row;
         if (m_First >= m_End) return;
-        for (int column = m_First / TileWalk::TileSide; column <= (m_End - 1) / TileWalk::TileSide; ++column) {
+        for (int column = m_First / TileWalk::TileSide; column <= (m_End - 1) / TileWalk::TileSide;
+             ++column) {
             m_Tiles.push_back(m_Image.ReadTile(column, row));
         }
     }

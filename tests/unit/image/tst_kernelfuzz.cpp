@@ -196,7 +196,7 @@ QString TestKernelFuzz::TryConvolution()
                                   ConvolveTwin::ConvolveAlpha(picture, kernel, size));
 }
 
-/// Turned, sheared and scaled; colors may differ by a level, because kernels mix in float.
+/// Turned, sheared, scaled and in perspective; colors may differ by a level, because kernels mix in float.
 QString TestKernelFuzz::TryTransform()
 {
     const PlainImage source = RandomPicture(QSize(1 + Below(60), 1 + Below(60)));
@@ -204,10 +204,13 @@ QString TestKernelFuzz::TryTransform()
     const bool isTurned = Below(4) != 0;
     const double angle = isTurned ? Below(3600) / 10.0 : 0;
     const double scale = 0.4 + Below(300) / 100.0;
+    const bool isPerspective = Below(3) == 0;
+    const QTransform tilt(1, 0, isPerspective ? Below(100) / 8000.0 : 0, 0, 1,
+                          isPerspective ? Below(100) / 8000.0 : 0, 0, 0, 1);
     const QTransform transform = QTransform::fromTranslate(-Below(30), -Below(30)) *
                                  QTransform::fromScale(scale, scale * (1 + Below(3) * 0.3)) *
                                  QTransform().rotate(angle) *
-                                 QTransform::fromTranslate(Below(99) / 3.0, Below(40));
+                                 QTransform::fromTranslate(Below(99) / 3.0, Below(40)) * tilt;
     const bool isCubic = Below(2) == 0;
     const auto method = isCubic ? TransformTwin::Method::Cubic : TransformTwin::Method::Linear;
     LXImage32 target(size.width(), size.height());
@@ -219,7 +222,8 @@ QString TestKernelFuzz::TryTransform()
     const int difference = TransformTwin::LargestDifference(TestImages::ToPlain(target), expected);
     if (difference <= 1) return QString();
     return QStringLiteral(
-               "a %1 transform of %2 x %3 to %4 x %5 by (%6 %7, %8 %9, %10 %11) differs by %12 levels")
+               "a %1 transform of %2 x %3 to %4 x %5 by (%6 %7, %8 %9, %10 %11; %12 %13) differs by "
+               "%14 levels")
                .arg(isCubic ? QStringLiteral("cubic") : QStringLiteral("linear"))
                .arg(source.width)
                .arg(source.height)
@@ -231,6 +235,8 @@ QString TestKernelFuzz::TryTransform()
                .arg(transform.m22())
                .arg(transform.dx())
                .arg(transform.dy())
+               .arg(transform.m13())
+               .arg(transform.m23())
                .arg(difference) +
            TestImages::Difference(TestImages::ToPlain(target), expected);
 }

@@ -1,0 +1,324 @@
+#include "image/WindowKernels.h"
+
+// Reads this file again for each instruction set, so it comes before all that is read more than once.
+// clang-format off
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "image/WindowKernels.cpp"
+#include <hwy/foreach_target.h>
+// clang-format on
+
+#include "image/PixelLanes-inl.h"
+
+#include <algorithm>
+#include <cstddef>
+
+HWY_BEFORE_NAMESPACE();
+
+namespace ZkLanes {
+namespace HWY_NAMESPACE {
+namespace {
+
+constexpr int MostTaps = WindowKernels::MostTaps;
+constexpr int TapGroup = 4;
+constexpr int MostLanes = HWY_MAX_BYTES / 4;
+
+/// Where a register of target pixels lies on one axis, and how wide its pixels are there.
+struct Spans
+{
+    Reals middle;
+    Reals window;
+};
+
+/// A source pixel's share of a window, for the taps from the first that may have one.
+struct LinearWeights
+{
+    explicit HWY_INLINE LinearWeights(const Spans& spans)
+    {
+        const DF d;
+        const Reals reach = hn::Mul(spans.window, hn::Set(d, 0.5F));
+        low = hn::Sub(spans.middle, reach);
+        high = hn::Add(spans.middle, reach);
+        first = hn::Floor(low);
+        scale = hn::Div(hn::Set(d, 1.0F), spans.window);
+    }
+
+    HWY_INLINE Reals Of(int tap) const
+    {
+        const DF d;
+        const Reals left = hn::Add(first, hn::Set(d, static_cast<float>(tap)));
+        const Reals right = hn::Add(left, hn::Set(d, 1.0F));
+        const Reals overlap = hn::Sub(hn::Min(high, right), hn::Max(low, left));
+        return hn::Mul(hn::Max(overlap, hn::Zero(d)), scale);
+    }
+
+    /// What the weights add up to.
+    static HWY_INLINE Reals Total(Reals) { return hn::Set(DF(), 1.0F); }
+
+    Reals low;
+    Reals high;
+    Reals first;
+    Reals scale;
+};
+
+struct CubicWeights
+{
+    explicit HWY_INLINE CubicWeights(const Spans& spans)
+    {
+        const DF d;
+        const Reals reach = hn::Add(spans.window, spans.window);
+        first = hn::Floor(hn::Add(hn::Sub(spans.middle, reach), hn::Set(d, 0.5F)));
+        scale = hn::Div(hn::Set(d, 1.0F), spans.window);
+        offset = hn::Sub(hn::Add(first, hn::Set(d, 0.5F)), spans.middle);
+    }
+
+    HWY_INLINE Reals Of(int tap) const
+    {
+        const DF d;
+        const Reals place = hn::Add(offset, hn::Set(d, static_cast<float>(tap)));
+        const Reals t = hn::Abs(hn::Mul(place, scale));
+        // (1.5 t - 2.5) t² + 1 up to 1, ((-0.5 t + 2.5) t - 4) t + 2 up to 2
+        const Reals near =
+            hn::MulAdd(hn::Mul(hn::MulAdd(t, hn::Set(d, 1.5F), hn::Set(d, -2.5F)), t), t, hn::Set(d, 1.0F));
+        const Reals inner = hn::MulAdd(t, hn::Set(d, -0.5F), hn::Set(d, 2.5F));
+        const Reals far = hn::MulAdd(hn::MulAdd(inner, t, hn::Set(d, -4.0F)), t, hn::Set(d, 2.0F));
+        const Reals inTwo = hn::IfThenElse(hn::Lt(t, hn::Set(d, 1.0F)), near, far);
+        return hn::IfThenElseZero(hn::Lt(t, hn::Set(d, 2.0F)), inTwo);
+    }
+
+    static HWY_INLINE Reals Total(Reals sum) { return sum; }
+
+    Reals first;
+    Reals scale;
+    Reals offset;
+};
+
+/// Weighted sums of alpha, and of color times alpha.
+struct MixSum
+{
+    HWY_INLINE MixSum()
+        : alpha(hn::Zero(DF())), red(hn::Zero(DF())), green(hn::Zero(DF())), blue(hn::Zero(DF()))
+    {}
+
+    HWY_INLINE void Add(Pixels pixels, Reals weight)
+    {
+        const Pixels byte = hn::Set(D32(), 0xFF);
+        const Reals share = hn::Mul(weight, ToReals(hn::ShiftRight<24>(pixels)));
+        alpha = hn::Add(alpha, share);
+        red = hn::MulAdd(share, ToReals(hn::And(hn::ShiftRight<16>(pixels), byte)), red);
+        green = hn::MulAdd(share, ToReals(hn::And(hn::ShiftRight<8>(pixels), byte)), green);
+        blue = hn::MulAdd(share, ToReals(hn::And(pixels, byte)), blue);
+    }
+
+    static HWY_INLINE Pixels ToBytes(Reals values)
+    {
+        const DF d;
+        const Reals inside = hn::Min(hn::Max(values, hn::Zero(d)), hn::Set(d, 255.0F));
+        return ToWhole(hn::Add(inside, hn::Set(d, 0.5F)));
+    }
+
+    HWY_INLINE Pixels Result() const
+    {
+        const DF d;
+        const Pixels alphas = ToBytes(alpha);
+        const Reals factor = hn::Div(hn::Set(d, 1.0F), hn::Max(alpha, hn::Set(d, 0.25F)));
+        const Pixels color =
+            hn::Or(ToBytes(hn::Mul(blue, factor)), hn::Or(hn::ShiftLeft<8>(ToBytes(hn::Mul(green, factor))),
+                                                          hn::ShiftLeft<16>(ToBytes(hn::Mul(red, factor)))));
+        return hn::IfThenZeroElse(hn::Eq(alphas, hn::Zero(D32())), WithAlpha(color, alphas));
+    }
+
+    Reals alpha;
+    Reals red;
+    Reals green;
+    Reals blue;
+};
+
+/// The weights of a register of target pixels, and where each one's window begins in the box.
+template <int Taps>
+struct Windows
+{
+    int32_t place[MostLanes];
+    Reals across[Taps];
+    Reals down[MostTaps]; ///< brought to a sum of 1 together with those across
+};
+
+/// Beyond the row's end the last pixel stands in.
+HWY_INLINE Reals At(const EvenSteps& steps, int first, int count)
+{
+    const DF d;
+    const Reals number = hn::Min(hn::Iota(d, 0.0F), hn::Set(d, static_cast<float>(count - 1 - first)));
+    // Each register begins anew, so that no error adds up.
+    return hn::MulAdd(number, hn::Set(d, static_cast<float>(steps.step)),
+                      hn::Set(d, static_cast<float>(steps.start + first * steps.step)));
+}
+
+HWY_INLINE Reals WindowOf(double right, Reals down, Reals factor)
+{
+    const DF d;
+    const Reals across = hn::Set(d, static_cast<float>(right));
+    const Reals width = hn::Sqrt(hn::MulAdd(across, across, hn::Mul(down, down)));
+    return hn::Max(hn::Mul(width, factor), hn::Set(d, 1.0F));
+}
+
+template <class Weights, int Taps, bool IsAffine>
+HWY_INLINE void FindWindows(const WindowBox& box, const WindowRow& row, int first, Windows<Taps>& windows)
+{
+    const DF d;
+    const auto at = [&](const EvenSteps& number) HWY_ATTR { return At(number, first, row.count); };
+    const Reals one = hn::Set(d, 1.0F);
+    const Reals perZ = IsAffine ? one : hn::Div(one, at(row.z));
+    const Reals squared = hn::Mul(perZ, perZ);
+    const auto steps = [&](const EvenSteps& down) HWY_ATTR {
+        return IsAffine ? hn::Set(d, static_cast<float>(down.start)) : at(down);
+    };
+    const Weights across({hn::Mul(at(row.x), perZ), WindowOf(row.xRight, steps(row.xDown), squared)});
+    const Weights down({hn::Mul(at(row.y), perZ), WindowOf(row.yRight, steps(row.yDown), squared)});
+    const auto place = hn::Add(hn::Mul(hn::ConvertTo(DI(), down.first), hn::Set(DI(), box.stride)),
+                               hn::ConvertTo(DI(), across.first));
+    hn::StoreU(place, DI(), windows.place);
+
+    Reals sumAcross = hn::Zero(d);
+    for (int i = 0; i < Taps; ++i) {
+        windows.across[i] = across.Of(i);
+        sumAcross = hn::Add(sumAcross, windows.across[i]);
+    }
+    Reals sumDown = hn::Zero(d);
+    for (int i = 0; i < row.tapsDown; ++i) {
+        windows.down[i] = down.Of(i);
+        sumDown = hn::Add(sumDown, windows.down[i]);
+    }
+    const Reals scale = hn::Div(hn::Set(d, 1.0F), Weights::Total(hn::Mul(sumAcross, sumDown)));
+    for (int i = 0; i < row.tapsDown; ++i) {
+        windows.down[i] = hn::Mul(windows.down[i], scale);
+    }
+}
+
+/// The four neighbours of every fourth pixel, a block of the register each.
+template <class D>
+HWY_INLINE hn::Vec<D> LoadBlocks(D d, const LXRGBA32i* pixels, const int32_t* places)
+{
+    if constexpr (hn::MaxLanes(d) == TapGroup) {
+        return hn::LoadU(d, Words(pixels + places[0]));
+    } else {
+        const hn::Half<D> half;
+        constexpr int inHalf = static_cast<int>(hn::MaxLanes(d)) / 2;
+        return hn::Combine(d, LoadBlocks(half, pixels, places + inHalf), LoadBlocks(half, pixels, places));
+    }
+}
+
+/// Up to four neighbours of each lane's pixel, a register for each column: loaded together and turned about,
+/// which is faster than gathering them one by one.
+template <int Columns>
+HWY_INLINE void Collect(const LXRGBA32i* pixels, const int32_t* places, Pixels* columns)
+{
+    const D32 d;
+    const hn::Repartition<uint64_t, D32> pairs;
+    const auto pair = [&](Pixels v) HWY_ATTR { return hn::BitCast(pairs, v); };
+    const Pixels a = LoadBlocks(d, pixels, places);
+    const Pixels b = LoadBlocks(d, pixels, places + 1);
+    const Pixels c = LoadBlocks(d, pixels, places + 2);
+    const Pixels e = LoadBlocks(d, pixels, places + 3);
+    const auto firstAB = pair(hn::InterleaveLower(d, a, b));
+    const auto firstCE = pair(hn::InterleaveLower(d, c, e));
+    columns[0] = hn::BitCast(d, hn::InterleaveLower(pairs, firstAB, firstCE));
+    columns[1] = hn::BitCast(d, hn::InterleaveUpper(pairs, firstAB, firstCE));
+    if (Columns <= 2) return;
+    const auto lastAB = pair(hn::InterleaveUpper(d, a, b));
+    const auto lastCE = pair(hn::InterleaveUpper(d, c, e));
+    columns[2] = hn::BitCast(d, hn::InterleaveLower(pairs, lastAB, lastCE));
+    columns[3] = hn::BitCast(d, hn::InterleaveUpper(pairs, lastAB, lastCE));
+}
+
+HWY_INLINE void StorePart(Pixels pixels, LXRGBA32i* target, int count)
+{
+    const D32 d;
+    if (count >= static_cast<int>(hn::Lanes(d))) {
+        hn::StoreU(pixels, d, Words(target));
+        return;
+    }
+    LXRGBA32i buffer[MostLanes];
+    hn::StoreU(pixels, d, Words(buffer));
+    std::copy_n(buffer, count, target);
+}
+
+/// Always inlined, as its callers are: GCC 12 takes some of these for functions without effect, and drops the
+/// calls.
+template <class Weights, int Taps, bool IsAffine>
+HWY_INLINE void MixWindows(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    const int lanes = static_cast<int>(hn::Lanes(DF()));
+    Windows<Taps> windows;
+    for (int first = 0; first < row.count; first += lanes) {
+        FindWindows<Weights, Taps, IsAffine>(box, row, first, windows);
+        MixSum sum;
+        for (int k = 0; k < row.tapsDown; ++k) {
+            for (int tap = 0; tap < Taps; tap += TapGroup) {
+                constexpr int columns = std::min(Taps, TapGroup);
+                Pixels neighbours[TapGroup];
+                Collect<columns>(box.pixels + std::ptrdiff_t(k) * box.stride + tap, windows.place,
+                                 neighbours);
+                for (int i = 0; i < columns; ++i) {
+                    sum.Add(neighbours[i], hn::Mul(windows.across[tap + i], windows.down[k]));
+                }
+            }
+        }
+        StorePart(sum.Result(), pixels + first, row.count - first);
+    }
+}
+
+template <class Weights, bool IsAffine>
+HWY_INLINE void MixByTaps(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    if (row.tapsAcross <= 2) {
+        MixWindows<Weights, 2, IsAffine>(box, row, pixels);
+    } else if (row.tapsAcross <= 3) {
+        MixWindows<Weights, 3, IsAffine>(box, row, pixels);
+    } else if (row.tapsAcross <= TapGroup) {
+        MixWindows<Weights, TapGroup, IsAffine>(box, row, pixels);
+    } else {
+        MixWindows<Weights, MostTaps, IsAffine>(box, row, pixels);
+    }
+}
+
+template <class Weights>
+HWY_INLINE void MixByMap(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    if (row.isAffine) {
+        MixByTaps<Weights, true>(box, row, pixels);
+    } else {
+        MixByTaps<Weights, false>(box, row, pixels);
+    }
+}
+
+void LinearPixels(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    MixByMap<LinearWeights>(box, row, pixels);
+}
+
+void CubicPixels(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    MixByMap<CubicWeights>(box, row, pixels);
+}
+
+} // namespace
+} // namespace HWY_NAMESPACE
+} // namespace ZkLanes
+
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace ZkLanes {
+HWY_EXPORT(CubicPixels);
+HWY_EXPORT(LinearPixels);
+} // namespace ZkLanes
+
+void WindowKernels::MixLinear(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    HWY_DYNAMIC_DISPATCH(ZkLanes::LinearPixels)(box, row, pixels);
+}
+
+void WindowKernels::MixCubic(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+{
+    HWY_DYNAMIC_DISPATCH(ZkLanes::CubicPixels)(box, row, pixels);
+}
+#endif
