@@ -3,6 +3,8 @@
 
 #include "core/ZKApplication.h"
 #include "core/ZKMenuManager.h"
+#include "document/LXDocumentInterface_p.h"
+#include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "gui/LXFillOptionsDialog.h"
 #include "gui/LXUndefinedOperationProgress.h"
@@ -21,6 +23,8 @@
 #include <QSemaphore>
 #include <QSpinBox>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 LXImage32 Coverage(int width, int height, quint8 value = 255)
@@ -73,6 +77,8 @@ private slots:
     void commandsFollowLocks();
     void commandsFollowTheDocumentLock();
     void aMaskAsTargetOpensThemOnALockedPixelLayer();
+    void layersWithoutPixelsOpenThemByAnUnlockedMaskAlone_data();
+    void layersWithoutPixelsOpenThemByAnUnlockedMaskAlone();
 
     void theAmbiguousKeyFillsWithTheForeground();
     void anotherAmbiguousKeyIsIgnored();
@@ -86,6 +92,8 @@ private:
 
     void Trigger(const QString& text) const { Action(text)->trigger(); }
 
+    /// Of "Clean up alpha" and the fifteen fills.
+    int EnabledCount() const;
     QStringList HistoryTexts() const;
     void GiveMask(bool select);
     int MaskValue(int x, int y) const;
@@ -129,6 +137,16 @@ QAction* TestFillMenu::Action(const QString& text) const
         }
     }
     qFatal("no entry %s", qUtf8Printable(text));
+}
+
+int TestFillMenu::EnabledCount() const
+{
+    const QStringList texts{"Clean up alpha", "Foreground", "Background", "Transparent",
+                            "Custom",         "Dark grey",  "Grey",       "Light grey",
+                            "White",          "Red",        "Green",      "Blue",
+                            "Cyan",           "Magenta",    "Yellow",     "Black"};
+    return static_cast<int>(std::count_if(texts.begin(), texts.end(),
+                                          [this](const QString& text) { return Action(text)->isEnabled(); }));
 }
 
 QStringList TestFillMenu::HistoryTexts() const
@@ -482,6 +500,46 @@ void TestFillMenu::commandsFollowTheDocumentLock()
     QVERIFY(!Action("Red")->isEnabled());
     m_pFixture->Document()->Unlock();
     QVERIFY(Action("Red")->isEnabled());
+}
+
+void TestFillMenu::layersWithoutPixelsOpenThemByAnUnlockedMaskAlone_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::newRow("text") << int(LayerKind::Text);
+    QTest::newRow("adjustment") << int(LayerKind::Adjustment);
+}
+
+void TestFillMenu::layersWithoutPixelsOpenThemByAnUnlockedMaskAlone()
+{
+    QFETCH(int, kind);
+    LayerState layer;
+    layer.properties.kind = kind;
+    layer.properties.rect = QRect(0, 0, 10, 10);
+    layer.image = Coverage(10, 10);
+    LXDocumentInterfacePrivate::Get(m_pFixture->Document())->InsertLayer(0, layer);
+    m_pFixture->SelectLayers({0});
+    QCOMPARE(EnabledCount(), 0);
+
+    // A mask that isn't selected changes nothing.
+    m_pFixture->Document()->AddMask(1, true);
+    QCOMPARE(EnabledCount(), 0);
+    m_pFixture->Document()->GetModel()->SetMaskSelected(0, true);
+    QCOMPARE(EnabledCount(), 16);
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, LayerLocks::All);
+    QCOMPARE(EnabledCount(), 0);
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, 0);
+
+    // Cleaning up is about the layer's own pixels.
+    QStringList shown;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        shown.append(box->GetText());
+        box->close();
+    });
+    Trigger("Clean up alpha");
+    QCOMPARE(shown, QStringList("Cannot rasterize. Pixel data are not editable."));
+    Trigger("Black");
+    QCOMPARE(MaskValue(3, 3), 0);
+    QCOMPARE(m_pFixture->Pixel(3, 3), 0xFF000000u);
 }
 
 void TestFillMenu::aMaskAsTargetOpensThemOnALockedPixelLayer()

@@ -88,6 +88,7 @@ private slots:
     void aClosedViewLeavesNothingConnected();
 
     void aCommandWithoutAViewIsReported();
+    void aLockOfAViewWithoutAWidgetIsReported();
     void aFailureIsReportedAndRestoresTheCursor();
     void withoutAHistoryTheCommandRuns();
 
@@ -411,6 +412,22 @@ void TestSelectionMenu::aClosedViewLeavesNothingConnected()
     m_pFixture->SelectLayers({});
     m_pFixture->SelectLayers({0});
     QCOMPARE(Enabled(), QStringList());
+}
+
+void TestSelectionMenu::aLockOfAViewWithoutAWidgetIsReported()
+{
+    auto widget = std::make_unique<ZKDocumentWidget>(m_pFixture->Document(), &m_pFixture->History());
+    IDocumentView view;
+    view.SetDocumentWidget(widget.get());
+    m_pTool->SetDocumentView(&view);
+    widget.reset();
+    QTest::ignoreMessage(
+        QtDebugMsg, QRegularExpression("^Build date=.*, time=.*\\. Line=\\d+, "
+                                       "file=\"src/selectionmenu/SelectMenuTool_p\"\\. Error input lock$"));
+    view.Lock(this);
+    view.SetDocumentWidget(m_pFixture->Widget());
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+    QVERIFY(Action("Select all")->isEnabled());
 }
 
 void TestSelectionMenu::aCommandWithoutAViewIsReported()
