@@ -42,7 +42,7 @@ constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
 const QLatin1String GeometryKey("Editor/WindowGeometry");
 const QLatin1String PanelsKey("Editor/Panels");
-constexpr int PanelsVersion = 4; // counts up when the panels are other ones
+constexpr int PanelsVersion = 5; // counts up when the panels are other ones
 
 QToolBar* MakeFixedBar(const QString& name, const QString& title)
 {
@@ -162,7 +162,7 @@ void MainWindow::BuildPanels()
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("historyPanel"), tr("History"), m_pHistoryPanel);
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("clipboardPanel"), tr("Clipboard"),
                    new ClipboardPanel(LayersWidget::GetInstance()));
-    m_pPanels->Add(PanelArea::ViewGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
+    m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
 }
 
 void MainWindow::FollowActiveView()

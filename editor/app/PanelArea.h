@@ -18,7 +18,7 @@ public:
     /// From the top.
     enum Group
     {
-        ToolGroup,     ///< the active tool's own panel
+        ToolGroup,     ///< the active tool's own panel, and what is measured
         DocumentGroup, ///< layers, history and what else the document holds
         ViewGroup,     ///< ways to look at it
         ColorGroup,
