@@ -40,6 +40,7 @@ private slots:
     void aLockedDocumentIsNotCut();
     void aFailureIsToldAndErasesNothing();
     void withoutASelectionNothingHappens();
+    void aFloatingPieceLandsBeforeItIsRead();
 
 private:
     void MakeWide(const QSize& size);
@@ -262,6 +263,17 @@ void TestCut::withoutASelectionNothingHappens()
     m_pTool->Cut();
     QCOMPARE(List()->rowCount(), 0);
     QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestCut::aFloatingPieceLandsBeforeItIsRead()
+{
+    connect(&m_pFixture->History(), &LexoUndoStack::aboutCommit, m_pTool.get(),
+            [this] { Document()->GetLayerImage(1)->SetColor(10, 5, LXRGBA32i(0xFF0000FFu)); });
+    Select({10, 5, 8, 6});
+    m_pTool->Cut();
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, 0xFF0000FFu);
+    m_pFixture->History().undo();
+    QCOMPARE(m_pFixture->Pixel(10, 5), 0xFF0000FFu);
 }
 
 ZK_REGISTER_TEST(tst_cut, TestCut)
