@@ -23,9 +23,9 @@ private slots:
     void cleanup();
 
     void aPictureThatWasCopiedBeforeComesInAsItIs();
-    void aPictureThatIsCopiedMeanwhileBecomesARow();
+    void whatIsCopiedMeanwhileBecomesARow_data();
+    void whatIsCopiedMeanwhileBecomesARow();
     void aCopyGoesOutAsItIs();
-    void aCopiedFileBecomesARow();
 
 private:
     static constexpr int Limit = 30000; // ms
@@ -34,6 +34,7 @@ private:
     /// Has the other program offer this; it stays in the background until something else is copied.
     void Offer(const QByteArray& format, const QString& file) const;
     QByteArray Ask(const QByteArray& format) const;
+    void Write(const QString& name, const QByteArray& content) const;
     std::unique_ptr<QProcess> StartScript(const QByteArray& text) const;
     void WaitForEnd(QProcess& editor) const;
     bool WaitForFile(const QString& name) const;
@@ -122,16 +123,20 @@ QByteArray TestOtherPrograms::Ask(const QByteArray& format) const
     return other.readAllStandardOutput();
 }
 
+void TestOtherPrograms::Write(const QString& name, const QByteArray& content) const
+{
+    QFile file(PathOf(name));
+    if (!file.open(QIODevice::WriteOnly)) qFatal("The file can't be written.");
+    file.write(content);
+}
+
 std::unique_ptr<QProcess> TestOtherPrograms::StartScript(const QByteArray& text) const
 {
-    QFile script(PathOf("main.js"));
-    if (!script.open(QIODevice::WriteOnly)) qFatal("The script can't be written.");
-    script.write(text);
-    script.close();
+    Write("main.js", text);
     auto editor = std::make_unique<QProcess>();
     editor->setProcessEnvironment(Environment());
     editor->start(ZK_PROGRAM,
-                  {"--user-data", PathOf("data"), "--timeout", "60", "--script", script.fileName()});
+                  {"--user-data", PathOf("data"), "--timeout", "60", "--script", PathOf("main.js")});
     return editor;
 }
 
@@ -158,8 +163,32 @@ void TestOtherPrograms::aPictureThatWasCopiedBeforeComesInAsItIs()
     QCOMPARE(PixelChecks::FirstDifference(QImage(PathOf("out.png")), m_Picture), QString());
 }
 
-void TestOtherPrograms::aPictureThatIsCopiedMeanwhileBecomesARow()
+void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow_data()
 {
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QString>("file");
+    QTest::newRow("PNG") << QByteArray("image/png") << "in.png";
+    QTest::newRow("TIFF") << QByteArray("image/tiff") << "in.tiff";
+    QTest::newRow("SVG") << QByteArray("image/svg+xml") << "in.svg";
+    QTest::newRow("a file of a file manager") << QByteArray("text/uri-list") << "list";
+}
+
+void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow()
+{
+    QFETCH(QByteArray, format);
+    QFETCH(QString, file);
+
+    Write("in.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='60'>"
+                    "<rect width='90' height='60' fill='#00ff00'/></svg>");
+    Write("list", QUrl::fromLocalFile(PathOf("in.png")).toEncoded() + "\r\n");
+    QImage expected = m_Picture;
+    if (file == "in.svg") expected.fill(Qt::green);
+    if (file == "in.tiff") {
+        // The format multiplies colors by alpha, so only opaque ones come as they are.
+        expected = m_Picture.convertToFormat(QImage::Format_RGB32).convertToFormat(QImage::Format_ARGB32);
+        QVERIFY(expected.save(PathOf(file), "TIFF"));
+    }
+
     const auto editor = StartScript("documents.create(90, 60, {background: 'transparent'})\n"
                                     "documents.active.exportAs(script.folder + '/ready.png')\n" +
                                     WaitForRow +
@@ -167,9 +196,11 @@ void TestOtherPrograms::aPictureThatIsCopiedMeanwhileBecomesARow()
                                     "pixels.layer(layers.current).save(script.folder + '/out.png')\n"
                                     "history.undo()\n");
     QVERIFY(WaitForFile("ready.png"));
-    Offer("image/png", PathOf("in.png"));
+    Offer(format, PathOf(file));
     WaitForEnd(*editor);
-    QCOMPARE(PixelChecks::FirstDifference(QImage(PathOf("out.png")), m_Picture), QString());
+    QCOMPARE(PixelChecks::FirstDifference(QImage(PathOf("out.png")).convertToFormat(QImage::Format_ARGB32),
+                                          expected),
+             QString());
 }
 
 void TestOtherPrograms::aCopyGoesOutAsItIs()
@@ -185,6 +216,8 @@ void TestOtherPrograms::aCopyGoesOutAsItIs()
                                     "    wait(50)\n"
                                     "    try { pixels.file(done); isDone = true } catch (error) { }\n"
                                     "}\n"
+                                    "// Its own copy is no other row.\n"
+                                    "expect.equal(widgets.find('ClipboardPanel/m_pList').items.length, 1)\n"
                                     "history.index = 0\n");
     QVERIFY(WaitForFile("ready.png"));
     const QList<QByteArray> formats = Ask("TARGETS").split('\n');
@@ -200,24 +233,6 @@ void TestOtherPrograms::aCopyGoesOutAsItIs()
         if (first.isEmpty() && format.startsWith("image/")) first = format;
     }
     QCOMPARE(first, QByteArray("image/png"));
-}
-
-void TestOtherPrograms::aCopiedFileBecomesARow()
-{
-    QFile list(PathOf("list"));
-    QVERIFY(list.open(QIODevice::WriteOnly));
-    list.write(QUrl::fromLocalFile(PathOf("in.png")).toEncoded() + "\r\n");
-    list.close();
-    const auto editor = StartScript("documents.create(90, 60, {background: 'transparent'})\n"
-                                    "documents.active.exportAs(script.folder + '/ready.png')\n" +
-                                    WaitForRow +
-                                    "menus.trigger('Edit/Paste in Place')\n"
-                                    "pixels.layer(layers.current).save(script.folder + '/out.png')\n"
-                                    "history.undo()\n");
-    QVERIFY(WaitForFile("ready.png"));
-    Offer("text/uri-list", list.fileName());
-    WaitForEnd(*editor);
-    QCOMPARE(PixelChecks::FirstDifference(QImage(PathOf("out.png")), m_Picture), QString());
 }
 
 ZK_REGISTER_TEST(tst_other_programs, TestOtherPrograms)
