@@ -80,8 +80,8 @@ void TileBlender::BlendTile(int column, int row, const QRect& part)
         if (!ShareTile(column, row, part)) CopyTile(column, row, part);
         return;
     }
-    if (LeavesAsIs(column, row, part) || TakeComposed(column, row, part)) return;
     if (m_HidesUnder && IsOpaque(part) && ShareTile(column, row, part)) return;
+    if (LeavesAsIs(column, row, part) || TakeComposed(column, row, part)) return;
 
     const bool isKept = m_Mask.image == nullptr && IsAligned() && SourceTileOf(part)->IsShared() &&
                         m_Dst.TileAt(column, row)->IsShared();
@@ -112,12 +112,16 @@ bool TileBlender::ShareTile(int column, int row, const QRect& part)
 }
 
 /// Whether the source's tile under the part is opaque all over, asked of whole tiles alone.
-bool TileBlender::IsOpaque(const QRect& part) const
+bool TileBlender::IsOpaque(const QRect& part)
 {
     if (part.width() != TileSide || part.height() != TileSide || !IsAligned()) return false;
-    const LXTileReader<LXRGBA32i> tile(*SourceTileOf(part));
+    const LXTilePointer& source = SourceTileOf(part);
+    if (source.data() == m_pOpaqueSource) return true;
+    const LXTileReader<LXRGBA32i> tile(*source);
     const auto isOpaque = [](LXRGBA32i pixel) { return pixel.Alpha() == 255; };
-    return std::all_of(tile.Pixels(), tile.Pixels() + TileWalk::TilePixels, isOpaque);
+    if (!std::all_of(tile.Pixels(), tile.Pixels() + TileWalk::TilePixels, isOpaque)) return false;
+    m_pOpaqueSource = source.data();
+    return true;
 }
 
 void TileBlender::CopyTile(int column, int row, const QRect& part)
