@@ -68,13 +68,14 @@ protected:
     /// Carries out a MoveEvent. On the worker.
     void customEvent(QEvent* event) override;
 
-private:
-    friend class CopyPasteThread;
-
+    // What CopyPasteThread does, one caller at a time; see there.
     void PostMove(const QPoint& position);
     bool MoveNow(const QPoint& position);
     void RefreshNow();
     void Flush();
+
+private:
+    friend class CopyPasteThread;
 
     quint64 DropPostedLocked(int eventType);
     bool MoveUnderRing(const QPoint& position);

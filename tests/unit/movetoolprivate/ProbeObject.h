@@ -91,6 +91,17 @@ public:
         if (onRefresh) onRefresh();
     }
 
+    /// As the worker takes them out of its queue.
+    void Deliver(const QPoint& position, quint64 ticket)
+    {
+        MoveEvent event(position, ticket);
+        CopyPasteBase::customEvent(&event);
+    }
+
+    using CopyPasteBase::Flush;
+    using CopyPasteBase::MoveNow;
+    using CopyPasteBase::RefreshNow;
+
     /// How many move events have reached the object, carried out or not.
     int Delivered() const { return m_Delivered; }
 
