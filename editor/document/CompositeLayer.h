@@ -1,10 +1,12 @@
 #pragma once
 
+#include "image/LXAdjustment.h"
 #include "image/LXImage.h"
 
 #include <QPoint>
 #include <QRect>
 
+#include <optional>
 #include <vector>
 
 /// An image and where it lies.
@@ -23,7 +25,8 @@ struct PlacedImage
 struct CompositeLayer
 {
     PlacedImage pixels;
-    PlacedImage overlay; ///< floats above the pixels; an empty image for none
+    std::optional<LXAdjustment> adjustment; ///< of what lies below, everywhere; then there are no pixels
+    PlacedImage overlay;                    ///< floats above the pixels; an empty image for none
     double opacity = 1.0;
     unsigned int blendMode = 0;
 

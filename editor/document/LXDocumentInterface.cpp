@@ -18,6 +18,12 @@ LXDocumentInterface::LXDocumentInterface() : m_pPrivate(std::make_unique<LXDocum
     connect(m_pPrivate->model, &LXDocumentModel::LocksChanged, this, &LXDocumentInterface::LocksChanged);
     connect(m_pPrivate->model, &LXDocumentModel::LayerDataChanged, this,
             &LXDocumentInterface::LayerDataChanged);
+    connect(m_pPrivate->model, &LXDocumentModel::LayerFontChanged, this,
+            &LXDocumentInterface::LayerFontChanged);
+    connect(m_pPrivate->model, &LXDocumentModel::LayerBrushChanged, this,
+            &LXDocumentInterface::LayerBrushChanged);
+    connect(m_pPrivate->model, &LXDocumentModel::LayerTextDeformationChanged, this,
+            &LXDocumentInterface::LayerTextDeformationChanged);
 }
 
 LXDocumentInterface::~LXDocumentInterface()

@@ -1,6 +1,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel_p.h"
 #include "document/LandedLayer.h"
+#include "document/TextRaster.h"
 
 #include <QThread>
 
@@ -56,7 +57,7 @@ void LXDocumentInterfacePrivate::InsertLayer(int row, const LayerState& layer)
 {
     const int place = qBound(0, row, layers.Count());
     LXDocumentModelPrivate::Get(model)->InsertRow(place, std::make_shared<Layer>(NewLockKey(), layer));
-    Invalidate(layer.properties.rect);
+    Invalidate(Extent(static_cast<unsigned int>(place) + 1));
 }
 
 void LXDocumentInterfacePrivate::RemoveLayer(int row)
@@ -181,12 +182,28 @@ void LXDocumentInterfacePrivate::ChangeProperties(const std::function<void(Docum
 void LXDocumentInterfacePrivate::MoveLayer(unsigned int id, const std::optional<QPoint>& layerOffset,
                                            const std::optional<QPoint>& maskOffset)
 {
+    MoveProperties(id, [&](LayerProperties& properties) {
+        const bool hasPlace = properties.kind != LayerKind::Adjustment;
+        if (layerOffset && hasPlace) {
+            if (properties.text) {
+                const QPoint way = *layerOffset - properties.rect.topLeft();
+                properties.text = TextRaster::Moved(*properties.text, way);
+            }
+            properties.rect.moveTopLeft(*layerOffset);
+        }
+        if (maskOffset && properties.hasMask) properties.maskRect.moveTopLeft(*maskOffset);
+    });
+}
+
+/// Tells where layer and mask lie after they were moved, and draws a text anew that came from far away.
+void LXDocumentInterfacePrivate::MoveProperties(unsigned int id,
+                                                const std::function<void(LayerProperties&)>& move)
+{
     LayerProperties before;
     LayerProperties after;
     layers.ChangeProperties(id, [&](LayerProperties& properties) {
         before = properties;
-        if (layerOffset) properties.rect.moveTopLeft(*layerOffset);
-        if (maskOffset && properties.hasMask) properties.maskRect.moveTopLeft(*maskOffset);
+        move(properties);
         after = properties;
     });
     const bool hasLayerMoved = before.rect != after.rect;
@@ -200,6 +217,9 @@ void LXDocumentInterfacePrivate::MoveLayer(unsigned int id, const std::optional<
     // A mask shows only inside its layer.
     if (hasMaskMoved) changed |= (before.maskRect | after.maskRect) & Extent(id);
     Invalidate(changed);
+    const QSize canvas = merged.Size();
+    const bool wasCut = TextRaster::MayBeCut(before.rect, canvas) || TextRaster::MayBeCut(after.rect, canvas);
+    if (after.text && hasLayerMoved && wasCut) PutText(id, *after.text);
 }
 
 void LXDocumentInterfacePrivate::PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset)
@@ -244,7 +264,9 @@ QRect LXDocumentInterfacePrivate::Extent(unsigned int id) const
 
 QRect LXDocumentInterfacePrivate::ExtentOf(const Layer& layer) const
 {
-    return layers.PropertiesOf(layer).rect | layers.PlaceOf(layer.overlay).ShownRect();
+    const LayerProperties properties = layers.PropertiesOf(layer);
+    const QRect own = properties.kind == LayerKind::Adjustment ? Canvas() : properties.rect;
+    return own | layers.PlaceOf(layer.overlay).ShownRect();
 }
 
 void LXDocumentInterfacePrivate::SetTrimmedSelection(const LXImage32& mask, const QPoint& offset)

@@ -61,6 +61,20 @@ public:
     /// Replaces image and place under the write locker, without a signal. Any thread.
     void PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     void PutMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset);
+    /// The text's content; of other layers the default. Any thread.
+    TextContent Text(unsigned int id) const;
+    /// Takes the content over and draws it; tells what a change of pixels tells. Nothing for layers of
+    /// another kind. Any thread; throws std::bad_alloc with nothing changed.
+    void PutText(unsigned int id, const TextContent& content);
+    /// How exactly a transform is meant.
+    enum class Precision
+    {
+        Single, ///< moves by whole pixels lost digits
+        Double
+    };
+    /// Moves by whole pixels keep what is drawn. As PutText.
+    void TransformText(unsigned int id, const QTransform& transform, Precision precision);
+
     /// Takes the sizes of the images over into the properties; called when a write locker is given back.
     void SyncGeometry(Layer& layer);
 
@@ -68,7 +82,8 @@ public:
     /// columns, or is empty. Any thread.
     void SetTrimmedSelection(const LXImage32& mask, const QPoint& offset);
 
-    /// Where a layer may show: its image and what floats above it. QRect() for a bad id. Any thread.
+    /// Where a layer may show: its image and what floats above it; an adjustment everywhere. QRect() for a
+    /// bad id. Any thread.
     QRect Extent(unsigned int id) const;
     QRect ExtentOf(const Layer& layer) const;
     /// The rectangle of the canvas. Any thread.
@@ -90,12 +105,20 @@ public:
     LXColorSampleModel* samples = nullptr;
     SelectionChannels* channels = nullptr;
 
+    struct Caret
+    {
+        unsigned int id = 0; ///< 0: there is none
+        int index = 0;
+    };
+
+    Caret caret;
     bool isLocked = false;
     int state = 0;
     int compositionStops = 0;
     QRect heldBackRect; ///< what changed while the composition is stopped
 
 private:
+    void MoveProperties(unsigned int id, const std::function<void(LayerProperties&)>& move);
     /// Main thread.
     void AnnounceComposition(const QRect& docRect);
 

@@ -3,6 +3,8 @@
 #include "document/LXDocumentModel_p.h"
 #include "document/LayerLocks.h"
 
+#include <QTransform>
+
 namespace {
 unsigned int IdOf(int row)
 {
@@ -80,6 +82,12 @@ QPoint LXDocumentModel::GetLayerOffset(int row) const
 QPoint LXDocumentModel::GetMaskOffset(int row) const
 {
     return m_pPrivate->Properties(row).maskRect.topLeft();
+}
+
+QTransform LXDocumentModel::GetTextLayerTransformation(int row) const
+{
+    const LayerProperties layer = m_pPrivate->Properties(row);
+    return layer.text ? layer.text->transform : QTransform();
 }
 
 QString LXDocumentModel::GetName(int row) const
@@ -202,6 +210,8 @@ QVariant LXDocumentModel::data(const QModelIndex& index, int role) const
     case BlendModeRole: return layer.blendMode;
     case LocksRole: return layer.locks;
     case KindRole: return layer.kind;
+    case AdjustmentRole:
+        return layer.kind == LayerKind::Adjustment ? QVariant::fromValue(layer.adjustment) : QVariant();
     default: return QVariant();
     }
 }

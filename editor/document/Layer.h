@@ -3,6 +3,8 @@
 #include "document/ForeignContent.h"
 #include "document/LayerKind.h"
 #include "document/PixelLockTable.h"
+#include "document/TextContent.h"
+#include "image/LXAdjustment.h"
 #include "image/LXImage.h"
 
 #include <QImage>
@@ -10,6 +12,8 @@
 #include <QRect>
 #include <QSize>
 #include <QString>
+
+#include <memory>
 
 /// Everything of a layer but its pixels.
 struct LayerProperties
@@ -21,6 +25,10 @@ struct LayerProperties
     unsigned int blendMode = 0;
     bool isVisible = true;
     QRect rect; ///< of the image, in document pixels; as large as the image
+
+    /// What the image is drawn from; null but for text layers. Replaced, never changed.
+    std::shared_ptr<const TextContent> text;
+    LXAdjustment adjustment; ///< of adjustment layers, which have no image
 
     bool hasMask = false;
     bool maskReveals = true; ///< what the mask does outside its rectangle

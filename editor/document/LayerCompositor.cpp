@@ -1,6 +1,7 @@
 #include "document/LayerCompositor.h"
 
 #include "document/AlphaScan.h"
+#include "image/AdjustmentPixels.h"
 
 #include <QVarLengthArray>
 
@@ -17,9 +18,10 @@ struct Contribution
 
 using Contributions = QVarLengthArray<Contribution, 32>;
 
-/// Where in the tile the layer, or what floats above it, has pixels.
+/// Where in the tile the layer, or what floats above it, has pixels; an adjustment works everywhere.
 QRect ExtentIn(const CompositeLayer& layer, const QRect& tileRect)
 {
+    if (layer.adjustment) return tileRect;
     return (layer.pixels.Rect() & tileRect) | (layer.overlay.Rect() & tileRect);
 }
 
@@ -41,8 +43,8 @@ Contributions ContributionsTo(const QRect& tileRect, const CompositeLayers& laye
 bool HidesAllBelow(const Contribution& top, const QRect& tileRect)
 {
     const CompositeLayer& layer = *top.layer;
-    return !top.isMasked && layer.blendMode == BlendMode::Normal && layer.opacity >= 1.0 &&
-           layer.pixels.Rect().contains(tileRect) &&
+    return !layer.adjustment && !top.isMasked && layer.blendMode == BlendMode::Normal &&
+           layer.opacity >= 1.0 && layer.pixels.Rect().contains(tileRect) &&
            AlphaScan::IsOpaque(layer.pixels.image, layer.pixels.FromDocument(tileRect));
 }
 
@@ -75,6 +77,20 @@ PlacedImage PixelsOf(const Contribution& part)
     return pixels;
 }
 
+/// The picture below an adjustment in the contribution's rectangle, in its new colors.
+PlacedImage AdjustedBelow(const Contribution& part, const LXImage32& picture)
+{
+    PlacedImage adjusted{LXImage32(part.rect.width(), part.rect.height()), part.rect.topLeft()};
+    BlendOn(picture, part.rect, BlendMode::Source, adjusted.image, adjusted.image.Rect(), 1.0, false);
+    // The rectangle lies in one tile.
+    const LXTileWriter<LXRGBA32i> tile = adjusted.image.WriteTile(0, 0);
+    const AdjustmentPixels pixels(*part.layer->adjustment);
+    for (int row = 0; row < part.rect.height(); ++row) {
+        pixels.Run(tile.Pixels() + row * TileSide, part.rect.width());
+    }
+    return adjusted;
+}
+
 /// The mask in the contribution's rectangle, the default where it doesn't reach, with what floats above it.
 PlacedImage CoverageOf(const Contribution& part)
 {
@@ -92,15 +108,17 @@ PlacedImage CoverageOf(const Contribution& part)
 void Blend(const Contribution& part, LXImage32& picture)
 {
     const CompositeLayer& layer = *part.layer;
-    const PlacedImage pixels = PixelsOf(part);
+    // An adjustment changes colors and lets nothing be seen that wasn't.
+    const bool keepsAlpha = layer.adjustment.has_value();
+    const PlacedImage pixels = keepsAlpha ? AdjustedBelow(part, picture) : PixelsOf(part);
     const QRect source = pixels.FromDocument(part.rect);
     if (!part.isMasked) {
-        BlendOn(pixels.image, source, layer.blendMode, picture, part.rect, layer.opacity, false);
+        BlendOn(pixels.image, source, layer.blendMode, picture, part.rect, layer.opacity, keepsAlpha);
         return;
     }
     const PlacedImage coverage = CoverageOf(part);
     BlendMaskOn(pixels.image, source, layer.blendMode, picture, part.rect, layer.opacity, coverage.image,
-                coverage.FromDocument(part.rect), false, false);
+                coverage.FromDocument(part.rect), keepsAlpha, false);
 }
 
 } // namespace

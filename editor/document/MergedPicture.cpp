@@ -66,6 +66,7 @@ bool MergedPicture::ShowsIn(const Layer& layer, const QRect& bounds) const
 {
     const LayerProperties properties = m_Layers.PropertiesOf(layer);
     if (!properties.isVisible || properties.opacity <= 0.0) return false;
+    if (properties.kind == LayerKind::Adjustment) return true;
     const QRect floating = m_Layers.PlaceOf(layer.overlay).ShownRect();
     return properties.rect.intersects(bounds) || floating.intersects(bounds);
 }
@@ -75,6 +76,7 @@ CompositeLayer MergedPicture::SnapshotOf(const Layer& layer) const
     const LayerProperties properties = m_Layers.PropertiesOf(layer);
     CompositeLayer snapshot;
     snapshot.pixels = {layer.image, properties.rect.topLeft()};
+    if (properties.kind == LayerKind::Adjustment) snapshot.adjustment = properties.adjustment;
     snapshot.overlay = ::SnapshotOf(layer.overlay, m_Layers.PlaceOf(layer.overlay));
     snapshot.opacity = properties.opacity;
     snapshot.blendMode = properties.blendMode;

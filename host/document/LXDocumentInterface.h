@@ -3,13 +3,16 @@
 #include "ZKHostExport.h"
 
 #include "document/LXGuide.h"
+#include "image/LXAdjustment.h"
 #include "image/LXImage.h"
 #include "image/ZKCMSProfile.h"
 
 #include <QColor>
 #include <QObject>
 #include <QPoint>
+#include <QPointF>
 #include <QRect>
+#include <QRectF>
 #include <QSize>
 #include <QString>
 
@@ -20,6 +23,9 @@ class LXDocumentFactory;
 class LXDocumentInterfacePrivate;
 class LXDocumentModel;
 class LXPathsListModel;
+class QBrush;
+class QFont;
+class QMatrix4x4;
 
 /// One open picture: its layers with their masks, the selection, and the merged picture.
 ///
@@ -140,14 +146,14 @@ public:
     void LayerImageChanged(unsigned int id, const QRect& rect);
 
     /// Moves a layer or a mask so that its top left lies at the point; a linked partner stays. Nothing for a
-    /// bad id. Any thread.
+    /// bad id, and for an adjustment, which lies everywhere. Any thread.
     void SetLayerOffset(unsigned int id, const QPoint& offset);
     void SetMaskOffset(unsigned int id, const QPoint& offset);
     /// Both with one CompositionChanged(). Any thread.
     void SetLayerMaskOffset(unsigned int id, const QPoint& layer, const QPoint& mask);
 
     /// Image and place of a layer in one step; takes the write locker itself. Nothing for a bad id, or for a
-    /// mask that isn't there. Any thread.
+    /// mask that isn't there. A text layer shows the image until its letters are drawn anew. Any thread.
     void SetLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     void SetMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset);
 
@@ -211,6 +217,62 @@ public:
     /// No undo. Nothing without a mask.
     void RemoveMask(unsigned int id);
 
+    /// Adds a text layer without a text, like AddLayer. No undo.
+    /// @param position  where the first baseline begins, see SetTextPosition
+    unsigned int AddTextLayer(const QString& name, const QPointF& position, int row = 0);
+    /// What a text layer's pixels are drawn from, as outlines, sharp at every size and angle. Getters answer
+    /// a default for layers of another kind and bad ids; setters do nothing there. Setters draw anew and send
+    /// LayerDataChanged(uint) and what else they name; a value that the layer has already does nothing. No
+    /// undo. The setters and GetTextBox throw std::bad_alloc and belong to the main thread; the getters run
+    /// on any thread.
+    ///
+    /// Any Unicode text; line feeds end lines. A line that reads from the right ends where others begin.
+    QString GetText(unsigned int id) const;
+    void SetText(unsigned int id, const QString& text);
+    /// A point of its size counts as a pixel of the document. Sends LayerFontChanged(uint).
+    QFont GetTextFont(unsigned int id) const;
+    void SetTextFont(unsigned int id, const QFont& font);
+    /// Black at first. Sends LayerBrushChanged(uint).
+    QBrush GetTextBrush(unsigned int id) const;
+    void SetTextBrush(unsigned int id, const QBrush& brush);
+    /// Where the first baseline begins, in document pixels before the transformation.
+    QPointF GetTextPosition(unsigned int id) const;
+    void SetTextPosition(unsigned int id, const QPointF& position);
+    /// How the letters are bent: style 0 not at all, 1 as a flag; orientation 0 horizontal, 1 vertical; bend
+    /// and distortions in percent, -100 to 100. Values outside are brought to the nearest. Each sends
+    /// LayerTextDeformationChanged(uint).
+    int GetTextStyle(unsigned int id) const;
+    void SetTextStyle(unsigned int id, int style);
+    int GetTextOrientation(unsigned int id) const;
+    void SetTextOrientation(unsigned int id, int orientation);
+    double GetTextBend(unsigned int id) const;
+    void SetTextBend(unsigned int id, double percent);
+    double GetTextHDistortion(unsigned int id) const;
+    void SetTextHDistortion(unsigned int id, double percent);
+    double GetTextVDistortion(unsigned int id) const;
+    void SetTextVDistortion(unsigned int id, double percent);
+    /// 0 for hard edges, 1 for soft ones.
+    int GetTextRenderMode(unsigned int id) const;
+    void SetTextRenderMode(unsigned int id, int mode);
+    /// From document pixels to document pixels, what the text goes through after its place and its bends.
+    /// Moving the layer (SetLayerOffset) moves the text and so changes the matrix; a matrix that moves by
+    /// whole pixels keeps the pixels. One that has no inverse or isn't finite is ignored. Any thread.
+    QMatrix4x4 GetTextLayerMatrix(unsigned int id) const;
+    void SetTextLayerTransformation(unsigned int id, const QMatrix4x4& matrix);
+    /// Around the lines of the text as it lies in the document, empty ones too; null for other layers.
+    QRectF GetTextBox(unsigned int id) const;
+    /// Shows a caret in the views, before the code unit at the index, or none. There is one at most.
+    void SetTextCaret(unsigned int id, int index, bool visible);
+
+    /// Adds a layer that changes the colors of what lies below it, inside its mask, by its opacity and in its
+    /// blend mode; it has no pixels of its own and its geometry is QRect(). No undo.
+    unsigned int AddAdjustmentLayer(const QString& name, const LXAdjustment& adjustment, int row = 0);
+    /// The default for layers of another kind. Any thread.
+    LXAdjustment GetAdjustment(unsigned int id) const;
+    /// Values are brought into their ranges. Nothing for layers of another kind. Sends
+    /// LayerDataChanged(uint). No undo.
+    void SetAdjustment(unsigned int id, const LXAdjustment& adjustment);
+
     /// Writes whether the mask's default is to reveal: true also for a layer without a mask. Any thread.
     virtual void GetMaskInverted(unsigned int id, bool* reveals) const;
     /// LayerLocks bits; 0 for id 0 and bad ids. Any thread.
@@ -260,9 +322,15 @@ signals:
     /// The document is going away.
     void AboutToClose(LXDocumentInterface* document);
 
+    /// SetTextCaret() was called, or the text with the caret changed; 0 when there is none any more.
+    void TextCaretChanged(uint id);
+
     /// Forwarded from the model.
     void LocksChanged(uint id, uint flags);
     void LayerDataChanged(uint id);
+    void LayerFontChanged(uint id);
+    void LayerBrushChanged(uint id);
+    void LayerTextDeformationChanged(uint id);
 
 private:
     friend class LXDocumentFactory;

@@ -9,6 +9,7 @@
 
 class LXDocumentInterface;
 class LXDocumentModelPrivate;
+class QTransform;
 
 /// The layers of a document as a list of one column; the views' layer selection models work on it.
 ///
@@ -34,7 +35,8 @@ public:
         OpacityRole,                      ///< double, 0 to 1
         BlendModeRole,                    ///< unsigned int
         LocksRole,                        ///< unsigned int, LayerLocks bits
-        KindRole                          ///< int, LayerKind number
+        KindRole,                         ///< int, LayerKind number
+        AdjustmentRole                    ///< LXAdjustment; invalid for other kinds
     };
 
     ~LXDocumentModel() override;
@@ -59,6 +61,8 @@ public:
     /// Top left of the layer's image and of its mask, in document pixels; (0, 0) without a mask.
     QPoint GetLayerOffset(int row) const;
     QPoint GetMaskOffset(int row) const;
+    /// LXDocumentInterface::GetTextLayerMatrix in full precision; the identity for other layers.
+    QTransform GetTextLayerTransformation(int row) const;
 
     QString GetName(int row) const;
     void SetName(int row, const QString& name);
@@ -98,6 +102,9 @@ signals:
     void LayerSelectedChanged(bool selected);
     void MaskSelectedChanged(bool selected);
     void LocksChanged(uint id, uint flags);
+    void LayerFontChanged(uint id);
+    void LayerBrushChanged(uint id);
+    void LayerTextDeformationChanged(uint id);
 
 private:
     friend class LXDocumentModelPrivate;

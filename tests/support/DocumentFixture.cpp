@@ -53,6 +53,33 @@ quint32 PickPixel(Random& random)
     }
 }
 
+QString DescribeText(const TextContent& text)
+{
+    const TextDeformation& bent = text.deformation;
+    const QTransform& t = text.transform;
+    QString line = QString(" text \"%1\" %2 %3 %4 mode %5 bent %6 %7")
+                       .arg(text.text, text.font.toString(), text.brush.color().name(QColor::HexArgb),
+                            Text(text.position))
+                       .arg(text.renderMode)
+                       .arg(bent.style)
+                       .arg(bent.orientation);
+    for (const double number : {bent.bend, bent.hDistortion, bent.vDistortion, t.m11(), t.m12(), t.m13(),
+                                t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33()}) {
+        line += QString(" %1").arg(number, 0, 'g', 14);
+    }
+    return line;
+}
+
+QString DescribeAdjustment(const LXAdjustment& a)
+{
+    QString line = QString(" adjustment %1 gamma %2").arg(a.kind).arg(a.gamma, 0, 'g', 17);
+    for (const int value : {a.brightness, a.contrast, a.inBlack, a.inWhite, a.outBlack, a.outWhite, a.hue,
+                            a.saturation, a.lightness}) {
+        line += QString(" %1").arg(value);
+    }
+    return line;
+}
+
 QString DescribeLayer(LXDocumentInterface* document, int row)
 {
     const LXDocumentModel* model = document->GetModel();
@@ -65,6 +92,12 @@ QString DescribeLayer(LXDocumentInterface* document, int row)
                        .arg(model->GetOpacity(row))
                        .arg(model->GetBlendMode(row))
                        .arg(model->GetVisible(row));
+    if (document->GetLayerKind(id) == LayerKind::Text) {
+        line += DescribeText(LXDocumentInterfacePrivate::Get(document)->Text(id));
+    }
+    if (document->GetLayerKind(id) == LayerKind::Adjustment) {
+        line += DescribeAdjustment(document->GetAdjustment(id));
+    }
     if (!model->HasMask(row)) return line;
     bool reveals = false;
     document->GetMaskInverted(id, &reveals);

@@ -1,0 +1,75 @@
+#include "document/TextGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+/// How many pieces a line is cut into, to follow a bend.
+constexpr int LinePieces = 24;
+
+double DistanceTo(const QPointF& point, const QLineF& line)
+{
+    const QPointF way = line.p2() - line.p1();
+    const double lengthSquared = QPointF::dotProduct(way, way);
+    const double part = lengthSquared > 0 ? QPointF::dotProduct(point - line.p1(), way) / lengthSquared : 0;
+    const QPointF gap = point - (line.p1() + std::clamp(part, 0.0, 1.0) * way);
+    return std::hypot(gap.x(), gap.y());
+}
+
+QPainterPath RectPath(const QRectF& rect)
+{
+    QPainterPath path;
+    path.addRect(rect);
+    return path;
+}
+} // namespace
+
+TextGeometry::TextGeometry(const TextContent& content)
+    : m_Lines(content.text, content.font),
+      m_Warp(content.deformation, m_Lines.Box()),
+      m_Transform(QTransform::fromTranslate(content.position.x(), content.position.y()) * content.transform)
+{}
+
+QRectF TextGeometry::Box() const
+{
+    return ToDocument(RectPath(m_Lines.Box())).boundingRect() |
+           (Letters().boundingRect() | Decorations().boundingRect());
+}
+
+int TextGeometry::IndexAt(const QPointF& docPos) const
+{
+    int nearest = 0;
+    double least = std::numeric_limits<double>::infinity();
+    for (int index = 0; index <= m_Lines.Length(); ++index) {
+        if (!m_Lines.IsCaretPlace(index)) continue;
+        const double distance = DistanceTo(docPos, CaretAt(index));
+        if (distance < least) {
+            least = distance;
+            nearest = index;
+        }
+    }
+    return nearest;
+}
+
+QLineF TextGeometry::CaretAt(int index) const
+{
+    const QLineF caret = m_Lines.CaretAt(index);
+    return QLineF(ToDocument(caret.p1()), ToDocument(caret.p2()));
+}
+
+QPolygonF TextGeometry::UnderlineAt(int index) const
+{
+    const QLineF baseline = m_Lines.BaselineAt(index);
+    const int pieces = m_Warp.IsIdle() ? 1 : LinePieces;
+    QPolygonF underline;
+    for (int i = 0; i <= pieces; ++i) {
+        underline << ToDocument(baseline.pointAt(static_cast<double>(i) / pieces));
+    }
+    return underline;
+}
+
+QPointF TextGeometry::Origin() const
+{
+    return ToDocument(QPointF(0, 0));
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "document/TextContent.h"
+#include "document/TextLines.h"
+#include "document/TextWarp.h"
+
+#include <QLineF>
+#include <QPainterPath>
+#include <QPolygonF>
+#include <QRectF>
+
+/// A text where it lies in the document: outlines, box and caret, in document pixels. Any thread.
+class TextGeometry
+{
+public:
+    explicit TextGeometry(const TextContent& content);
+
+    /// What is filled with the text's brush, the letters first; the parts may overlap.
+    QPainterPath Letters() const { return ToDocument(m_Lines.Letters()); }
+
+    QPainterPath Decorations() const { return ToDocument(m_Lines.Decorations()); }
+
+    /// Around all lines, also where they hold nothing that is seen. Never empty.
+    QRectF Box() const;
+
+    /// The place of a caret that is nearest to the point.
+    int IndexAt(const QPointF& docPos) const;
+    /// Before the code unit at the index, from top to bottom; beyond the ends the nearest.
+    QLineF CaretAt(int index) const;
+    /// Under the letters of the line in which a caret at the index stands.
+    QPolygonF UnderlineAt(int index) const;
+
+    /// Where the first baseline begins.
+    QPointF Origin() const;
+
+private:
+    QPainterPath ToDocument(const QPainterPath& path) const { return m_Transform.map(m_Warp.Map(path)); }
+
+    QPointF ToDocument(const QPointF& point) const { return m_Transform.map(m_Warp.Map(point)); }
+
+    TextLines m_Lines;
+    TextWarp m_Warp;
+    QTransform m_Transform; ///< from where lines are set to the document
+};

@@ -1,0 +1,180 @@
+#include "document/TextLines.h"
+
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
+#include <QTextLine>
+#include <QTextOption>
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+/// In pixels: outlines are exact at every size, and places of letters are kept to a 64th of a pixel.
+constexpr int SettingSize = 1024;
+/// Wider than any line; more would overflow what text is measured in.
+constexpr double EndlessWidth = 8e6;
+constexpr double TabWidth = 2.0 * SettingSize;
+
+double SizeOf(const QFont& font)
+{
+    const double size = font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF();
+    return size > 0 ? size : 1;
+}
+
+QFont SettingFont(const QFont& font, double scale)
+{
+    QFont setting = font;
+    setting.setPixelSize(SettingSize);
+    setting.setHintingPreference(QFont::PreferNoHinting);
+    setting.setStyleStrategy(QFont::ForceOutline);
+    if (font.letterSpacingType() == QFont::AbsoluteSpacing) {
+        setting.setLetterSpacing(QFont::AbsoluteSpacing, font.letterSpacing() / scale);
+    }
+    setting.setWordSpacing(font.wordSpacing() / scale);
+    // Lines are drawn as shapes, in one piece under all letters.
+    setting.setUnderline(false);
+    setting.setStrikeOut(false);
+    setting.setOverline(false);
+    return setting;
+}
+
+std::unique_ptr<QTextLayout> SetLine(const QString& text, const QFont& font)
+{
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(QTextOption::NoWrap);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setUseDesignMetrics(true);
+    option.setTabStopDistance(TabWidth);
+    option.setFlags(QTextOption::IncludeTrailingSpaces);
+
+    auto layout = std::make_unique<QTextLayout>(text, font);
+    layout->setTextOption(option);
+    layout->beginLayout();
+    QTextLine line = layout->createLine();
+    line.setLineWidth(EndlessWidth);
+    line.setPosition(QPointF(0, 0));
+    layout->endLayout();
+    return layout;
+}
+
+bool IsLineEnd(QChar character)
+{
+    return character == QLatin1Char('\n') || character == QLatin1Char('\r') ||
+           character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+}
+
+} // namespace
+
+TextLines::TextLines(const QString& text, const QFont& font)
+    : m_Scale(SizeOf(font) / SettingSize), m_Length(text.size())
+{
+    const QFont setting = SettingFont(font, m_Scale);
+    const QFontMetricsF metrics(setting);
+    m_Ascent = metrics.ascent() * m_Scale;
+    m_Descent = metrics.descent() * m_Scale;
+    m_Spacing = metrics.lineSpacing() * m_Scale;
+
+    m_Letters.setFillRule(Qt::WindingFill);
+    m_Decorations.setFillRule(Qt::WindingFill);
+    int start = 0;
+    for (int end = 0; end <= text.size(); ++end) {
+        if (end < text.size() && !IsLineEnd(text[end])) continue;
+        AddLine(text.mid(start, end - start), start, setting);
+        const bool isPair =
+            end + 1 < text.size() && text[end] == QLatin1Char('\r') && text[end + 1] == QLatin1Char('\n');
+        if (isPair) ++end;
+        start = end + 1;
+    }
+    for (const Line& line : m_Lines) {
+        AddOutlines(line);
+        if (line.width > 0) AddDecorations(line, font);
+    }
+}
+
+TextLines::~TextLines() = default;
+
+void TextLines::AddLine(const QString& text, int start, const QFont& font)
+{
+    Line line;
+    line.start = start;
+    line.length = text.size();
+    line.baseline = static_cast<double>(m_Lines.size()) * m_Spacing;
+    line.layout = SetLine(text, font);
+    line.width = line.layout->lineAt(0).naturalTextWidth() * m_Scale;
+    line.left = text.isRightToLeft() ? -line.width : 0;
+    m_Lines.push_back(std::move(line));
+}
+
+void TextLines::AddOutlines(const Line& line)
+{
+    const double ascent = line.layout->lineAt(0).ascent();
+    const QList<QGlyphRun> runs = line.layout->glyphRuns();
+    for (const QGlyphRun& run : runs) {
+        const QRawFont font = run.rawFont();
+        const QVector<quint32> glyphs = run.glyphIndexes();
+        const QVector<QPointF> places = run.positions();
+        for (int i = 0; i < glyphs.size(); ++i) {
+            const QPointF place = places[i] - QPointF(0, ascent);
+            const QTransform toLine = QTransform::fromTranslate(line.left, line.baseline)
+                                          .scale(m_Scale, m_Scale)
+                                          .translate(place.x(), place.y());
+            m_Letters.addPath(toLine.map(font.pathForGlyph(glyphs[i])));
+        }
+    }
+    m_Letters.setFillRule(Qt::WindingFill);
+}
+
+void TextLines::AddDecorations(const Line& line, const QFont& font)
+{
+    const QFontMetricsF metrics(SettingFont(font, m_Scale));
+    const double thickness = metrics.lineWidth() * m_Scale;
+    const auto add = [&](double below) {
+        m_Decorations.addRect(line.left, line.baseline + below * m_Scale - thickness / 2, line.width,
+                              thickness);
+    };
+    if (font.underline()) add(metrics.underlinePos());
+    if (font.strikeOut()) add(-metrics.strikeOutPos());
+}
+
+QRectF TextLines::Box() const
+{
+    QRectF box;
+    for (const Line& line : m_Lines) {
+        box |= QRectF(line.left, line.baseline - m_Ascent, std::max(line.width, m_Descent / 2),
+                      m_Ascent + m_Descent);
+    }
+    return box | m_Letters.boundingRect() | m_Decorations.boundingRect();
+}
+
+const TextLines::Line& TextLines::LineOf(int index) const
+{
+    const auto after = std::find_if(m_Lines.begin(), m_Lines.end(),
+                                    [index](const Line& line) { return line.start > index; });
+    return after == m_Lines.begin() ? m_Lines.front() : *std::prev(after);
+}
+
+QLineF TextLines::CaretAt(int index) const
+{
+    const int inside = std::clamp(index, 0, m_Length);
+    const Line& line = LineOf(inside);
+    const int inLine = std::min(inside - line.start, line.length);
+    const double x = line.left + line.layout->lineAt(0).cursorToX(inLine) * m_Scale;
+    return QLineF(x, line.baseline - m_Ascent, x, line.baseline + m_Descent);
+}
+
+QLineF TextLines::BaselineAt(int index) const
+{
+    const Line& line = LineOf(std::clamp(index, 0, m_Length));
+    return QLineF(line.left, line.baseline, line.left + line.width, line.baseline);
+}
+
+bool TextLines::IsCaretPlace(int index) const
+{
+    if (index < 0 || index > m_Length) return false;
+    const Line& line = LineOf(index);
+    const int inLine = index - line.start;
+    return inLine <= line.length && line.layout->isValidCursorPosition(inLine);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QFont>
+#include <QLineF>
+#include <QPainterPath>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+class QTextLayout;
+
+/// A text set in lines, as outlines. The first baseline begins at (0, 0), y growing downward; a line that
+/// reads from the right ends there and goes to the left. Sizes are document pixels, but everything is set at
+/// one large size and scaled, so that letters have the same proportions at every size. Any thread.
+class TextLines
+{
+public:
+    TextLines(const QString& text, const QFont& font);
+    ~TextLines();
+
+    /// Fills by the winding rule.
+    const QPainterPath& Letters() const { return m_Letters; }
+
+    /// What underlines and strikes out; it overlaps the letters.
+    const QPainterPath& Decorations() const { return m_Decorations; }
+
+    /// Around the lines from their ascent to their descent, and around the outlines. Never flat.
+    QRectF Box() const;
+
+    /// How many places a caret has; those inside of a letter of several code units count too.
+    int Length() const { return m_Length; }
+
+    /// From the top to the bottom of the line, before the code unit at the index; beyond the ends the
+    /// nearest.
+    QLineF CaretAt(int index) const;
+    /// The baseline of the line in which a caret at the index stands.
+    QLineF BaselineAt(int index) const;
+    /// Whether a caret may stand there: not inside of a letter of several code units.
+    bool IsCaretPlace(int index) const;
+
+private:
+    struct Line
+    {
+        int start = 0;  ///< index in the text
+        int length = 0; ///< without what ends the line
+        double baseline = 0;
+        double left = 0;
+        double width = 0;
+        std::unique_ptr<QTextLayout> layout;
+    };
+
+    void AddLine(const QString& text, int start, const QFont& font);
+    void AddOutlines(const Line& line);
+    void AddDecorations(const Line& line, const QFont& font);
+    const Line& LineOf(int index) const;
+
+    double m_Scale = 1; ///< from the size of setting to document pixels
+    double m_Ascent = 0;
+    double m_Descent = 0;
+    double m_Spacing = 0; ///< of baselines
+    int m_Length = 0;
+    std::vector<Line> m_Lines;
+    QPainterPath m_Letters;
+    QPainterPath m_Decorations;
+};

@@ -1,0 +1,125 @@
+#include "document/TextRaster.h"
+
+#include "document/TextGeometry.h"
+#include "image/LXBlend.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+/// Around a small canvas, so that a text beside it can be moved in without being drawn again.
+constexpr int LeastMargin = 1000;
+/// What single precision leaves of a whole number of pixels.
+constexpr double WholeNoise = 1e-3;
+constexpr double ScaleNoise = 1e-6;
+
+QRect Reach(const QSize& canvas)
+{
+    const int width = std::max(canvas.width(), 0) + LeastMargin;
+    const int height = std::max(canvas.height(), 0) + LeastMargin;
+    return QRect(QPoint(0, 0), canvas).adjusted(-width, -height, width, height);
+}
+
+/// The pixel of `reach` that is nearest to the point.
+QPoint PixelAt(const QPointF& point, const QRect& reach)
+{
+    const auto whole = [](double value, int low, int high) {
+        return static_cast<int>(std::floor(std::clamp(value, double(low), double(high))));
+    };
+    return QPoint(whole(point.x(), reach.left(), reach.right()),
+                  whole(point.y(), reach.top(), reach.bottom()));
+}
+
+/// What is filled, and where it begins.
+struct Shapes
+{
+    explicit Shapes(const TextContent& content) : Shapes(TextGeometry(content)) {}
+
+    explicit Shapes(const TextGeometry& geometry)
+        : letters(geometry.Letters()), decorations(geometry.Decorations()), origin(geometry.Origin())
+    {}
+
+    /// Cut as real numbers: what a transform makes of a text need not fit into integers.
+    QRect RectIn(const QRect& reach) const
+    {
+        const QRectF seen = (letters.boundingRect() | decorations.boundingRect()) & QRectF(reach);
+        const QRect rect = seen.isEmpty() ? QRect() : seen.toAlignedRect() & reach;
+        return rect.isEmpty() ? QRect(PixelAt(origin, reach), QSize(0, 0)) : rect;
+    }
+
+    QPainterPath letters;
+    QPainterPath decorations;
+    QPointF origin;
+};
+
+/// The path as polygons whose corners lie on the curves, nearer to them than pixels tell: filled as they are,
+/// small curves lose up to a sixth of a pixel.
+QPainterPath Polygons(const QPainterPath& path, const QPointF& offset)
+{
+    constexpr double fineness = 16;
+    QPainterPath polygons;
+    polygons.setFillRule(path.fillRule());
+    const QTransform coarse = QTransform::fromScale(1 / fineness, 1 / fineness);
+    const QTransform fine =
+        QTransform::fromTranslate(offset.x(), offset.y()) * QTransform::fromScale(fineness, fineness);
+    const QList<QPolygonF> outlines = path.toSubpathPolygons(fine);
+    for (const QPolygonF& outline : outlines) {
+        polygons.addPolygon(coarse.map(outline));
+        polygons.closeSubpath();
+    }
+    return polygons;
+}
+
+bool IsNear(double a, double b, double noise)
+{
+    return std::abs(a - b) <= noise;
+}
+} // namespace
+
+PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
+{
+    const Shapes shapes(content);
+    const QRect rect = shapes.RectIn(Reach(canvas));
+    PlacedImage placed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
+    if (placed.image.IsNull()) return placed;
+    // By coverage the edges are soft and what overlaps isn't counted twice.
+    const int mode = content.renderMode == TextContent::Aliased ? BlendMode::Normal : BlendMode::Source;
+    const QPointF toImage = -QPointF(rect.topLeft());
+    FillPath(placed.image, mode, Polygons(shapes.letters, toImage), content.brush);
+    FillPath(placed.image, mode, Polygons(shapes.decorations, toImage), content.brush);
+    return placed;
+}
+
+QRect TextRaster::RectOf(const TextContent& content, const QSize& canvas)
+{
+    return Shapes(content).RectIn(Reach(canvas));
+}
+
+bool TextRaster::IsWholeMove(const QTransform& before, const QTransform& after, QPoint* delta)
+{
+    const QTransform& a = before;
+    const QTransform& b = after;
+    // Under a perspective the same move changes all numbers.
+    const bool isSame = a.isAffine() && b.isAffine() && IsNear(a.m11(), b.m11(), ScaleNoise) &&
+                        IsNear(a.m12(), b.m12(), ScaleNoise) && IsNear(a.m21(), b.m21(), ScaleNoise) &&
+                        IsNear(a.m22(), b.m22(), ScaleNoise);
+    const QPointF way(b.dx() - a.dx(), b.dy() - a.dy());
+    const QPointF whole(std::round(way.x()), std::round(way.y()));
+    constexpr double farthest = 1 << 24;
+    const bool isWhole = IsNear(way.x(), whole.x(), WholeNoise) && IsNear(way.y(), whole.y(), WholeNoise) &&
+                         std::abs(whole.x()) < farthest && std::abs(whole.y()) < farthest;
+    if (isSame && isWhole) *delta = whole.toPoint();
+    return isSame && isWhole;
+}
+
+std::shared_ptr<const TextContent> TextRaster::Moved(const TextContent& content, const QPoint& delta)
+{
+    auto moved = std::make_shared<TextContent>(content);
+    moved->transform *= QTransform::fromTranslate(delta.x(), delta.y());
+    return moved;
+}
+
+bool TextRaster::MayBeCut(const QRect& rect, const QSize& canvas)
+{
+    return rect.isEmpty() || !Reach(canvas).adjusted(1, 1, -1, -1).contains(rect);
+}
