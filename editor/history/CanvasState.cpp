@@ -8,6 +8,7 @@
 #include "history/DataStream.h"
 #include "history/GuideStream.h"
 #include "history/PathStream.h"
+#include "history/TextStream.h"
 
 #include <algorithm>
 
@@ -17,6 +18,7 @@ CanvasState::LayerPixels PixelsOf(const LayerState& layer)
     CanvasState::LayerPixels pixels;
     pixels.pixels = {layer.image, layer.properties.rect.topLeft()};
     pixels.kind = layer.properties.kind;
+    pixels.text = layer.properties.text;
     pixels.hasMask = layer.properties.hasMask;
     pixels.maskReveals = layer.properties.maskReveals;
     if (layer.properties.hasMask) pixels.mask = {layer.mask, layer.properties.maskRect.topLeft()};
@@ -107,6 +109,8 @@ void CanvasState::ApplyTo(LXDocumentInterface* document) const
         before.push_back(insides->layers.Properties(id));
         const LayerPixels& layer = layers[id - 1];
         insides->PutLayerImage(id, layer.pixels.image, layer.pixels.offset);
+        insides->layers.ChangeProperties(
+            id, [&layer](LayerProperties& properties) { properties.text = layer.text; });
         if (layer.hasMask) insides->PutMaskImage(id, layer.mask.image, layer.mask.offset);
     }
     const bool isOtherSize = size != document->GetDocumentSize();
@@ -165,6 +169,7 @@ QDataStream& operator<<(QDataStream& stream, const CanvasState& state)
     stream << state.size << quint32(state.layers.size());
     for (const CanvasState::LayerPixels& layer : state.layers) {
         stream << layer.pixels << qint32(layer.kind) << layer.hasMask << layer.maskReveals << layer.mask;
+        TextStream::Write(stream, layer.text);
     }
     stream << state.selection << quint32(state.paths.size());
     for (const LXSubPaths& path : state.paths) {
@@ -191,6 +196,7 @@ QDataStream& operator>>(QDataStream& stream, CanvasState& state)
         qint32 kind = 0;
         stream >> layer.pixels >> kind >> layer.hasMask >> layer.maskReveals >> layer.mask;
         layer.kind = kind;
+        layer.text = TextStream::Read(stream);
         state.layers.push_back(layer);
     });
     stream >> state.selection;

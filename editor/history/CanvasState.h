@@ -3,10 +3,12 @@
 #include "document/CompositeLayer.h"
 #include "document/LXGuide.h"
 #include "document/LXPathElement.h"
+#include "document/TextContent.h"
 
 #include <QDataStream>
 #include <QSize>
 
+#include <memory>
 #include <vector>
 
 class LXDocumentInterface;
@@ -20,6 +22,7 @@ public:
     {
         PlacedImage pixels;
         int kind = 0;
+        std::shared_ptr<const TextContent> text; ///< what the pixels of a text are drawn from; else null
         bool hasMask = false;
         bool maskReveals = true;
         PlacedImage mask;

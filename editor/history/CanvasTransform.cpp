@@ -1,6 +1,7 @@
 #include "history/CanvasTransform.h"
 
 #include "document/LXPathConvert.h"
+#include "document/TextRaster.h"
 #include "history/CanvasExtension.h"
 #include "history/MaskGray.h"
 #include "image/ImageMetadata.h"
@@ -19,7 +20,9 @@ using TransformFunction = bool (*)(const LXImage32&, const QTransform&, LXImage3
 struct Passage
 {
     QTransform transform;
-    QRect bounds; ///< of what is kept of images, on the new canvas; null for all
+    QSize oldSize; ///< of the canvas
+    QSize size;    ///< of the new one
+    QRect bounds;  ///< of what is kept of images, on the new canvas; null for all
     TransformFunction pixels = TransformImage;
     TransformFunction coverage =
         TransformImage; ///< for masks and the selection, where no value may overshoot
@@ -68,10 +71,32 @@ PlacedImage PassedMask(const PlacedImage& mask, bool reveals, const Passage& pas
     return passed;
 }
 
+/// Letters are drawn anew, unless they only move; they stay whole, whatever is cut off from the canvas.
+void PassText(CanvasState::LayerPixels& layer, const Passage& passage)
+{
+    QPoint delta;
+    const bool isWhole = TextRaster::IsWholeMove(QTransform(), passage.transform, &delta) &&
+                         !TextRaster::MayBeCut(layer.pixels.Rect(), passage.oldSize) &&
+                         !TextRaster::MayBeCut(layer.pixels.Rect().translated(delta), passage.size);
+    if (isWhole) {
+        layer.text = TextRaster::Moved(*layer.text, delta);
+        layer.pixels.offset += delta;
+        return;
+    }
+    auto text = std::make_shared<TextContent>(*layer.text);
+    text->transform *= passage.transform;
+    layer.text = text;
+    layer.pixels = TextRaster::Render(*text, passage.size);
+}
+
 CanvasState::LayerPixels PassedLayer(const CanvasState::LayerPixels& layer, const Passage& passage)
 {
     CanvasState::LayerPixels passed = layer;
-    passed.pixels = Passed(layer.pixels, passage, passage.pixels);
+    if (layer.text) {
+        PassText(passed, passage);
+    } else {
+        passed.pixels = Passed(layer.pixels, passage, passage.pixels);
+    }
     if (layer.hasMask) passed.mask = PassedMask(layer.mask, layer.maskReveals, passage);
     return passed;
 }
@@ -107,8 +132,11 @@ LXGuide PassedGuide(const LXGuide& guide, const QSize& canvas, const QTransform&
     return passed;
 }
 
-CanvasState PassedState(const CanvasState& before, const QSize& size, const Passage& passage)
+CanvasState PassedState(const CanvasState& before, const QSize& size, const Passage& asked)
 {
+    Passage passage = asked;
+    passage.oldSize = before.size;
+    passage.size = size;
     // A canvas that is too large is refused here, before anything of the document has changed.
     const LXImage32 canvas(size.width(), size.height());
     CanvasState after;

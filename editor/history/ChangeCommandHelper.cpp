@@ -2,10 +2,16 @@
 
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "document/LayerKind.h"
 #include "history/CropCommand.h"
 #include "history/LayerCommands.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/TextLayerChangeCommand.h"
+#include "history/TextLayerChangeCommandData_p.h"
+
+#include <QBrush>
+#include <QFont>
 
 #include <algorithm>
 #include <cmath>
@@ -49,6 +55,35 @@ bool ChangeCommandHelper::RemoveLayer(LexoUndoStack* stack, LXDocumentInterface*
     std::unique_ptr<LexoCommand> command(LayerCommands::Remove(document, selection, id));
     command->setText(text);
     PushOrRun(std::move(command), stack);
+    return true;
+}
+
+bool ChangeCommandHelper::MakeChangeTextLayerCommand(LexoUndoStack* stack, LXDocumentInterface* document,
+                                                     uint id, const QString& text)
+{
+    if (!stack || document->GetLayerKind(id) != LayerKind::Text) return false;
+
+    // An older open step ends before what the layer is now is read.
+    stack->commit();
+    auto* data = new TextLayerChangeCommandData;
+    data->SetLayerID(id);
+    data->SetUndoText(document->GetText(id));
+    data->SetUndoFont(document->GetTextFont(id));
+    data->SetUndoBrush(document->GetTextBrush(id));
+    data->SetUndoPosition(document->GetTextPosition(id));
+    data->SetUndoStyle(document->GetTextStyle(id));
+    data->SetUndoOrientation(document->GetTextOrientation(id));
+    data->SetUndoBend(document->GetTextBend(id));
+    data->SetUndoHDistortion(document->GetTextHDistortion(id));
+    data->SetUndoVDistortion(document->GetTextVDistortion(id));
+    data->SetUndoRenderMode(document->GetTextRenderMode(id));
+    // The setter would take it in single precision.
+    TextLayerChangeCommandDataPrivate::Get(data)->undo.transform =
+        document->GetModel()->GetTextLayerTransformation(static_cast<int>(id) - 1);
+    auto command = std::make_unique<TextLayerChangeCommand>(document);
+    command->SetCommandData(data);
+    command->setText(text);
+    stack->pushDelayed(command.release());
     return true;
 }
 

@@ -31,4 +31,8 @@ constexpr int ColorSamplesRemove = 29;
 constexpr int ColorSamplesMove = 30;
 constexpr int ColorSamplesClear = 31;
 constexpr int SelectionChannel = 40;
+constexpr int TextLayerChange = 41;
+constexpr int NewLayer = 42;
+constexpr int NewTextLayer = 43;
+constexpr int Adjustment = 44;
 } // namespace CommandDataType

@@ -2,10 +2,12 @@
 
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXLayerNameHelper.h"
+#include "history/AdjustmentCommand.h"
 #include "history/LayerContentCommand.h"
 #include "history/LayerMaskCommand.h"
 #include "history/LayerOrderCommand.h"
 #include "history/LayerPropertyCommand.h"
+#include "image/AdjustmentPixels.h"
 
 #include <QCoreApplication>
 
@@ -58,6 +60,24 @@ LexoCommand* LayerCommands::Move(LXDocumentInterface* document, unsigned int fro
 {
     return Named(new LayerOrderCommand(document, RowOf(from), RowOf(to)),
                  QT_TRANSLATE_NOOP("LayerCommands", "Move layer in the stack"));
+}
+
+LexoCommand* LayerCommands::AddAdjustment(LXDocumentInterface* document, QItemSelectionModel* selection,
+                                          int row, const QString& name, const LXAdjustment& adjustment)
+{
+    LayerState layer;
+    layer.properties.name = name;
+    layer.properties.kind = LayerKind::Adjustment;
+    layer.properties.adjustment = AdjustmentPixels::Clamped(adjustment);
+    return Named(LayerContentCommand::Adding(document, selection, row, layer),
+                 QT_TRANSLATE_NOOP("LayerCommands", "New adjustment layer"));
+}
+
+LexoCommand* LayerCommands::ChangeAdjustment(LXDocumentInterface* document, unsigned int id,
+                                             const LXAdjustment& adjustment)
+{
+    return Named(new AdjustmentCommand(document, id, AdjustmentPixels::Clamped(adjustment)),
+                 QT_TRANSLATE_NOOP("LayerCommands", "Change adjustment"));
 }
 
 LexoCommand* LayerCommands::Rename(LXDocumentInterface* document, unsigned int id, const QString& name)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/LXAdjustment.h"
 #include "image/LXImageFwd.h"
 
 #include <QString>
@@ -23,6 +24,12 @@ LexoCommand* AddPicture(LXDocumentInterface* document, QItemSelectionModel* sele
                         const LXImage32& image, const QPoint& topLeft);
 /// The layer stands at the id `to` afterwards.
 LexoCommand* Move(LXDocumentInterface* document, unsigned int from, unsigned int to);
+
+/// A layer that changes the colors below it; it is selected.
+/// @param row  where it goes in
+LexoCommand* AddAdjustment(LXDocumentInterface* document, QItemSelectionModel* selection, int row,
+                           const QString& name, const LXAdjustment& adjustment);
+LexoCommand* ChangeAdjustment(LXDocumentInterface* document, unsigned int id, const LXAdjustment& adjustment);
 
 LexoCommand* Rename(LXDocumentInterface* document, unsigned int id, const QString& name);
 LexoCommand* SetVisible(LXDocumentInterface* document, unsigned int id, bool visible);

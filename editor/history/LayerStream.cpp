@@ -1,13 +1,16 @@
 #include "history/LayerStream.h"
 
+#include "history/AdjustmentStream.h"
 #include "history/DataStream.h"
+#include "history/TextStream.h"
 
 namespace {
 void Write(QDataStream& stream, const LayerProperties& layer)
 {
     stream << layer.name << qint32(layer.kind) << layer.locks << layer.opacity << layer.blendMode
            << layer.isVisible << layer.rect << layer.hasMask << layer.maskReveals << layer.isMaskSelected
-           << layer.isMaskLinked << layer.maskRect;
+           << layer.isMaskLinked << layer.maskRect << layer.adjustment;
+    TextStream::Write(stream, layer.text);
 }
 
 void Read(QDataStream& stream, LayerProperties& layer)
@@ -15,7 +18,8 @@ void Read(QDataStream& stream, LayerProperties& layer)
     qint32 kind = 0;
     stream >> layer.name >> kind >> layer.locks >> layer.opacity >> layer.blendMode >> layer.isVisible >>
         layer.rect >> layer.hasMask >> layer.maskReveals >> layer.isMaskSelected >> layer.isMaskLinked >>
-        layer.maskRect;
+        layer.maskRect >> layer.adjustment;
+    layer.text = TextStream::Read(stream);
     layer.kind = kind;
 }
 } // namespace

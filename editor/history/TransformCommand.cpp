@@ -11,19 +11,34 @@ class TransformCommandPrivate
 public:
     bool HasTarget(const TransformCommandData& data) const;
     void KeepInitialState(TransformCommandData& data) const;
+    bool IsText(const TransformCommandData& data) const;
+    void PutText(const TransformCommandData& data, const QTransform& transform) const;
     void Put(const TransformCommandData& data, const PlacedImage& placed) const;
 
     LXDocumentInterface* document = nullptr;
     bool takesInitialState = false; ///< the next redo finds the layer as it was
 };
 
-/// A layer or mask with pixels of its own; letters are drawn anew and not resampled.
 bool TransformCommandPrivate::HasTarget(const TransformCommandData& data) const
 {
     const uint id = data.GetLayerID();
     if (id == 0) return false;
-    if (data.IsMaskTarget()) return document->GetMaskImage(id) != nullptr;
-    return document->GetLayerImage(id) != nullptr && document->GetLayerKind(id) != LayerKind::Text;
+    return (data.IsMaskTarget() ? document->GetMaskImage(id) : document->GetLayerImage(id)) != nullptr;
+}
+
+/// Letters are drawn anew and not resampled.
+bool TransformCommandPrivate::IsText(const TransformCommandData& data) const
+{
+    return !data.IsMaskTarget() && document->GetLayerKind(data.GetLayerID()) == LayerKind::Text;
+}
+
+/// What a preview has drawn into the layer goes, so the letters are drawn in any case.
+void TransformCommandPrivate::PutText(const TransformCommandData& data, const QTransform& transform) const
+{
+    LXDocumentInterfacePrivate* insides = LXDocumentInterfacePrivate::Get(document);
+    TextContent content = insides->Text(data.GetLayerID());
+    content.transform = transform;
+    insides->PutText(data.GetLayerID(), content);
 }
 
 void TransformCommandPrivate::KeepInitialState(TransformCommandData& data) const
@@ -34,6 +49,7 @@ void TransformCommandPrivate::KeepInitialState(TransformCommandData& data) const
         data.SetUndoLayerImage(id, layer.mask, layer.properties.maskRect.topLeft());
     } else {
         data.SetUndoLayerImage(id, layer.image, layer.properties.rect.topLeft());
+        if (layer.properties.text) data.SetOldTransform(layer.properties.text->transform);
     }
 }
 
@@ -62,6 +78,13 @@ void TransformCommand::RedoExecute(LexoCommandData* data)
     if (std::exchange(m_pPrivate->takesInitialState, false)) m_pPrivate->KeepInitialState(change);
 
     const QSize canvas = m_pPrivate->document->GetDocumentSize();
+    if (m_pPrivate->IsText(change)) {
+        const QPoint position = change.GetUndoPosition();
+        m_pPrivate->PutText(change, change.GetOldTransform() *
+                                        QTransform::fromTranslate(-position.x(), -position.y()) *
+                                        change.GetTransform());
+        return;
+    }
     if (change.IsMaskTarget()) {
         bool reveals = true;
         m_pPrivate->document->GetMaskInverted(change.GetLayerID(), &reveals);
@@ -77,6 +100,7 @@ void TransformCommand::UndoExecute(LexoCommandData* data)
 {
     const auto& change = static_cast<TransformCommandData&>(*data);
     if (!m_pPrivate->HasTarget(change)) return;
+    if (m_pPrivate->IsText(change)) m_pPrivate->PutText(change, change.GetOldTransform());
     m_pPrivate->Put(change, {change.GetUndoImage(), change.GetUndoPosition()});
 }
 

@@ -20,6 +20,12 @@ public:
     static bool RemoveLayer(LexoUndoStack* stack, LXDocumentInterface* document,
                             QItemSelectionModel* selection, uint id, const QString& text);
 
+    /// Opens a delayed step for changes of a text layer: fills a TextLayerChangeCommand with what the layer
+    /// is now and calls pushDelayed() with the text in the history. False, and nothing done, without a stack
+    /// and for a layer of another kind.
+    static bool MakeChangeTextLayerCommand(LexoUndoStack* stack, LXDocumentInterface* document, uint id,
+                                           const QString& text);
+
     /// Gives the document a new canvas and carries layers, masks, selection, paths, samples and guides over;
     /// without a stack, for good. New ground is transparent, on a mask its default.
     /// @param transform  from document coordinates to the new canvas

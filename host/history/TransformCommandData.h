@@ -25,7 +25,8 @@ public:
     void SetUndoLayerImage(uint id, const LXImage32& image, const QPoint& position);
     /// From the image, its top left at the origin, to document coordinates.
     void SetTransform(const QTransform& transform);
-    /// The transform that a text layer had.
+    /// The matrix that a text layer had, which it gets back; redo gives it this one followed by the
+    /// transform.
     void SetOldTransform(const QTransform& transform);
     /// Whether the layer's mask is meant; the command sets it.
     void SetMaskTarget(bool isMask);

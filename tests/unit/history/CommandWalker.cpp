@@ -25,7 +25,7 @@ using namespace DocumentFixture;
 
 void CommandWalker::Step()
 {
-    switch (Pick(0, 18)) {
+    switch (Pick(0, 21)) {
     case 0:
     case 1: return PaintLayer();
     case 2: return PaintMask();
@@ -44,8 +44,21 @@ void CommandWalker::Step()
     case 15: return ChangePath();
     case 16: return ChangeGuides();
     case 17: return ChangeChannels();
+    case 18:
+    case 19: return WorkOnText();
+    case 20: return WorkOnAdjustment();
     default: return ChangeSample();
     }
+}
+
+unsigned int CommandWalker::PickIdOf(int kind)
+{
+    QVector<unsigned int> ids;
+    for (int row = 0; row < m_pDocument->GetModel()->rowCount(); ++row) {
+        const auto id = static_cast<unsigned int>(row) + 1;
+        if (m_pDocument->GetLayerKind(id) == kind) ids << id;
+    }
+    return ids.isEmpty() ? 0 : ids[Pick(0, ids.size() - 1)];
 }
 
 QRect CommandWalker::PickRect(int beyond)
@@ -82,9 +95,11 @@ void CommandWalker::PaintOn(unsigned int id, const QRect& before, LXImage32* ima
     m_pStack->push(command);
 }
 
+/// Only pixels are painted on, as tools do; where there are none, there will be.
 void CommandWalker::PaintLayer()
 {
-    const unsigned int id = PickId();
+    const unsigned int id = PickIdOf(LayerKind::Raster);
+    if (id == 0) return CreateLayer();
     PaintOn<LayerPaintCommand, LayerPaintCommandData>(id, m_pDocument->GetLayerGeometry(id),
                                                       m_pDocument->GetLayerImage(id), false);
 }
@@ -147,6 +162,12 @@ void CommandWalker::MoveLayers()
     data->SetDelta(delta);
     if (PickBool()) data->SetLayers({id});
     if (PickBool() && m_pDocument->GetMaskImage(id)) data->SetMasks({id});
+    const bool isText = m_pDocument->GetLayerKind(id) == LayerKind::Text;
+    if (isText && PickBool()) {
+        const QTransform old = m_pDocument->GetModel()->GetTextLayerTransformation(static_cast<int>(id) - 1);
+        data->SetTextLayerOldTransformation(old);
+        data->SetTextLayerNewTransformation(old * QTransform::fromTranslate(delta.x(), delta.y()));
+    }
     if (isApplied) {
         // An open move of the selection ends where the selection lies now.
         m_pStack->commit();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "document/LXPathElement.h"
+#include "document/LayerKind.h"
+#include "image/LXAdjustment.h"
 #include "support/DocumentFixture.h"
 
 #include <QTransform>
@@ -25,6 +27,9 @@ private:
     int PickRow() { return Pick(0, m_pDocument->GetModel()->rowCount() - 1); }
 
     unsigned int PickId() { return static_cast<unsigned int>(PickRow()) + 1; }
+
+    /// Of a layer of the kind; 0 when there is none.
+    unsigned int PickIdOf(int kind);
 
     int Pick(int lowest, int highest) { return DocumentFixture::Pick(m_Random, lowest, highest); }
 
@@ -52,6 +57,13 @@ private:
     void ChangeLayer();
     void ChangeLayerProperty();
     void PushMacro();
+
+    void WorkOnText();
+    void AddText();
+    void ChangeText(unsigned int id);
+    void SetSomeOfText(unsigned int id);
+    void WorkOnAdjustment();
+    LXAdjustment PickAdjustment();
 
     void TransformLayer();
     void TransformSelection();

@@ -102,6 +102,7 @@ void CommandWalker::TransformLayer()
     auto* data = new TransformCommandData;
     data->SetUndoLayerImage(id, image, rect.topLeft());
     data->SetTransform(transform);
+    data->SetOldTransform(m_pDocument->GetModel()->GetTextLayerTransformation(static_cast<int>(id) - 1));
     auto* command = new TransformCommand(m_pDocument, PickBool());
     command->SetCommandData(data);
     m_pStack->push(command);
