@@ -1,6 +1,7 @@
 #include "formats/OraStackReader.h"
 
 #include "document/LayerLocks.h"
+#include "formats/OraKinds.h"
 #include "formats/OraNames.h"
 #include "formats/OraPaths.h"
 #include "formats/PictureMetadata.h"
@@ -207,6 +208,9 @@ bool OraStackReader::ReadLayerChild(OraStack::Layer* layer, int depth)
 {
     if (IsOwn("mask") && layer->mask.entry.isEmpty()) return ReadMask(layer);
     if (IsOwn("metadata")) return ReadMetadata(layer);
+    const bool isPlain = layer->properties.kind == LayerKind::Raster;
+    if (IsOwn("text") && isPlain) return ReadText(layer);
+    if (IsOwn("adjustment") && isPlain) return ReadAdjustment(layer);
     return KeepElement(depth, &layer->properties.foreign.children);
 }
 
@@ -228,6 +232,23 @@ bool OraStackReader::ReadMetadata(OraStack::Layer* layer)
     if (metadata.entry.isEmpty() || !ReadWhole(Text("tag"), largestTag, &metadata.tag)) return false;
     layer->metadata.append(metadata);
     return SkipContent(m_Limits.maxXmlDepth);
+}
+
+bool OraStackReader::ReadText(OraStack::Layer* layer)
+{
+    TextContent text;
+    if (!OraKinds::ReadText(m_Reader, &text)) return false;
+    layer->properties.kind = LayerKind::Text;
+    layer->properties.text = std::make_shared<const TextContent>(text);
+    return true;
+}
+
+bool OraStackReader::ReadAdjustment(OraStack::Layer* layer)
+{
+    layer->properties.kind = LayerKind::Adjustment;
+    // Nothing that a program without adjustments has put there.
+    layer->image.isEmpty = true;
+    return OraKinds::ReadAdjustment(m_Reader, &layer->properties.adjustment);
 }
 
 bool OraStackReader::ReadSelection()

@@ -39,6 +39,8 @@ private:
     bool ReadLayerChild(OraStack::Layer* layer, int depth);
     bool ReadMask(OraStack::Layer* layer);
     bool ReadMetadata(OraStack::Layer* layer);
+    bool ReadText(OraStack::Layer* layer);
+    bool ReadAdjustment(OraStack::Layer* layer);
     bool ReadSelection();
     bool ReadChannel();
     bool ReadProfile();

@@ -1,6 +1,7 @@
 #include "formats/OraStackWriter.h"
 
 #include "document/LayerLocks.h"
+#include "formats/OraKinds.h"
 #include "formats/OraNames.h"
 #include "formats/OraPaths.h"
 #include "formats/OraStack.h"
@@ -139,6 +140,8 @@ void Writer::WriteLayer(const OraStack::Layer& layer)
     if (properties.locks != 0) PutOwn("locks", OraNames::LockWords(properties.locks));
     WriteForeign(properties.foreign.attributes);
 
+    if (properties.text) OraKinds::WriteText(m_Xml, *properties.text);
+    if (properties.kind == LayerKind::Adjustment) OraKinds::WriteAdjustment(m_Xml, properties.adjustment);
     if (properties.hasMask) WriteMask(layer);
     for (const OraStack::Metadata& metadata : layer.metadata) {
         StartOwn("metadata");
