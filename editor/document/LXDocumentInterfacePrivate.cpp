@@ -211,6 +211,7 @@ void LXDocumentInterfacePrivate::MoveProperties(unsigned int id,
     OnMainThread([=] {
         if (hasLayerMoved) emit model->LayerPositionChanged(id, after.rect.topLeft());
         if (hasMaskMoved) emit model->MaskPositionChanged(id, after.maskRect.topLeft());
+        if (hasLayerMoved && caret.id == id) emit document->TextCaretChanged(id);
     });
     QRect changed;
     if (hasLayerMoved) changed |= before.rect | after.rect;

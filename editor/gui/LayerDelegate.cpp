@@ -1,6 +1,8 @@
 #include "gui/LayerDelegate.h"
 
 #include "document/LXDocumentModel.h"
+#include "document/LayerKind.h"
+#include "gui/AdjustmentNames.h"
 #include "gui/ListRow.h"
 
 #include <QHelpEvent>
@@ -40,6 +42,34 @@ bool IsLocked(const QModelIndex& index)
     return index.data(LXDocumentModel::LocksRole).toUInt() != 0;
 }
 
+int KindOf(const QModelIndex& index)
+{
+    return index.data(LXDocumentModel::KindRole).toInt();
+}
+
+/// An adjustment has no pixels to show, so its row shows what it is; a text shows its letters, and a mark.
+void PaintKind(QPainter& painter, const QRect& picture, int kind)
+{
+    if (kind == LayerKind::Adjustment) {
+        ListRow::PaintIcon(painter, picture, "theme:layer_adjustment.png", false);
+    } else if (kind == LayerKind::Text) {
+        const QRect corner(picture.right() - SmallIcon, picture.bottom() - SmallIcon, SmallIcon, SmallIcon);
+        painter.fillRect(corner, painter.background());
+        ListRow::PaintIcon(painter, corner, "theme:layer_text.png", false);
+    }
+}
+
+/// What a layer that isn't of pixels is, in words.
+QString KindName(const QModelIndex& index)
+{
+    switch (KindOf(index)) {
+    case LayerKind::Text: return LayerDelegate::tr("Text layer");
+    case LayerKind::Adjustment:
+        return AdjustmentNames::Of(index.data(LXDocumentModel::AdjustmentRole).value<LXAdjustment>().kind);
+    default: return LayerDelegate::tr("Paint on the layer");
+    }
+}
+
 RowPlaces PlacesOf(const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     return RowPlaces(option.rect, HasMask(index), IsLocked(index));
@@ -59,8 +89,12 @@ void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     const bool maskIsTarget = index.data(LXDocumentModel::MaskSelectedRole).toBool();
     ListRow::PaintEye(*painter, option.rect, visible);
-    ListRow::PaintPicture(*painter, places.layer, index.data(Qt::DecorationRole).value<QImage>(),
+    const bool hasPixels = KindOf(index) != LayerKind::Adjustment;
+    ListRow::PaintPicture(*painter, places.layer,
+                          hasPixels ? index.data(Qt::DecorationRole).value<QImage>() : QImage(),
                           selected && !maskIsTarget, option.palette);
+    painter->setBackground(option.palette.brush(QPalette::Base));
+    PaintKind(*painter, places.layer, KindOf(index));
     if (HasMask(index)) {
         ListRow::PaintPicture(*painter, places.mask,
                               index.data(LXDocumentModel::MaskThumbnailRole).value<QImage>(),
@@ -118,7 +152,7 @@ bool LayerDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
     if (places.eye.contains(event->pos())) {
         text = tr("Show or hide the layer (Space)");
     } else if (places.layer.contains(event->pos())) {
-        text = tr("Paint on the layer");
+        text = KindName(index);
     } else if (places.mask.contains(event->pos())) {
         text = tr("Paint on the mask");
     }

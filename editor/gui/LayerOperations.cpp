@@ -5,6 +5,7 @@
 #include "document/LXLayerNameHelper.h"
 #include "document/LayerKind.h"
 #include "document/LayerLocks.h"
+#include "gui/AdjustmentNames.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LayerCommands.h"
 #include "history/LayerCreateCommand.h"
@@ -34,6 +35,7 @@ QList<int> SelectedRows(const ZKDocumentView* view)
 
 void LayerOperations::SetView(ZKDocumentView* view)
 {
+    FinishAdjustment();
     if (m_pView) {
         disconnect(m_pView, nullptr, this, nullptr);
         disconnect(m_pView->GetLayerSelection(), nullptr, this, nullptr);
@@ -124,6 +126,38 @@ void LayerOperations::Add()
     command->setText(tr("New layer"));
     if (!command->SetCommandData(data)) delete data;
     Push(command);
+}
+
+void LayerOperations::AddAdjustment(const LXAdjustment& adjustment)
+{
+    if (!CanAdd()) return;
+    const QList<int> rows = SelectedRows(m_pView);
+    Push(LayerCommands::AddAdjustment(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
+                                      rows.isEmpty() ? 0 : rows.first(), AdjustmentNames::Of(adjustment.kind),
+                                      adjustment));
+}
+
+void LayerOperations::PreviewAdjustment(const LXAdjustment& adjustment)
+{
+    if (!CanChange()) return;
+    LXDocumentInterface* document = GetModel()->GetDocument();
+    const unsigned int id = IdOf(GetRow());
+    LexoUndoStack* history = m_pView->GetHistory();
+    // Whatever else was done to the history has closed the step.
+    const bool isOpen = m_AdjustedId == id && history && history->isDelayedOpen();
+    if (document->GetAdjustment(id) == adjustment) return;
+    if (history && !isOpen) {
+        history->commit();
+        history->pushDelayed(LayerCommands::ChangeAdjustment(document, id, adjustment));
+        m_AdjustedId = id;
+    }
+    document->SetAdjustment(id, adjustment);
+}
+
+void LayerOperations::FinishAdjustment()
+{
+    if (std::exchange(m_AdjustedId, 0) == 0 || !m_pView) return;
+    if (LexoUndoStack* history = m_pView->GetHistory()) history->commit();
 }
 
 void LayerOperations::Delete()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "image/LXAdjustment.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -39,6 +41,11 @@ public:
     bool CanMove(int by) const;
 
     void Add();
+    /// A layer above the selected one that changes the colors below it.
+    void AddAdjustment(const LXAdjustment& adjustment);
+    /// Shows the selected layer's adjustment so, in a step that stays open until FinishAdjustment().
+    void PreviewAdjustment(const LXAdjustment& adjustment);
+    void FinishAdjustment();
     void Delete();
     /// @param reveals  false for a mask that hides the layer
     void AddMask(bool reveals);
@@ -67,4 +74,5 @@ private:
     void DeleteLayers();
 
     QPointer<ZKDocumentView> m_pView;
+    unsigned int m_AdjustedId = 0; ///< of the layer whose step is open; 0 for none
 };

@@ -65,7 +65,8 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
       m_Ants(document, view->viewport()),
       m_Guides(document, view->viewport()),
       m_Outlines(document->GetPathListModel(), &m_PathSelection, view->viewport()),
-      m_Marks(document->GetColorSamples(), view->viewport())
+      m_Marks(document->GetColorSamples(), view->viewport()),
+      m_Caret(document, view->viewport())
 {
     connect(document, &LXDocumentInterface::CompositionChanged, this,
             &ZKDocumentViewPrivate::OnCompositionChanged);
@@ -74,6 +75,7 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
         m_Tint.Update(Place());
         m_Ants.Update(Place());
     });
+    connect(document, &LXDocumentInterface::TextCaretChanged, this, [this] { m_Caret.Update(Place()); });
     connect(document, &LXDocumentInterface::GuidesChanged, this, [this] { m_Guides.Update(Place()); });
     connect(&m_LayerSelection, &QItemSelectionModel::currentRowChanged, this,
             &ZKDocumentViewPrivate::TellCurrentLayer);
@@ -120,6 +122,7 @@ void ZKDocumentViewPrivate::Paint(QPainter* painter)
         m_Ants.Paint(*painter, rect, place);
         m_Outlines.Paint(*painter, rect, place);
         m_Marks.Paint(*painter, rect, place);
+        m_Caret.Paint(*painter, rect, place);
     }
     painter->restore();
 }

@@ -11,6 +11,7 @@
 #include "gui/ScaledTileCache.h"
 #include "gui/SelectionAnts.h"
 #include "gui/SelectionTint.h"
+#include "gui/TextCaretLines.h"
 #include "gui/ViewAutoscroll.h"
 #include "gui/ViewPanning.h"
 
@@ -106,6 +107,7 @@ private:
     GuideLines m_Guides;
     PathOutlines m_Outlines;
     SampleMarks m_Marks;
+    TextCaretLines m_Caret;
     CanvasLook m_Look;
     QRegion m_Exposed; ///< viewport pixels of the paint event that runs; empty outside
 
