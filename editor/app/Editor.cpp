@@ -10,6 +10,7 @@
 #include "app/FlatFile.h"
 #include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
+#include "app/LayerMenu.h"
 #include "app/MainWindow.h"
 #include "app/ModifyMenu.h"
 #include "app/PictureDrops.h"
@@ -95,6 +96,7 @@ void Editor::BuildWindow()
     new ViewMenu(window);
     new GuideMenu(window);
     new DragAidsMenu(window);
+    new LayerMenu(window);
     new ModifyMenu(window);
     new ChannelMenu(window);
     new WindowMenu(window);

@@ -27,17 +27,13 @@ bool IsPossible(const QTransform& transform)
            std::isfinite(transform.dy());
 }
 
-using ModelSignal = void (LXDocumentModel::*)(uint);
-
 void Change(LXDocumentInterfacePrivate* insides, unsigned int id,
-            const std::function<void(TextContent&)>& change, ModelSignal tell = nullptr)
+            const std::function<void(TextContent&)>& change)
 {
     const TextContent before = insides->Text(id);
     TextContent content = before;
     change(content);
-    if (content == before || insides->document->GetLayerKind(id) != LayerKind::Text) return;
-    insides->PutText(id, content);
-    if (tell) emit(insides->model->*tell)(id);
+    if (content != before) insides->PutText(id, content);
 }
 } // namespace
 
@@ -53,6 +49,7 @@ void LXDocumentInterfacePrivate::PutText(unsigned int id, const TextContent& con
     if (!layer || !layers.PropertiesOf(*layer).text) return;
     const PlacedImage pixels = TextRaster::Render(content, merged.Size());
     const auto text = std::make_shared<const TextContent>(content);
+    const std::shared_ptr<const TextContent> former = layers.PropertiesOf(*layer).text;
     QRect before;
     {
         const PixelWriteScope scope(*locks, layer->key);
@@ -66,6 +63,9 @@ void LXDocumentInterfacePrivate::PutText(unsigned int id, const TextContent& con
     const QPoint topLeft = pixels.offset;
     OnMainThread([=] {
         if (before.topLeft() != topLeft) emit model->LayerPositionChanged(id, topLeft);
+        if (former->font != text->font) emit model->LayerFontChanged(id);
+        if (former->brush != text->brush) emit model->LayerBrushChanged(id);
+        if (!(former->deformation == text->deformation)) emit model->LayerTextDeformationChanged(id);
         if (caret.id == id) emit document->TextCaretChanged(id);
     });
     LayerPixelsChanged(id, before | pixels.Rect());
@@ -121,9 +121,7 @@ QFont LXDocumentInterface::GetTextFont(unsigned int id) const
 
 void LXDocumentInterface::SetTextFont(unsigned int id, const QFont& font)
 {
-    Change(
-        m_pPrivate.get(), id, [&](TextContent& content) { content.font = font; },
-        &LXDocumentModel::LayerFontChanged);
+    Change(m_pPrivate.get(), id, [&](TextContent& content) { content.font = font; });
 }
 
 QBrush LXDocumentInterface::GetTextBrush(unsigned int id) const
@@ -133,9 +131,7 @@ QBrush LXDocumentInterface::GetTextBrush(unsigned int id) const
 
 void LXDocumentInterface::SetTextBrush(unsigned int id, const QBrush& brush)
 {
-    Change(
-        m_pPrivate.get(), id, [&](TextContent& content) { content.brush = brush; },
-        &LXDocumentModel::LayerBrushChanged);
+    Change(m_pPrivate.get(), id, [&](TextContent& content) { content.brush = brush; });
 }
 
 QPointF LXDocumentInterface::GetTextPosition(unsigned int id) const
@@ -156,12 +152,9 @@ int LXDocumentInterface::GetTextStyle(unsigned int id) const
 
 void LXDocumentInterface::SetTextStyle(unsigned int id, int style)
 {
-    Change(
-        m_pPrivate.get(), id,
-        [&](TextContent& content) {
-            content.deformation.style = qBound(TextDeformation::None, style, TextDeformation::Flag);
-        },
-        &LXDocumentModel::LayerTextDeformationChanged);
+    Change(m_pPrivate.get(), id, [&](TextContent& content) {
+        content.deformation.style = qBound(TextDeformation::None, style, TextDeformation::Flag);
+    });
 }
 
 int LXDocumentInterface::GetTextOrientation(unsigned int id) const
@@ -171,13 +164,10 @@ int LXDocumentInterface::GetTextOrientation(unsigned int id) const
 
 void LXDocumentInterface::SetTextOrientation(unsigned int id, int orientation)
 {
-    Change(
-        m_pPrivate.get(), id,
-        [&](TextContent& content) {
-            content.deformation.orientation =
-                qBound(TextDeformation::Horizontal, orientation, TextDeformation::Vertical);
-        },
-        &LXDocumentModel::LayerTextDeformationChanged);
+    Change(m_pPrivate.get(), id, [&](TextContent& content) {
+        content.deformation.orientation =
+            qBound(TextDeformation::Horizontal, orientation, TextDeformation::Vertical);
+    });
 }
 
 double LXDocumentInterface::GetTextBend(unsigned int id) const
@@ -187,9 +177,7 @@ double LXDocumentInterface::GetTextBend(unsigned int id) const
 
 void LXDocumentInterface::SetTextBend(unsigned int id, double percent)
 {
-    Change(
-        m_pPrivate.get(), id, [&](TextContent& content) { content.deformation.bend = Percent(percent); },
-        &LXDocumentModel::LayerTextDeformationChanged);
+    Change(m_pPrivate.get(), id, [&](TextContent& content) { content.deformation.bend = Percent(percent); });
 }
 
 double LXDocumentInterface::GetTextHDistortion(unsigned int id) const
@@ -199,10 +187,8 @@ double LXDocumentInterface::GetTextHDistortion(unsigned int id) const
 
 void LXDocumentInterface::SetTextHDistortion(unsigned int id, double percent)
 {
-    Change(
-        m_pPrivate.get(), id,
-        [&](TextContent& content) { content.deformation.hDistortion = Percent(percent); },
-        &LXDocumentModel::LayerTextDeformationChanged);
+    Change(m_pPrivate.get(), id,
+           [&](TextContent& content) { content.deformation.hDistortion = Percent(percent); });
 }
 
 double LXDocumentInterface::GetTextVDistortion(unsigned int id) const
@@ -212,10 +198,8 @@ double LXDocumentInterface::GetTextVDistortion(unsigned int id) const
 
 void LXDocumentInterface::SetTextVDistortion(unsigned int id, double percent)
 {
-    Change(
-        m_pPrivate.get(), id,
-        [&](TextContent& content) { content.deformation.vDistortion = Percent(percent); },
-        &LXDocumentModel::LayerTextDeformationChanged);
+    Change(m_pPrivate.get(), id,
+           [&](TextContent& content) { content.deformation.vDistortion = Percent(percent); });
 }
 
 int LXDocumentInterface::GetTextRenderMode(unsigned int id) const

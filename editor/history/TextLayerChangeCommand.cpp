@@ -1,7 +1,6 @@
 #include "history/TextLayerChangeCommand.h"
 
 #include "document/LXDocumentInterface_p.h"
-#include "document/LXDocumentModel.h"
 #include "history/TextLayerChangeCommandData_p.h"
 
 #include <QMatrix4x4>
@@ -34,13 +33,7 @@ void TextLayerChangeCommandPrivate::ReadRedo(Values& values) const
 
 void TextLayerChangeCommandPrivate::Put(uint id, const TextContent& content) const
 {
-    LXDocumentInterfacePrivate* insides = LXDocumentInterfacePrivate::Get(document);
-    const TextContent before = insides->Text(id);
-    insides->PutText(id, content);
-    LXDocumentModel* const model = document->GetModel();
-    if (before.font != content.font) emit model->LayerFontChanged(id);
-    if (before.brush != content.brush) emit model->LayerBrushChanged(id);
-    if (!(before.deformation == content.deformation)) emit model->LayerTextDeformationChanged(id);
+    LXDocumentInterfacePrivate::Get(document)->PutText(id, content);
 }
 
 TextLayerChangeCommand::TextLayerChangeCommand(LXDocumentInterface* document)

@@ -42,6 +42,14 @@ class ScriptLayer : public ScriptObject
     Q_PROPERTY(bool maskReveals READ MaskReveals)
     Q_PROPERTY(QJSValue maskGeometry READ GetMaskGeometry)
     Q_PROPERTY(QJSValue maskOffset READ GetMaskOffset)
+    /// What a text layer says; fails for other layers.
+    Q_PROPERTY(QString text READ GetText WRITE SetText)
+    /// Everything of the text, as setText() takes it.
+    Q_PROPERTY(QJSValue textOptions READ GetTextOptions)
+    /// Where the text lies in the document, with fractions: `{x, y, width, height}`
+    Q_PROPERTY(QJSValue textBox READ GetTextBox)
+    /// What an adjustment layer does, as setAdjustment() takes it; fails for other layers.
+    Q_PROPERTY(QJSValue adjustment READ GetAdjustment)
 
 public:
     ScriptLayer(ScriptContext& context, LXDocumentInterface* document, int row);
@@ -74,6 +82,15 @@ public:
     QJSValue GetMaskGeometry() const;
     QJSValue GetMaskOffset() const;
 
+    QString GetText() const;
+    void SetText(const QString& text);
+    QJSValue GetTextOptions() const;
+    QJSValue GetTextBox() const;
+    QJSValue GetAdjustment() const;
+
+    /// One step, whatever the options change.
+    Q_INVOKABLE void setText(const QJSValue& options);
+    Q_INVOKABLE void setAdjustment(const QJSValue& options);
     /// @param options  `{reveals}`; true unless told
     Q_INVOKABLE void addMask(const QJSValue& options = QJSValue());
     Q_INVOKABLE void removeMask();
@@ -94,6 +111,8 @@ private:
     LexoUndoStack* History() const;
     void CheckFree() const;
     void RequireMask() const;
+    void RequireKind(int kind) const;
+    void ChangeText(const QJSValue& options) const;
     void Push(LexoCommand* command) const;
     void BeginSetUp() const;
     void Paint(bool isMask, quint32 pixel, const QRect& rect) const;

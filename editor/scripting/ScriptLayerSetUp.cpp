@@ -2,6 +2,7 @@
 
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
+#include "document/LayerKind.h"
 #include "history/LexoUndoStack.h"
 #include "image/BlendMode.h"
 #include "image/LXImage.h"
@@ -37,6 +38,7 @@ void ScriptLayer::BeginSetUp() const
 
 void ScriptLayer::Paint(bool isMask, quint32 pixel, const QRect& rect) const
 {
+    if (!isMask) RequireKind(LayerKind::Raster);
     BeginSetUp();
     LXDocumentInterface* document = m_Layer.Document();
     const unsigned int id = m_Layer.Id();

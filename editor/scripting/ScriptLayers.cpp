@@ -1,11 +1,15 @@
 #include "scripting/ScriptLayers.h"
 
-#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "gui/ZKDocumentView.h"
+#include "history/LayerCommands.h"
 #include "history/LayerCreateCommand.h"
 #include "history/LayerCreateCommandData.h"
 #include "history/LexoUndoStack.h"
+#include "history/NewLayerCommand.h"
+#include "history/NewTextLayerData.h"
+#include "scripting/KindOptions.h"
 #include "scripting/ScriptArguments.h"
 #include "scripting/ScriptLayer.h"
 
@@ -133,6 +137,58 @@ void ScriptLayers::selectMask(const QJSValue& layer)
     });
 }
 
+int ScriptLayers::RowForNew(const QJSValue& options) const
+{
+    const LXDocumentInterface* document = RequireDocument();
+    if (document->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
+    const QJSValue wanted = ScriptArguments::Option(options, "row");
+    return wanted.isUndefined()
+               ? SelectedRows().value(0, 0)
+               : ScriptArguments::ToInteger(wanted, "row", 0, document->GetModel()->rowCount());
+}
+
+QJSValue ScriptLayers::addText(const QJSValue& options)
+{
+    return Call([&] {
+        ScriptArguments::CheckOptions(options, KindOptions::TextNames() + QVector<QString>{"name", "row"});
+        const TextContent text = KindOptions::ToText(options, TextContent());
+        const int row = RowForNew(options);
+        const QJSValue name = ScriptArguments::Option(options, "name");
+        LXDocumentInterface* document = RequireDocument();
+        LexoUndoStack* history = RequireView()->GetHistory();
+
+        // As a person does it: the layer is there before its step.
+        history->commit();
+        auto data = std::make_unique<NewTextLayerData>();
+        data->SetLayerID(static_cast<uint>(row) + 1);
+        data->SetName(name.isUndefined() ? tr("Text Layer") : name.toString());
+        auto command =
+            std::make_unique<NewLayerCommand>(document->GetModel(), RequireView()->GetLayerSelection(), true);
+        command->setText(tr("New text layer"));
+        const unsigned int id = document->AddTextLayer(data->GetName(), text.position, row);
+        if (command->SetCommandData(data.get())) static_cast<void>(data.release());
+        LXDocumentInterfacePrivate::Get(document)->PutText(id, text);
+        history->pushDelayed(command.release());
+        history->commit();
+        return HandLayer(row);
+    });
+}
+
+QJSValue ScriptLayers::addAdjustment(const QJSValue& options)
+{
+    return Call([&] {
+        ScriptArguments::CheckOptions(options,
+                                      KindOptions::AdjustmentNames() + QVector<QString>{"name", "row"});
+        const LXAdjustment adjustment = KindOptions::ToAdjustment(options, LXAdjustment());
+        const int row = RowForNew(options);
+        const QJSValue name = ScriptArguments::Option(options, "name");
+        RequireView()->GetHistory()->push(LayerCommands::AddAdjustment(
+            RequireDocument(), RequireView()->GetLayerSelection(), row,
+            name.isUndefined() ? KindOptions::NameOf(adjustment.kind) : name.toString(), adjustment));
+        return HandLayer(row);
+    });
+}
+
 QJSValue ScriptLayers::add(const QJSValue& options)
 {
     return Call([&] {
@@ -140,13 +196,8 @@ QJSValue ScriptLayers::add(const QJSValue& options)
         constexpr const char* rowName = "row";
         ScriptArguments::CheckOptions(options, {nameName, rowName});
         LXDocumentInterface* document = RequireDocument();
-        if (document->GetLockState()) throw ScriptError(QStringLiteral("The document is being changed."));
-
         const LXDocumentModel* model = document->GetModel();
-        const QJSValue wanted = ScriptArguments::Option(options, rowName);
-        const int row = wanted.isUndefined()
-                            ? SelectedRows().value(0, 0)
-                            : ScriptArguments::ToInteger(wanted, rowName, 0, model->rowCount());
+        const int row = RowForNew(options);
         const QJSValue name = ScriptArguments::Option(options, nameName);
         auto data = std::make_unique<LayerCreateCommandData>(RequireView()->GetLayerSelection(),
                                                              LayerCreateCommandData::Raster, row);

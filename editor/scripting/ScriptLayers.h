@@ -33,6 +33,12 @@ public:
     /// A transparent layer above the selected one, which is selected then.
     /// @param options  `{name, row}`
     Q_INVOKABLE QJSValue add(const QJSValue& options = QJSValue());
+    /// A text layer there, which is selected then.
+    /// @param options  `{name, row}` and those of the text
+    Q_INVOKABLE QJSValue addText(const QJSValue& options);
+    /// A layer there that changes the colors below it, which is selected then.
+    /// @param options  `{name, row}` and those of the adjustment
+    Q_INVOKABLE QJSValue addAdjustment(const QJSValue& options);
 
 private:
     QJSValue HandLayer(int row) const;
@@ -40,4 +46,6 @@ private:
     QVector<int> SelectedRows() const;
     void SelectRows(const QVector<int>& rows) const;
     int RowOf(const QJSValue& layer) const;
+    /// Where a new layer goes in; fails while the document is being changed.
+    int RowForNew(const QJSValue& options) const;
 };

@@ -21,6 +21,7 @@ QByteArray Written(const Write& write)
     QXmlStreamWriter xml(&bytes);
     xml.writeNamespace(OraNames::OwnSpace, OraNames::OwnPrefix);
     write(xml);
+    xml.writeEndDocument();
     return bytes;
 }
 

@@ -32,6 +32,9 @@ private slots:
     void masksArePaintedInNumbers();
     void layerAndMaskArePlaced();
     void layersOfOtherDocumentsAreNotSelected();
+    void aTextIsAddedAndChangedBySteps();
+    void anAdjustmentIsAddedAndChangedBySteps();
+    void wrongOptionsOfKindsAddNothing();
 };
 
 void TestScriptLayers::aLayerIsAddedAboveTheSelectedOne()
@@ -288,4 +291,57 @@ void TestScriptLayers::layersOfOtherDocumentsAreNotSelected()
 }
 
 #include "tst_scriptlayers.moc"
+
+void TestScriptLayers::aTextIsAddedAndChangedBySteps()
+{
+    EditorScriptFixture editor(80, 60);
+    editor.Check(R"(
+        const text = layers.addText({ text: "a", x: 5, y: 40, size: 30, name: "Letter", color: "#80ff0000" })
+        expect.equal([text.kind, text.name, text.text, text.row], ["text", "Letter", "a", 0])
+        const options = text.textOptions
+        expect.equal([options.x, options.y, options.size, options.color], [5, 40, 30, "#80ff0000"])
+        expect.equal(options.matrix, [1, 0, 0, 1, 0, 0])
+        expect.equal([options.antialiasing, options.style, options.orientation], [true, "none", "horizontal"])
+        text.setText({ text: "b", antialiasing: false, underline: true, hDistortion: -5 })
+        text.setText({ text: "b" })
+        expect.equal([text.text, text.textOptions.antialiasing, text.textOptions.hDistortion], ["b", false, -5])
+        expect.throws(function() { layers.at(1).text }, "\"text\"")
+        expect.throws(function() { text.adjustment }, "\"adjustment\"")
+    )");
+    QCOMPARE(editor.HistoryTexts(), (QStringList{"New text layer", "Change text layer"}));
+    QVERIFY(editor.Document()->GetTextFont(1).underline());
+    editor.History()->setIndex(1);
+    QCOMPARE(editor.Document()->GetText(1), QString("a"));
+}
+
+void TestScriptLayers::anAdjustmentIsAddedAndChangedBySteps()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Check(R"(
+        const turned = layers.addAdjustment({ kind: "hueSaturation", hue: -90 })
+        expect.equal([turned.kind, turned.name], ["adjustment", "Hue and saturation"])
+        expect.equal(turned.adjustment, { kind: "hueSaturation", hue: -90, saturation: 0, lightness: 0 })
+        turned.setAdjustment({ saturation: 10 })
+        expect.equal(turned.adjustment.saturation, 10)
+        expect.equal(turned.geometry, null)
+    )");
+    QCOMPARE(editor.HistoryTexts(), (QStringList{"New adjustment layer", "Change adjustment"}));
+    QCOMPARE(editor.Document()->GetAdjustment(1).hue, -90);
+}
+
+void TestScriptLayers::wrongOptionsOfKindsAddNothing()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Check(R"(
+        expect.throws(function() { layers.addText({ words: "a" }) }, "words")
+        expect.throws(function() { layers.addText({ text: "a", size: 0 }) }, "from 1")
+        expect.throws(function() { layers.addText({ text: "a", matrix: [1, 0, 0, 1] }) }, "six numbers")
+        expect.throws(function() { layers.addText({ text: "a", matrix: [0, 0, 0, 0, 1, 1] }) }, "flattens")
+        expect.throws(function() { layers.addAdjustment({ kind: "curves" }) }, "levels")
+        expect.throws(function() { layers.addAdjustment({ kind: "levels", inBlack: 256 }) }, "from 0 to 255")
+        expect.equal(layers.count, 1)
+    )");
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+}
+
 ZK_REGISTER_TEST(tst_scriptlayers, TestScriptLayers)

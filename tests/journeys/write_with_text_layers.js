@@ -1,0 +1,53 @@
+"use strict"
+include("steps/editor.js")
+const picture = documents.create(240, 120, { background: "white" })
+const seen = () => pixels.merged.checksum()
+const empty = seen()
+
+step("a text is one step")
+const title = layers.addText({ text: "Sphinx", font: "DejaVu Sans", size: 48, x: 12, y: 70, color: "navy" })
+expect.equal([title.kind, title.name, title.row, title.selected], ["text", "Text Layer", 0, true])
+expect.equal(history.texts, ["New text layer"])
+const written = seen()
+expect.ok(written !== empty)
+const box = title.textBox
+expect.ok(box.x <= 13 && box.y < 40 && box.width > 120 && box.height > 48, "the box lies round the letters")
+undo()
+expect.equal([layers.count, seen()], [1, empty])
+redo()
+expect.equal([layers.at(0).text, seen()], ["Sphinx", written])
+
+step("what it says and how it looks are changed by steps")
+const text = layers.at(0)
+text.text = "Sphinx\n\u05e9\u05dc\u05d5\u05dd"
+expect.equal(history.texts, ["New text layer", "Change text layer"])
+checkStep(() => layers.at(0).text, "Sphinx", "Sphinx\n\u05e9\u05dc\u05d5\u05dd")
+const two = seen()
+text.setText({ text: "Sphinx", bold: true, style: "flag", bend: 40, matrix: [1, 0.2, -0.2, 1, 20, -10] })
+expect.equal([text.textOptions.bold, text.textOptions.bend, text.textOptions.style], [true, 40, "flag"])
+expect.equal(text.textOptions.matrix, [1, 0.2, -0.2, 1, 20, -10])
+const bent = seen()
+checkStep(seen, two, bent)
+expect.throws(function() { text.setText({ bend: 200 }) }, "from -100 to 100")
+expect.throws(function() { text.setText({ style: "wave" }) }, "none, flag")
+expect.throws(function() { text.fill("red") }, "raster")
+
+step("moved, it stays a text")
+const place = text.offset
+text.place(place.x + 15, place.y - 4)
+expect.equal([text.offset.x, text.offset.y], [place.x + 15, place.y - 4])
+expect.equal(text.textOptions.matrix, [1, 0.2, -0.2, 1, 35, -14])
+
+step("it comes back from the file, and can still be changed")
+const saved = seen()
+picture.save(fileNamed("words.ora"))
+picture.close()
+documents.open(fileNamed("words.ora"))
+expect.equal(seen(), saved)
+const again = layers.at(0)
+expect.equal([again.kind, again.text, again.textOptions.color], ["text", "Sphinx", "#ff000080"])
+again.text = "Other"
+expect.ok(seen() !== saved)
+undo()
+expect.equal(seen(), saved)
+checkAtRest()
