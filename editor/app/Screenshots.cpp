@@ -23,9 +23,11 @@
 #include "guicore/LXMessageBox.h"
 #include "scripting/InputDriver.h"
 
+#include <QAction>
 #include <QColorDialog>
 #include <QDir>
 #include <QDockWidget>
+#include <QFont>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
@@ -105,7 +107,8 @@ bool Screenshots::TakeInLook(const QString& look)
     }
     m_Editor.GetWindow()->resize(WindowSize);
     m_Editor.GetWindow()->GetPanels()->Reset();
-    const bool isDone = TakeWindow() && TakeWorkingWindow() && TakeMenus() && TakePanels() && TakeDialogs();
+    const bool isDone = TakeWindow() && TakeWorkingWindow() && TakeMenus() && TakePanels() &&
+                        TakeLayerKinds() && TakeDialogs();
     LXMdiAreaPrivate::Get(m_Editor.GetWindow()->GetDocumentArea())->CloseAllUnasked();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return isDone;
@@ -164,6 +167,36 @@ bool Screenshots::TakePanels()
     for (QDockWidget* panel : panels) {
         panel->raise();
         if (!Take(panel, QStringLiteral("panel-") + FileNameOf(panel->windowTitle()))) return false;
+    }
+    return true;
+}
+
+/// A title over the picture with its caret, and each adjustment with its sliders.
+bool Screenshots::TakeLayerKinds()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    LXDocumentInterface* document = window->GetActiveDocument();
+    const QSize size = document->GetDocumentSize();
+    const unsigned int id =
+        document->AddTextLayer(tr("Title"), QPointF(size.width() * 0.1, size.height() * 0.3));
+    QFont font = window->font();
+    font.setPixelSize(size.height() / 6);
+    document->SetTextFont(id, font);
+    document->SetTextBrush(id, SkyColor);
+    document->SetText(id, tr("Evening"));
+    document->SetTextStyle(id, 1);
+    document->SetTextBend(id, 40);
+    document->SetTextCaret(id, 4, true);
+    LayersWidget::GetInstance()->parentWidget()->raise();
+    if (!Take(window, QStringLiteral("window-text"))) return false;
+    document->SetTextCaret(id, 0, false);
+
+    for (const char* name :
+         {"addBrightnessContrastAction", "addLevelsAction", "addHueSaturationAction", "addInvertAction"}) {
+        auto* action = window->findChild<QAction*>(QLatin1String(name));
+        action->trigger();
+        const QString file = QStringLiteral("panel-layers-") + FileNameOf(action->text());
+        if (!Take(LayersWidget::GetInstance(), file)) return false;
     }
     return true;
 }

@@ -42,6 +42,7 @@ private:
     /// @param prefix  what the names of the files begin with; sub menus go on with the name of their menu
     bool TakeMenusOf(const QList<QAction*>& titles, const QString& prefix);
     bool TakePanels();
+    bool TakeLayerKinds();
     bool TakeDialogs();
     bool TakeColorRange();
     bool TakeExport();

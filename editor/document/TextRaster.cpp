@@ -70,6 +70,18 @@ QPainterPath Polygons(const QPainterPath& path, const QPointF& offset)
     return polygons;
 }
 
+/// The pixels whose middles the path holds get the brush's color, whatever they had.
+void FillHard(LXImage32& image, const QPainterPath& path, const QBrush& brush)
+{
+    if (path.isEmpty()) return;
+    LXImage32 color(image.Width(), image.Height());
+    LXImage32 inside(image.Width(), image.Height());
+    FillPath(color, BlendMode::Normal, path, brush);
+    FillPath(inside, BlendMode::Normal, path, Qt::black);
+    BlendMaskOn(color, color.Rect(), BlendMode::Source, image, image.Rect(), 1.0, inside, inside.Rect(),
+                false, false);
+}
+
 bool IsNear(double a, double b, double noise)
 {
     return std::abs(a - b) <= noise;
@@ -82,11 +94,15 @@ PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
     const QRect rect = shapes.RectIn(Reach(canvas));
     PlacedImage placed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
     if (placed.image.IsNull()) return placed;
-    // By coverage the edges are soft and what overlaps isn't counted twice.
-    const int mode = content.renderMode == TextContent::Aliased ? BlendMode::Normal : BlendMode::Source;
-    const QPointF toImage = -QPointF(rect.topLeft());
-    FillPath(placed.image, mode, Polygons(shapes.letters, toImage), content.brush);
-    FillPath(placed.image, mode, Polygons(shapes.decorations, toImage), content.brush);
+    // Letters and lines overlap; what both cover counts once.
+    for (const QPainterPath* path : {&shapes.letters, &shapes.decorations}) {
+        const QPainterPath polygons = Polygons(*path, -QPointF(rect.topLeft()));
+        if (content.renderMode == TextContent::Aliased) {
+            FillHard(placed.image, polygons, content.brush);
+        } else {
+            FillPath(placed.image, BlendMode::Source, polygons, content.brush);
+        }
+    }
     return placed;
 }
 

@@ -2,6 +2,7 @@
 
 #include "ui_AdjustmentWidget.h"
 
+#include <QLayout>
 #include <QSignalBlocker>
 
 #include <array>
@@ -122,5 +123,7 @@ void AdjustmentWidget::SetAdjustment(const LXAdjustment& adjustment)
         ui.m_pPages->widget(i)->setSizePolicy(QSizePolicy::Preferred,
                                               isShown ? QSizePolicy::Preferred : QSizePolicy::Ignored);
     }
-    updateGeometry();
+    // Pages that are hidden don't tell of a new policy.
+    ui.m_pPages->layout()->invalidate();
+    ui.m_pPages->updateGeometry();
 }

@@ -9,6 +9,8 @@
 #include <QTest>
 
 #include <cmath>
+#include <thread>
+#include <vector>
 
 using namespace TextFixture;
 
@@ -113,7 +115,9 @@ private slots:
     void twentyTimesASmallFontIsALargeFont();
     void hardEdgesHaveNoSoftPixels();
     void theBrushGivesColorAndStrength();
+    void underlinesAndLettersDontCountTwice_data();
     void underlinesAndLettersDontCountTwice();
+    void otherThreadsDrawTheSame();
     void anEmptyTextHasNoPixelsButAPlace();
     void aHugeTextIsDrawnRoundTheCanvasOnly();
     void onlyMovesByWholePixelsAreWholeMoves();
@@ -196,9 +200,18 @@ void TestTextDrawing::theBrushGivesColorAndStrength()
     QCOMPARE(drawn.image.GetColor(middle.x(), middle.y()).value, 0x800AC81EU);
 }
 
+void TestTextDrawing::underlinesAndLettersDontCountTwice_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("soft") << TextContent::Antialiased;
+    QTest::newRow("hard") << TextContent::Aliased;
+}
+
 void TestTextDrawing::underlinesAndLettersDontCountTwice()
 {
+    QFETCH(const int, mode);
     TextContent content = TextFixture::Text("gjg", 100, QPointF(20, 100));
+    content.renderMode = mode;
     content.font.setUnderline(true);
     content.font.setStrikeOut(true);
     content.brush = QColor(0, 0, 0, 100);
@@ -216,6 +229,20 @@ void TestTextDrawing::underlinesAndLettersDontCountTwice()
     }
     // Two lines of about 160 pixels, some pixels thick, but for what the letters cover.
     QVERIFY2(more > 800, qPrintable(QString::number(more)));
+}
+
+void TestTextDrawing::otherThreadsDrawTheSame()
+{
+    const TextContent content = TextFixture::Text("Sphinx " + Hebrew(), 33, QPointF(20, 100));
+    const QImage expected = Coverage(TextRaster::Render(content, Canvas));
+    std::vector<QImage> drawn(4);
+    std::vector<std::thread> threads;
+    for (QImage& image : drawn)
+        threads.emplace_back([&] { image = Coverage(TextRaster::Render(content, Canvas)); });
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const QImage& image : drawn)
+        QCOMPARE(image, expected);
 }
 
 void TestTextDrawing::anEmptyTextHasNoPixelsButAPlace()
