@@ -9,9 +9,10 @@
 namespace {
 /// Around a small canvas, so that a text beside it can be moved in without being drawn again.
 constexpr int LeastMargin = 1000;
-/// What single precision leaves of a whole number of pixels.
-constexpr double WholeNoise = 1e-3;
-constexpr double ScaleNoise = 1e-6;
+/// What single precision, and a few steps with it, leave of a number.
+constexpr double SinglePart = 1e-6;
+constexpr double LeastWholeNoise = 1e-3; ///< pixels
+constexpr double MostWholeNoise = 0.1;
 
 QRect Reach(const QSize& canvas)
 {
@@ -82,9 +83,18 @@ void FillHard(LXImage32& image, const QPainterPath& path, const QBrush& brush)
                 false, false);
 }
 
-bool IsNear(double a, double b, double noise)
+bool IsSameFactor(double a, double b)
 {
-    return std::abs(a - b) <= noise;
+    return std::abs(a - b) <= SinglePart * std::max(1.0, std::abs(a));
+}
+
+/// Whether it is whole pixels from one place to the other, wherever these are.
+bool IsWholeWay(double from, double to)
+{
+    constexpr double farthest = 1 << 24;
+    const double way = to - from;
+    const double noise = std::clamp(SinglePart * std::abs(to), LeastWholeNoise, MostWholeNoise);
+    return std::abs(way - std::round(way)) <= noise && std::abs(way) < farthest;
 }
 } // namespace
 
@@ -116,16 +126,12 @@ bool TextRaster::IsWholeMove(const QTransform& before, const QTransform& after, 
     const QTransform& a = before;
     const QTransform& b = after;
     // Under a perspective the same move changes all numbers.
-    const bool isSame = a.isAffine() && b.isAffine() && IsNear(a.m11(), b.m11(), ScaleNoise) &&
-                        IsNear(a.m12(), b.m12(), ScaleNoise) && IsNear(a.m21(), b.m21(), ScaleNoise) &&
-                        IsNear(a.m22(), b.m22(), ScaleNoise);
-    const QPointF way(b.dx() - a.dx(), b.dy() - a.dy());
-    const QPointF whole(std::round(way.x()), std::round(way.y()));
-    constexpr double farthest = 1 << 24;
-    const bool isWhole = IsNear(way.x(), whole.x(), WholeNoise) && IsNear(way.y(), whole.y(), WholeNoise) &&
-                         std::abs(whole.x()) < farthest && std::abs(whole.y()) < farthest;
-    if (isSame && isWhole) *delta = whole.toPoint();
-    return isSame && isWhole;
+    const bool isMove = a.isAffine() && b.isAffine() && IsSameFactor(a.m11(), b.m11()) &&
+                        IsSameFactor(a.m12(), b.m12()) && IsSameFactor(a.m21(), b.m21()) &&
+                        IsSameFactor(a.m22(), b.m22()) && IsWholeWay(a.dx(), b.dx()) &&
+                        IsWholeWay(a.dy(), b.dy());
+    if (isMove) *delta = QPointF(b.dx() - a.dx(), b.dy() - a.dy()).toPoint();
+    return isMove;
 }
 
 std::shared_ptr<const TextContent> TextRaster::Moved(const TextContent& content, const QPoint& delta)

@@ -32,7 +32,8 @@ brighter.opacity = 0.5
 expect.equal(seen(), "#ffb5b5b5")
 
 step("the panel shows nothing of it for a layer of pixels")
-clickRow(2, "name")
+layers.select(layers.at(2))
+idle()
 expect.equal(panel.find("m_pAdjustment").visible, false)
 
 step("pixels can't be painted on it")

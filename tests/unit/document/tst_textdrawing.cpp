@@ -5,6 +5,7 @@
 #include "support/TextFixture.h"
 
 #include <QFontInfo>
+#include <QMatrix4x4>
 #include <QPainter>
 #include <QTest>
 
@@ -276,6 +277,10 @@ void TestTextDrawing::onlyMovesByWholePixelsAreWholeMoves()
     QCOMPARE(delta, QPoint(-3, 40));
     QVERIFY(TextRaster::IsWholeMove(before, before * QTransform::fromTranslate(5.0004, 0), &delta));
     QCOMPARE(delta, QPoint(5, 0));
+    // What tools hand back in single precision is the same, large numbers too.
+    const QTransform large(50.3, 1 / 3.0, -7.77, 1e-3, 5000.123, -120000.7);
+    QVERIFY(TextRaster::IsWholeMove(large, QMatrix4x4(large).toTransform(), &delta));
+    QCOMPARE(delta, QPoint(0, 0));
     QVERIFY(!TextRaster::IsWholeMove(before, before * QTransform::fromTranslate(0.5, 0), &delta));
     QVERIFY(!TextRaster::IsWholeMove(before, before * QTransform::fromScale(1.01, 1), &delta));
     QVERIFY(!TextRaster::IsWholeMove(before, QTransform(1, 0, 0.001, 0, 1, 0, 0, 0, 1), &delta));
