@@ -6,6 +6,7 @@
 #include "gui/ZKDocumentView.h"
 #include "image/LXImage.h"
 #include "image/LXTileManager.h"
+#include "image/TileStore.h"
 
 #include <QLabel>
 #include <QTimer>
@@ -190,4 +191,9 @@ void StatusReadout::UpdateMemory()
 {
     const qint64 bytes = qint64(LXTileManager::Instance().LiveTileCount()) * LXTileManager::TileBytes;
     m_pMemory->setText(bytes == 0 ? QString() : tr("%1 MB").arg(bytes / Megabyte + 1));
+    const TileStore& store = TileStore::Main();
+    m_pMemory->setToolTip(tr("Memory of all pictures: %1 MB held, at most %2 MB; %3 MB on disk")
+                              .arg(qint64(store.ResidentTileCount()) * LXTileManager::TileBytes / Megabyte)
+                              .arg(store.MemoryBudget() / Megabyte)
+                              .arg(store.SwapBytes() / Megabyte));
 }
