@@ -1,6 +1,7 @@
 #include "BlendContests.h"
 #include "Contest.h"
 #include "FillContests.h"
+#include "MergedContests.h"
 #include "PathContests.h"
 #include "TransformContests.h"
 
@@ -30,6 +31,7 @@ int main(int argc, char** argv)
             Contests::PrintHeader(threads);
             FillContests::Run(side, threads);
             BlendContests::Run(side, threads);
+            MergedContests::Run(threads);
             PathContests::Run(side, threads);
             TransformContests::Run(side, threads);
         }
