@@ -62,7 +62,7 @@ public:
     void PutLayerImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     void PutMaskImage(unsigned int id, const LXImage32& image, const QPoint& offset);
     /// The text's content; of other layers the default. Any thread.
-    TextContent Text(unsigned int id) const;
+    ZK_EDITOR_EXPORT TextContent Text(unsigned int id) const;
     /// Takes the content over and draws it; tells what a change of pixels tells. Nothing for layers of
     /// another kind. Any thread; throws std::bad_alloc with nothing changed.
     void PutText(unsigned int id, const TextContent& content);
