@@ -1,14 +1,17 @@
 #include "app/LayerMenu.h"
 
 #include "app/MainWindow.h"
+#include "app/PanelArea.h"
 #include "core/ZKMenuManager.h"
+#include "gui/AdjustmentPanel.h"
 #include "gui/ZKDocumentView.h"
 
 #include <QAction>
+#include <QDockWidget>
 #include <QMenu>
 
 LayerMenu::LayerMenu(MainWindow* window)
-    : QObject(window), m_pMenu(std::make_unique<QMenu>(tr("New &Adjustment Layer")))
+    : QObject(window), m_pWindow(window), m_pMenu(std::make_unique<QMenu>(tr("New &Adjustment Layer")))
 {
     Add(LXAdjustment::BrightnessContrast, tr("&Brightness and Contrast"),
         tr("Makes what lies below brighter, darker, stronger or weaker"), "addBrightnessContrastAction");
@@ -36,6 +39,11 @@ void LayerMenu::Add(LXAdjustment::Kind kind, const QString& text, const QString&
         LXAdjustment adjustment;
         adjustment.kind = kind;
         m_Operations.AddAdjustment(adjustment);
+        // The next thing to do is to draw its sliders.
+        const QList<QDockWidget*> panels = m_pWindow->GetPanels()->GetPanels();
+        for (QDockWidget* panel : panels) {
+            if (qobject_cast<AdjustmentPanel*>(panel->widget())) panel->raise();
+        }
     });
     m_pMenu->addAction(action);
 }

@@ -23,6 +23,7 @@ private:
     void Add(LXAdjustment::Kind kind, const QString& text, const QString& hint, const char* name);
     void UpdateActions();
 
+    MainWindow* m_pWindow;
     LayerOperations m_Operations;
     std::unique_ptr<QMenu> m_pMenu;
 };

@@ -8,6 +8,7 @@
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "gui/AdjustmentPanel.h"
 #include "gui/ClipboardPanel.h"
 #include "gui/ColorWells.h"
 #include "gui/HistoryPanel.h"
@@ -42,7 +43,7 @@ constexpr int ToolBoxMargin = 4;
 constexpr QSize DefaultSize(1280, 800);
 const QLatin1String GeometryKey("Editor/WindowGeometry");
 const QLatin1String PanelsKey("Editor/Panels");
-constexpr int PanelsVersion = 5; // counts up when the panels are other ones
+constexpr int PanelsVersion = 6; // counts up when the panels are other ones
 
 QToolBar* MakeFixedBar(const QString& name, const QString& title)
 {
@@ -154,6 +155,7 @@ void MainWindow::BuildPanels()
     m_pHistoryPanel = new HistoryPanel;
     m_pPathsPanel = new PathsWidget;
     m_pSamplesPanel = new SamplesWidget;
+    m_pAdjustmentPanel = new AdjustmentPanel;
     m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("toolPanel"), tr("Tool"),
                    LXToolWidgetManager::instance());
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("layersPanel"), tr("Layers"),
@@ -163,6 +165,8 @@ void MainWindow::BuildPanels()
     m_pPanels->Add(PanelArea::DocumentGroup, QStringLiteral("clipboardPanel"), tr("Clipboard"),
                    new ClipboardPanel(LayersWidget::GetInstance()));
     m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("samplesPanel"), tr("Samples"), m_pSamplesPanel);
+    m_pPanels->Add(PanelArea::ToolGroup, QStringLiteral("adjustmentPanel"), tr("Adjustment"),
+                   m_pAdjustmentPanel);
 }
 
 void MainWindow::FollowActiveView()
@@ -186,6 +190,7 @@ void MainWindow::FollowActiveView()
     m_pPathsPanel->SetView(m_pView);
     m_pHistoryPanel->SetView(m_pView);
     m_pSamplesPanel->SetView(m_pView);
+    m_pAdjustmentPanel->SetView(m_pView);
     m_pStatus->SetView(m_pView);
     UpdateTitle();
     emit ActiveViewChanged(m_pView);

@@ -9,6 +9,7 @@
 
 #include <functional>
 
+class AdjustmentPanel;
 class EmptyPage;
 class HistoryPanel;
 class LXDocumentInterface;
@@ -99,6 +100,7 @@ private:
     HistoryPanel* m_pHistoryPanel = nullptr;
     PathsWidget* m_pPathsPanel = nullptr;
     SamplesWidget* m_pSamplesPanel = nullptr;
+    AdjustmentPanel* m_pAdjustmentPanel = nullptr;
     QPointer<ZKDocumentView> m_pView; // the one that was followed last
     std::function<bool()> m_CloseQuestion;
 };

@@ -15,6 +15,7 @@
 #include "app/Tour.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
+#include "gui/AdjustmentPanel.h"
 #include "gui/LXFillOptionsDialog.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LXOperationProgressDlg.h"
@@ -24,6 +25,7 @@
 #include "scripting/InputDriver.h"
 
 #include <QAction>
+#include <QBrush>
 #include <QColorDialog>
 #include <QDir>
 #include <QDockWidget>
@@ -182,7 +184,7 @@ bool Screenshots::TakeLayerKinds()
     QFont font = window->font();
     font.setPixelSize(size.height() / 6);
     document->SetTextFont(id, font);
-    document->SetTextBrush(id, SkyColor);
+    document->SetTextBrush(id, Qt::white);
     document->SetText(id, tr("Evening"));
     document->SetTextStyle(id, 1);
     document->SetTextBend(id, 40);
@@ -195,10 +197,10 @@ bool Screenshots::TakeLayerKinds()
          {"addBrightnessContrastAction", "addLevelsAction", "addHueSaturationAction", "addInvertAction"}) {
         auto* action = window->findChild<QAction*>(QLatin1String(name));
         action->trigger();
-        const QString file = QStringLiteral("panel-layers-") + FileNameOf(action->text());
-        if (!Take(LayersWidget::GetInstance(), file)) return false;
+        const QString file = QStringLiteral("panel-adjustment-") + FileNameOf(action->text());
+        if (!Take(window->findChild<AdjustmentPanel*>(), file)) return false;
     }
-    return true;
+    return Take(LayersWidget::GetInstance(), QStringLiteral("panel-layers-of-every-kind"));
 }
 
 bool Screenshots::TakeDialogs()

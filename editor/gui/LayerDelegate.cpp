@@ -47,12 +47,10 @@ int KindOf(const QModelIndex& index)
     return index.data(LXDocumentModel::KindRole).toInt();
 }
 
-/// An adjustment has no pixels to show, so its row shows what it is; a text shows its letters, and a mark.
+/// A text shows its letters, and a mark that they are letters.
 void PaintKind(QPainter& painter, const QRect& picture, int kind)
 {
-    if (kind == LayerKind::Adjustment) {
-        ListRow::PaintIcon(painter, picture, "theme:layer_adjustment.png", false);
-    } else if (kind == LayerKind::Text) {
+    if (kind == LayerKind::Text) {
         const QRect corner(picture.right() - SmallIcon, picture.bottom() - SmallIcon, SmallIcon, SmallIcon);
         painter.fillRect(corner, painter.background());
         ListRow::PaintIcon(painter, corner, "theme:layer_text.png", false);
@@ -89,10 +87,14 @@ void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const bool selected = option.state.testFlag(QStyle::State_Selected);
     const bool maskIsTarget = index.data(LXDocumentModel::MaskSelectedRole).toBool();
     ListRow::PaintEye(*painter, option.rect, visible);
-    const bool hasPixels = KindOf(index) != LayerKind::Adjustment;
-    ListRow::PaintPicture(*painter, places.layer,
-                          hasPixels ? index.data(Qt::DecorationRole).value<QImage>() : QImage(),
-                          selected && !maskIsTarget, option.palette);
+    const bool isTarget = selected && !maskIsTarget;
+    if (KindOf(index) == LayerKind::Adjustment) {
+        // It has no pixels to show.
+        ListRow::PaintSign(*painter, places.layer, "theme:layer_adjustment.png", isTarget, option.palette);
+    } else {
+        ListRow::PaintPicture(*painter, places.layer, index.data(Qt::DecorationRole).value<QImage>(),
+                              isTarget, option.palette);
+    }
     painter->setBackground(option.palette.brush(QPalette::Base));
     PaintKind(*painter, places.layer, KindOf(index));
     if (HasMask(index)) {

@@ -2,11 +2,8 @@
 
 #include "ui_LayersWidget.h"
 
-#include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
-#include "document/LayerKind.h"
 #include "document/LayerLocks.h"
-#include "gui/AdjustmentWidget.h"
 #include "gui/BlendModeNames.h"
 #include "gui/LayerDelegate.h"
 #include "gui/LayerOperations.h"
@@ -38,7 +35,6 @@ public:
     void SetUpButtons();
     void SetUpBlendModes();
     void SetUpList();
-    void UpdateAdjustment();
     void UpdateControls();
     void UpdateButtons();
 
@@ -59,10 +55,6 @@ LayersWidgetPrivate::LayersWidgetPrivate(LayersWidget* panel) : m_pPanel(panel)
     SetUpList();
     QObject::connect(m_Ui.m_pOpacitySpn, qOverload<int>(&QSpinBox::valueChanged), &m_Operations,
                      [this](int percent) { m_Operations.SetOpacity(percent / 100.0); });
-    QObject::connect(m_Ui.m_pAdjustment, &AdjustmentWidget::Changed, &m_Operations,
-                     &LayerOperations::PreviewAdjustment);
-    QObject::connect(m_Ui.m_pAdjustment, &AdjustmentWidget::Finished, &m_Operations,
-                     &LayerOperations::FinishAdjustment);
     QObject::connect(&m_Operations, &LayerOperations::Changed, panel, [this] { UpdateControls(); });
     UpdateControls();
 }
@@ -136,21 +128,7 @@ void LayersWidgetPrivate::UpdateControls()
     m_Ui.m_pLocks->setEnabled(m_Operations.CanChange());
     for (const LockButton& lock : LockButtons())
         lock.button->setChecked(row >= 0 && (model->GetLockFlags(row) & lock.bits) != 0);
-    UpdateAdjustment();
     UpdateButtons();
-}
-
-/// Only while it is an adjustment that is selected.
-void LayersWidgetPrivate::UpdateAdjustment()
-{
-    const int row = m_Operations.GetRow();
-    const LXDocumentInterface* document = row >= 0 ? m_Operations.GetModel()->GetDocument() : nullptr;
-    const unsigned int id = static_cast<unsigned int>(row) + 1;
-    const bool isAdjustment = document && document->GetLayerKind(id) == LayerKind::Adjustment;
-    m_Ui.m_pAdjustment->setVisible(isAdjustment);
-    if (!isAdjustment) return;
-    m_Ui.m_pAdjustment->setEnabled(m_Operations.CanChange());
-    m_Ui.m_pAdjustment->SetAdjustment(document->GetAdjustment(id));
 }
 
 void LayersWidgetPrivate::UpdateButtons()

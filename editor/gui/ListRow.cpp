@@ -10,7 +10,16 @@
 
 namespace {
 constexpr int CheckerSquare = 4;
+constexpr int SignSize = 24;
+
+void PaintFrame(QPainter& painter, const QRect& place, bool isTarget, const QPalette& palette)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(palette.color(isTarget ? QPalette::Link : QPalette::Mid));
+    painter.drawRect(place.adjusted(-1, -1, 0, 0));
+    if (isTarget) painter.drawRect(place.adjusted(-2, -2, 1, 1));
 }
+} // namespace
 
 QRect ListRow::EyeOf(const QRect& row)
 {
@@ -39,10 +48,16 @@ void ListRow::PaintPicture(QPainter& painter, const QRect& frame, const QImage& 
     painter.fillRect(place, MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(place, picture);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(palette.color(isTarget ? QPalette::Link : QPalette::Mid));
-    painter.drawRect(place.adjusted(-1, -1, 0, 0));
-    if (isTarget) painter.drawRect(place.adjusted(-2, -2, 1, 1));
+    PaintFrame(painter, place, isTarget, palette);
+}
+
+void ListRow::PaintSign(QPainter& painter, const QRect& frame, const QString& name, bool isTarget,
+                        const QPalette& palette)
+{
+    QRect place(0, 0, SignSize, SignSize);
+    place.moveCenter(frame.center());
+    ZKIconHelper::DisabledIcon(name).paint(&painter, place);
+    PaintFrame(painter, frame.adjusted(2, 2, -2, -2), isTarget, palette);
 }
 
 void ListRow::PaintIcon(QPainter& painter, const QRect& place, const QString& name, bool dim)

@@ -25,6 +25,10 @@ void PaintGround(QPainter& painter, const QStyleOptionViewItem& option);
 /// A picture in its frame, over the checker that tells transparency; the target of painting has an accent.
 void PaintPicture(QPainter& painter, const QRect& frame, const QImage& picture, bool isTarget,
                   const QPalette& palette);
+/// What has no picture shows what it is, in the same frame.
+/// @param name  of an icon of the theme
+void PaintSign(QPainter& painter, const QRect& frame, const QString& name, bool isTarget,
+               const QPalette& palette);
 /// A small icon of the theme in the middle of the place.
 void PaintIcon(QPainter& painter, const QRect& place, const QString& name, bool dim);
 void PaintEye(QPainter& painter, const QRect& row, bool isOpen);

@@ -1,7 +1,7 @@
 "use strict"
 include("steps/editor.js")
 const picture = documents.create(60, 40, { background: "#646464" })
-const panel = widgets.find("LayersWidget")
+const panel = widgets.find("AdjustmentPanel")
 const seen = () => pixels.merged.pixel(5, 5)
 const add = entry => { menus.trigger("Layer/New Adjustment Layer/" + entry); idle() }
 

@@ -1,6 +1,7 @@
 #include "GuiFixture.h"
 
 #include "document/LXDocumentModel.h"
+#include "gui/AdjustmentPanel.h"
 #include "gui/AdjustmentWidget.h"
 #include "gui/LayerOperations.h"
 #include "gui/LayersWidget.h"
@@ -15,6 +16,8 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTest>
+
+#include <memory>
 
 using GuiFixture::MakeDocument;
 using GuiFixture::OwnedDocument;
@@ -37,6 +40,7 @@ private slots:
     void eachKindShowsItsOwnSliders();
     void sliderAndNumberSayTheSame();
     void aDraggedSliderIsOneStep();
+    void thePanelShowsTheSelectedAdjustmentOnly();
     void everyControlTellsItsValue();
     void anotherStepEndsTheDrag();
     void nothingWorksWhileTheDocumentIsLocked();
@@ -87,7 +91,7 @@ void TestAdjustmentWidget::aDraggedSliderIsOneStep()
     LexoUndoStack history;
     ZKDocumentView view(document.get(), &history);
     view.GetLayerSelection()->select(document->GetModel()->index(0), QItemSelectionModel::ClearAndSelect);
-    LayersWidget panel;
+    AdjustmentPanel panel;
     panel.SetView(&view);
     auto* slider = panel.findChild<QSlider*>("m_pInBlackSldr");
     slider->setSliderDown(true);
@@ -104,6 +108,33 @@ void TestAdjustmentWidget::aDraggedSliderIsOneStep()
     history.redo();
     QCOMPARE(document->GetAdjustment(1).inBlack, 40);
     panel.SetView(nullptr);
+}
+
+void TestAdjustmentWidget::thePanelShowsTheSelectedAdjustmentOnly()
+{
+    const OwnedDocument document = MakeDocument({20, 10});
+    document->AddAdjustmentLayer("levels", Of(LXAdjustment::Levels));
+    LexoUndoStack history;
+    auto view = std::make_unique<ZKDocumentView>(document.get(), &history);
+    AdjustmentPanel panel;
+    panel.show();
+    const auto* slider = panel.findChild<QSlider*>("m_pInBlackSldr");
+    QVERIFY(!slider->isVisible());
+    panel.SetView(view.get());
+    const auto select = [&](int row) {
+        view->GetLayerSelection()->select(document->GetModel()->index(row),
+                                          QItemSelectionModel::ClearAndSelect);
+    };
+    select(0);
+    QVERIFY(slider->isVisible() && slider->isEnabled());
+    select(1);
+    QVERIFY(!slider->isVisible());
+    select(0);
+    document->Lock();
+    QVERIFY(!slider->isEnabled());
+    document->Unlock();
+    view.reset();
+    QVERIFY(!slider->isVisible());
 }
 
 void TestAdjustmentWidget::everyControlTellsItsValue()
