@@ -60,16 +60,16 @@ constexpr quint32 Red = 0xFFFF0000;
 struct KindRow
 {
     const char* name;
-    PieceKind kind;
     const char* text;
+    PieceKind kind;
     int commands;
 };
 
 const KindRow Kinds[] = {
-    {"layer copy", PieceKind::LayerCopy, "Copy", 2},
-    {"mask copy", PieceKind::MaskCopy, "Cut", 2},
-    {"layer cut", PieceKind::LayerCut, "Cut", 3},
-    {"mask cut", PieceKind::MaskCut, "Cut", 3},
+    {"layer copy", "Copy", PieceKind::LayerCopy, 2},
+    {"mask copy", "Cut", PieceKind::MaskCopy, 2},
+    {"layer cut", "Cut", PieceKind::LayerCut, 3},
+    {"mask cut", "Cut", PieceKind::MaskCut, 3},
 };
 
 void AddKinds()
