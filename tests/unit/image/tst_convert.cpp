@@ -2,10 +2,12 @@
 #include "image/LXImageConvert.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
+#include "support/TransformTwin.h"
 
 #include <QImage>
 #include <QPointF>
 #include <QTest>
+#include <QTransform>
 
 #include <cmath>
 #include <limits>
@@ -23,6 +25,8 @@ private slots:
     void blankTilesOfAPictureAreShared();
 
     void scaleOneCopies();
+    void scalingAveragesOrMixesAsTheTwin_data();
+    void scalingAveragesOrMixesAsTheTwin();
     void shrinkingAverages();
     void shrinkingWeighsColorByAlpha();
     void stretchingKeepsEdgesOpaque();
@@ -108,6 +112,34 @@ void TestConvert::blankTilesOfAPictureAreShared()
     ConvertImage(picture, image);
     QCOMPARE(LXTileManager::Instance().LiveTileCount() - before, 2);
     QCOMPARE(image.GetColor(700, 700).value, 0xFF112233u);
+}
+
+void TestConvert::scalingAveragesOrMixesAsTheTwin_data()
+{
+    QTest::addColumn<double>("scale");
+    for (const double scale : {0.07, 0.23, 1.0 / 3, 0.5, 0.77, 0.999, 1.001, 1.5, 3.3}) {
+        QTest::addRow("%g", scale) << scale;
+    }
+}
+
+/// Every target pixel lies inside the source, so that no coverage weakens the twin's.
+void TestConvert::scalingAveragesOrMixesAsTheTwin()
+{
+    QFETCH(double, scale);
+    std::mt19937 random(4);
+    const PlainImage source = TestImages::Random(140, 20, random);
+    const QSize size(std::min(330, static_cast<int>(140 * scale)),
+                     std::min(150, static_cast<int>(20 * scale)));
+    const QImage scaled = Scaled(TestImages::ToTiles(source), QPointF(0, 0), scale, size);
+    PlainImage actual(size.width(), size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            actual.At(x, y) = LXRGBA32i(scaled.pixel(x, y));
+        }
+    }
+    const PlainImage expected = TransformTwin::Transformed(source, QTransform::fromScale(scale, scale), size,
+                                                           TransformTwin::Method::Linear);
+    QVERIFY(TransformTwin::LargestDifference(actual, expected) <= 1);
 }
 
 void TestConvert::scaleOneCopies()
