@@ -31,10 +31,15 @@ QListView* StateList(const EditorFixture& editor)
 
 QTabBar* PanelTabs(const EditorFixture& editor)
 {
-    // The window keeps bars for later that hold nothing.
+    // There is one for each group of panels, and the window keeps bars for later that hold nothing.
     const auto bars = editor.Window()->findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
-    const auto isShown = [](const QTabBar* bar) { return bar->isVisible(); };
-    const auto found = std::find_if(bars.begin(), bars.end(), isShown);
+    const auto hasHistory = [](const QTabBar* bar) {
+        for (int i = 0; i < bar->count(); ++i) {
+            if (bar->tabText(i) == "History") return bar->isVisible();
+        }
+        return false;
+    };
+    const auto found = std::find_if(bars.begin(), bars.end(), hasHistory);
     return found == bars.end() ? nullptr : *found;
 }
 
