@@ -2,12 +2,16 @@
 
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "history/MoveCommand.h"
 #include "history/MoveCommandData.h"
 
+#include <QMatrix4x4>
+
 namespace {
-QList<uint> IdsOf(const QMap<unsigned int, QPoint>& places)
+template <class Place>
+QList<uint> IdsOf(const QMap<unsigned int, Place>& places)
 {
     QList<uint> ids;
     for (auto place = places.begin(); place != places.end(); ++place) {
@@ -39,7 +43,7 @@ void MoveTargets::Collect(const LXDocumentModel& model, const QList<int>& rows)
 void MoveTargets::AddLayer(const LXDocumentModel& model, int row)
 {
     const unsigned int key = static_cast<unsigned int>(row);
-    m_Layers.insert(key, model.GetLayerOffset(row));
+    m_Layers.insert(key, {model.GetLayerOffset(row), model.GetTextLayerTransformation(row)});
     m_Rect |= model.GetDocument()->GetLayerGeometry(key + 1);
 }
 
@@ -59,13 +63,16 @@ void MoveTargets::MoveBy(LXDocumentInterface* document, const QPoint& delta) con
 {
     for (auto layer = m_Layers.begin(); layer != m_Layers.end(); ++layer) {
         const unsigned int id = layer.key() + 1;
-        const QPoint offset = layer.value() + delta;
+        const QPoint offset = layer->offset + delta;
         const auto mask = m_Masks.find(layer.key());
         if (mask != m_Masks.end()) {
             document->SetLayerMaskOffset(id, offset, mask.value() + delta);
         } else {
             document->SetLayerOffset(id, offset);
         }
+        if (document->GetLayerKind(id) == LayerKind::Text)
+            document->SetTextLayerTransformation(
+                id, QMatrix4x4(layer->text * QTransform::fromTranslate(delta.x(), delta.y())));
     }
     for (auto mask = m_Masks.begin(); mask != m_Masks.end(); ++mask) {
         if (!m_Layers.contains(mask.key())) document->SetMaskOffset(mask.key() + 1, mask.value() + delta);
@@ -80,6 +87,11 @@ std::unique_ptr<LexoCommand> MoveTargets::MakeCommand(LXDocumentInterface* docum
     data->SetDelta(delta);
     data->SetLayers(LayerIds());
     data->SetMasks(IdsOf(m_Masks));
+    if (!m_Layers.isEmpty()) {
+        const int row = static_cast<int>(m_Layers.firstKey());
+        data->SetTextLayerOldTransformation(m_Layers.first().text);
+        data->SetTextLayerNewTransformation(document->GetModel()->GetTextLayerTransformation(row));
+    }
     auto command = std::make_unique<MoveCommand>(document, applyOnPush);
     // Owned by the command from then on.
     if (command->SetCommandData(data.get())) static_cast<void>(data.release());

@@ -4,6 +4,7 @@
 #include <QMap>
 #include <QPoint>
 #include <QRect>
+#include <QTransform>
 
 #include <memory>
 
@@ -37,7 +38,14 @@ private:
     void AddLayer(const LXDocumentModel& model, int row);
     void AddMask(const LXDocumentModel& model, int row);
 
-    QMap<unsigned int, QPoint> m_Layers; ///< offsets at the press by rows
+    /// A layer at the press.
+    struct Place
+    {
+        QPoint offset;
+        QTransform text; ///< what the letters of a text layer go through
+    };
+
+    QMap<unsigned int, Place> m_Layers; ///< by rows
     QMap<unsigned int, QPoint> m_Masks;
     QRect m_Rect;
 };

@@ -4,7 +4,6 @@
 #include "app/MainWindow.h"
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
-#include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
@@ -18,6 +17,7 @@
 
 #include <QApplication>
 #include <QItemSelectionModel>
+#include <QMatrix4x4>
 #include <QPainterPath>
 
 #include <algorithm>
@@ -31,7 +31,7 @@ QString PointText(const QPointF& point)
     return QString("%1, %2").arg(point.x()).arg(point.y());
 }
 
-/// Rasters, one of them with locked pixels; masks, linked and not; and a layer without pixels of its own.
+/// Rasters, one with locked pixels and one that is locked in its place; masks, linked and not.
 LayerState RandomLayer(DocumentFixture::Random& random, int number, const QSize& canvas)
 {
     const QRect around(QPoint(0, 0), canvas);
@@ -46,7 +46,6 @@ LayerState RandomLayer(DocumentFixture::Random& random, int number, const QSize&
         layer.properties.maskRect = DocumentFixture::PickRect(random, around, 4);
         layer.mask = DocumentFixture::MaskNoise(random, layer.properties.maskRect.size());
     }
-    if (number == 3) layer.properties.kind = LayerKind::Text;
     if (number == 4) layer.properties.locks = LayerLocks::Pixels;
     if (number == 5) layer.properties.locks = LayerLocks::Position;
     return layer;
@@ -86,6 +85,10 @@ void MoveSoak::AddPicture(const QSize& size)
     for (int number = 0; number < 6; ++number) {
         insides->InsertLayer(0, RandomLayer(m_Random, number, size));
     }
+    const unsigned int text = picture.document->AddTextLayer("Text", QPointF(10, 20));
+    picture.document->SetText(text, "Ag");
+    picture.document->SetTextLayerTransformation(text, QMatrix4x4(QTransform().rotate(10)));
+    picture.document->AddAdjustmentLayer("Adjustment", LXAdjustment());
     picture.start = DocumentFixture::DescribeWhole(picture.document);
     m_Pictures.push_back(picture);
 }

@@ -3,8 +3,8 @@
 #include "core/ZKActivateAction.h"
 #include "core/ZKToolBarManager.h"
 #include "core/ZKToolGroupManager.h"
-#include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
+#include "document/LayerKind.h"
 #include "gui/LToolBoxWidget.h"
 #include "gui/LexoAppKeyHook.h"
 #include "resource/ResourceFolder.h"
@@ -88,16 +88,14 @@ unsigned int MoveToolFixture::AddLayer(const QRect& rect, const QColor& color)
     return Document()->AddLayer(QStringLiteral("Above"), image, rect.topLeft());
 }
 
-unsigned int MoveToolFixture::AddLayerOfKind(int kind, const QRect& rect, const QColor& color)
+unsigned int MoveToolFixture::AddLayerOfKind(int kind)
 {
-    LayerState layer;
-    layer.properties.kind = kind;
-    layer.properties.rect = rect;
-    layer.image = LXImage32(rect.width(), rect.height());
-    layer.image.Fill(LXRGBA32i(color.rgba()));
-    LXDocumentInterfacePrivate::Get(Document())->InsertLayer(0, layer);
+    const bool isText = kind == LayerKind::Text;
+    const unsigned int id = isText ? Document()->AddTextLayer(QStringLiteral("Text"), {2, 8})
+                                   : Document()->AddAdjustmentLayer(QStringLiteral("Darker"), LXAdjustment());
+    if (isText) Document()->SetText(id, QStringLiteral("A"));
     m_pFixture->SelectLayers({0});
-    return 1;
+    return id;
 }
 
 QRgb MoveToolFixture::Merged(int x, int y) const

@@ -42,8 +42,8 @@ protected:
     void AddMask(const QRect& hidden);
     /// Adds a raster layer of one color on top and gives its id; the selected rows stay as they are.
     unsigned int AddLayer(const QRect& rect, const QColor& color);
-    /// The same of a layer of another kind, which is selected then.
-    unsigned int AddLayerOfKind(int kind, const QRect& rect, const QColor& color);
+    /// Adds a text layer or an adjustment layer on top, which is selected then.
+    unsigned int AddLayerOfKind(int kind);
 
     /// The pixel of the fixture's picture that came from there.
     static QRgb Source(int x, int y) { return qRgb(10 * x, 10 * y, 0); }

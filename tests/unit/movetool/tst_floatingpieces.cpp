@@ -271,7 +271,7 @@ void TestFloatingPieces::aCopyOfAMaskIsCalledCut()
 
 void TestFloatingPieces::theMaskOfALayerWithoutPixelsFloats()
 {
-    AddLayerOfKind(LayerKind::Adjustment, {0, 0, 16, 12}, Qt::blue);
+    AddLayerOfKind(LayerKind::Adjustment);
     AddMask({2, 2, 3, 3});
     Model()->SetMaskSelected(0, true);
     Float();

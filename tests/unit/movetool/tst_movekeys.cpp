@@ -230,7 +230,7 @@ void TestMoveKeys::aLayerWithoutPixelsIsWarnedOf()
 {
     QFETCH(int, kind);
     QFETCH(QString, warning);
-    AddLayerOfKind(kind, {0, 0, 16, 12}, Qt::blue);
+    AddLayerOfKind(kind);
     QCOMPARE(BoxesDuring([&] { Private()->OnSelectionMoveRight(); }), QStringList(warning));
     QCOMPARE(BoxesDuring([&] { Private()->OnSelectionCopyMoveRight(); }), QStringList(warning));
     QVERIFY(!Record());
@@ -239,7 +239,7 @@ void TestMoveKeys::aLayerWithoutPixelsIsWarnedOf()
 
 void TestMoveKeys::theSelectedMaskOfALayerWithoutPixelsMoves()
 {
-    AddLayerOfKind(LayerKind::Text, {0, 0, 16, 12}, Qt::blue);
+    AddLayerOfKind(LayerKind::Text);
     AddMask(Start);
     Model()->SetMaskSelected(0, true);
     Private()->OnSelectionMoveRight();

@@ -7,6 +7,7 @@
 #include "support/TestRegistry.h"
 
 #include <QGraphicsScene>
+#include <QMatrix4x4>
 #include <QSignalSpy>
 
 // Drags that move whole layers and masks by their offsets, the selection with them.
@@ -28,6 +29,8 @@ private slots:
     void anUnlinkedMaskStaysBehind();
     void aSelectedMaskMovesAlone();
     void aSelectedLinkedMaskTakesItsLayerAlong();
+    void aTextIsMovedByItsTransformation_data();
+    void aTextIsMovedByItsTransformation();
     void withNothingSelectedNothingMoves();
 
     void besideTheSelectedPixelsLayersMoveWithTheSelection();
@@ -186,6 +189,38 @@ void TestMoveLayers::aSelectedLinkedMaskTakesItsLayerAlong()
     QCOMPARE(MaskAt(), QPoint(2, 1));
 }
 
+void TestMoveLayers::aTextIsMovedByItsTransformation_data()
+{
+    QTest::addColumn<QTransform>("transform");
+    QTest::newRow("as it was written") << QTransform();
+    QTest::newRow("moved") << QTransform::fromTranslate(2, 1);
+    QTest::newRow("turned") << QTransform(0, 1, -1, 0, 12, 2);
+    QTest::newRow("slanted and moved") << QTransform(1, 0, 0.5, 1, 0.25, 1);
+}
+
+void TestMoveLayers::aTextIsMovedByItsTransformation()
+{
+    QFETCH(QTransform, transform);
+    const unsigned int id = Document()->AddTextLayer("Text", {2, 8});
+    Document()->SetText(id, "A");
+    Document()->SetTextLayerTransformation(id, QMatrix4x4(transform));
+    m_pFixture->SelectLayers({0});
+    const QStringList before = Whole();
+    const QPoint at = LayerAt();
+
+    Press({2.5, 2.5});
+    Move({9.5, 9.5});
+    Release({5.5, 1.5});
+    QCOMPARE(LayerAt(), at + QPoint(3, -1));
+    // The letters go the same way, last of all.
+    QCOMPARE(Model()->GetTextLayerTransformation(0), transform * QTransform::fromTranslate(3, -1));
+    const QStringList after = Whole();
+    m_pFixture->History().undo();
+    QCOMPARE(Whole(), before);
+    m_pFixture->History().redo();
+    QCOMPARE(Whole(), after);
+}
+
 void TestMoveLayers::withNothingSelectedNothingMoves()
 {
     m_pFixture->SelectLayers({});
@@ -244,11 +279,12 @@ void TestMoveLayers::aPixelOutsideTheMaskIsNotSelected()
 void TestMoveLayers::onALayerWithoutPixelsTheSelectionMovesWithIt()
 {
     for (const int kind : {LayerKind::Text, LayerKind::Adjustment}) {
-        AddLayerOfKind(kind, {1, 1, 8, 8}, Qt::blue);
+        AddLayerOfKind(kind);
+        const QPoint at = LayerAt();
         Select({2, 2, 3, 3});
         Drag({3.5, 3.5}, {5.5, 4.5});
         QVERIFY(!Record());
-        QCOMPARE(LayerAt(), QPoint(3, 2));
+        if (kind == LayerKind::Text) QCOMPARE(LayerAt(), at + QPoint(2, 1));
         QCOMPARE(Document()->GetSelectionGeometry(), QRect(4, 3, 3, 3));
     }
 }

@@ -246,7 +246,7 @@ void TestMoveToolForms::withoutRowsThereIsNoFrame()
 void TestMoveToolForms::anAdjustmentLayerHasNoFrameButItsMask()
 {
     Box()->setChecked(true);
-    AddLayerOfKind(LayerKind::Adjustment, {0, 0, 4, 4}, Qt::blue);
+    AddLayerOfKind(LayerKind::Adjustment);
     QVERIFY(!Box()->isEnabled());
     QVERIFY(!Frame());
     AddMask({0, 0, 1, 1});
