@@ -1,11 +1,13 @@
 #include "app/DocumentFiles.h"
 #include "app/MainWindow.h"
+#include "document/LXDocumentInterface.h"
 #include "gui/HistoryPanel.h"
 #include "history/LexoUndoStack.h"
 #include "scripting/InputDriver.h"
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QListView>
 #include <QTabBar>
@@ -21,6 +23,7 @@ private slots:
     void theListFollowsTheActiveDocument();
     void savingMovesTheMark();
     void thePanelIsATabBesideTheLayers();
+    void aPieceThatFloatsIsUndoneAsTheFirstChange();
 };
 
 namespace {
@@ -126,6 +129,28 @@ void TestHistory::thePanelIsATabBesideTheLayers()
     QCOMPARE(tabs->tabText(1), QString("Paths"));
     QCOMPARE(tabs->tabText(2), QString("History"));
     QCOMPARE(tabs->currentIndex(), 0);
+}
+
+void TestHistory::aPieceThatFloatsIsUndoneAsTheFirstChange()
+{
+    EditorFixture editor(40, 30);
+    LXImage32 mask(6, 6);
+    mask.Fill(LXRGBA32i(0xFF000000));
+    editor.Document()->SetSelectionMask(mask, {5, 5});
+    const QImage before = editor.Pixels();
+    const auto* undo = editor.Window()->findChild<QAction*>("undoAction");
+    QVERIFY(!undo->isEnabled());
+
+    ToolDriver move = editor.Tool("Move tool");
+    move.Drag({7.5, 7.5}, {17.5, 12.5});
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+    QVERIFY(editor.Pixels() != before);
+    QVERIFY(undo->isEnabled());
+
+    move.Key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor.HistoryTexts(), QStringList("Cut"));
+    QCOMPARE(editor.Pixels(), before);
+    QVERIFY(!undo->isEnabled());
 }
 
 ZK_REGISTER_TEST(tst_history, TestHistory)
