@@ -1,5 +1,9 @@
 #include "image/AxisScaler.h"
 
+#include "image/TileWalk.h"
+
+#include <hwy/cache_control.h>
+
 #include <algorithm>
 
 namespace {
@@ -110,7 +114,12 @@ const float* AxisScaler::Part::LineAt(int y)
     if (line.y == y) return line.sums.data();
     line.y = y;
     line.sums.resize(FloatsFor(m_Part.width()));
-    m_Strip.ReadRow(y, [this](const LXRGBA32i* pixels, int x, int count) {
+    const bool isLast = y % TileWalk::TileSide == TileWalk::TileSide - 1;
+    m_Strip.ReadRow(y, [this, isLast](const LXRGBA32i* pixels, int x, int count) {
+        constexpr int cached = 16; // pixels of a line of the caches
+        for (int i = 0; i < count && !isLast; i += cached) {
+            hwy::Prefetch(pixels + TileWalk::TileSide + i);
+        }
         AxisKernels::Premultiply(pixels, count, m_Premultiplied.data() + std::ptrdiff_t(x) * Channels);
     });
     AxisKernels::SumAcross(m_Premultiplied.data(),

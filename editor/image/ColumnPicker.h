@@ -25,6 +25,7 @@ private:
     };
 
     SourceStrip m_Strip;
+    int m_LastRow = -1;
     std::vector<Span> m_Spans;  ///< as the strip has its tiles
     std::vector<int> m_Columns; ///< of each target pixel, counted from its tile's span in the strip
 };
