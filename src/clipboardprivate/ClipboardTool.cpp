@@ -139,7 +139,15 @@ void ClipboardTool::PlaceActions()
 
 QList<QAction*> ClipboardTool::GetMenuActions()
 {
-    return {m_Actions.copy, m_Actions.copyMerged, m_Actions.cut, m_Actions.paste};
+    return {m_Actions.copy,
+            m_Actions.copyMerged,
+            m_Actions.cut,
+            m_Actions.paste,
+            m_Actions.newImage,
+            m_Actions.newLayer,
+            m_Actions.pasteAsNewImage,
+            m_Actions.remove,
+            m_Actions.toSystem};
 }
 
 QList<QAction*> ClipboardTool::GetToolBarActions()

@@ -87,6 +87,14 @@ void TestClipboardTool::theMenuEntriesStandInEdit()
     for (const QAction* action : actions)
         pasteAs.append(action->text());
     QCOMPARE(pasteAs, QStringList({"New image", "New layer"}));
+
+    QStringList all;
+    const QList<QAction*> menuActions = m_pTool->GetMenuActions();
+    for (const QAction* action : menuActions)
+        all.append(action->text());
+    QCOMPARE(all, QStringList({"Copy", "Copy Merged", "Cut", "Paste", "New image", "New layer",
+                               "Paste as a new image", "Delete from clipboard", "Copy to system clipboard"}));
+    QVERIFY(m_pTool->GetToolBarActions().isEmpty());
 }
 
 void TestClipboardTool::theToolAnswersToItsInterfaces()
