@@ -15,7 +15,7 @@ LXImage32 FlatFile::ImageOf(const DocumentFile::ReadResult& result)
 
     LXDocumentInterface* document = DocumentFile::MakeDocument(result, QString());
     if (!document) return {};
-    const LXImage32 image = PictureFile::TakePicture(document).image;
+    LXImage32 image = PictureFile::TakePicture(document).image;
     LXDocumentFactory::Instance()->Release(document);
     return image;
 }
