@@ -45,6 +45,6 @@ void LXOperationProgress::WaitForFinished()
 void LXOperationProgress::OnCancel()
 {
     m_bCancelled = true;
-    // The dialog's own way of rejecting asks whoever shows it, which is us.
-    QMetaObject::invokeMethod(this, [this] { LXDialog::Reject(); });
+    // Rejecting would ask whoever shows the dialog, which is us.
+    QMetaObject::invokeMethod(this, [this] { done(QDialog::Rejected); });
 }
