@@ -129,6 +129,20 @@ void LexoUndoStack::endMacro()
     m_pPrivate->AnnounceIndex(this);
 }
 
+void LexoUndoStack::abortMacro()
+{
+    if (!m_pPrivate->IsMacroOpen()) return;
+    m_pPrivate->CloseDelayed();
+    try {
+        m_pPrivate->macros.back()->undo();
+    } catch (...) {
+        endMacro();
+        throw;
+    }
+    m_pPrivate->macros.pop_back();
+    m_pPrivate->AnnounceIndex(this);
+}
+
 bool LexoUndoStack::isMacroOpen() const
 {
     return m_pPrivate->IsMacroOpen();

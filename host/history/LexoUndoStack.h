@@ -41,6 +41,9 @@ public:
     /// `indexChanged()` at the end. Macros may nest; a macro that stayed empty leaves no step.
     void beginMacro(const QString& text);
     void endMacro();
+    /// Takes back what the open macro holds, the newest first, and closes it without a step. When that
+    /// throws, the macro is closed with what it holds, and the exception goes on.
+    void abortMacro();
     bool isMacroOpen() const;
 
     /// `aboutIndexChanged()`, closes a delayed command, then acts on the index of that moment,

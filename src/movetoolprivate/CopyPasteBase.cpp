@@ -33,7 +33,7 @@ void CopyPasteBase::RefreshNow()
         Refresh();
     } catch (...) {
         Reports::UnknownException(ZK_HERE);
-        emit UnexpectedError();
+        TellError();
     }
 }
 
@@ -45,6 +45,12 @@ void CopyPasteBase::Flush()
     }
     // Waits for a move that is running.
     const std::lock_guard<std::mutex> guard(m_WorkMutex);
+}
+
+void CopyPasteBase::TellError()
+{
+    m_bStateUnknown = true;
+    emit UnexpectedError();
 }
 
 /// Also overtakes the event that the worker has taken out of its queue but not yet begun to carry out.
@@ -60,7 +66,7 @@ bool CopyPasteBase::MoveUnderRing(const QPoint& position)
         return Move(position);
     } catch (...) {
         Reports::UnknownException(ZK_HERE);
-        emit UnexpectedError();
+        TellError();
     }
     return false;
 }
@@ -81,6 +87,6 @@ void CopyPasteBase::customEvent(QEvent* event)
         if (!Move(position)) emit UnexpectedException();
     } catch (...) {
         Reports::UnknownException(ZK_HERE);
-        emit UnexpectedError();
+        TellError();
     }
 }

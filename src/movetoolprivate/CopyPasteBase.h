@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPoint>
 
+#include <atomic>
 #include <mutex>
 
 class LexoUndoStack;
@@ -58,6 +59,10 @@ public:
     /// The drag has ended for now.
     virtual void Refresh() = 0;
 
+    /// Whether an operation has let something through: what the object holds isn't known any more. Any
+    /// thread.
+    bool IsStateUnknown() const { return m_bStateUnknown; }
+
 signals:
     /// A move on the worker has answered false. Sent by the worker.
     void UnexpectedException();
@@ -80,6 +85,9 @@ private:
     quint64 DropPostedLocked(int eventType);
     bool MoveUnderRing(const QPoint& position);
 
+    void TellError();
+
+    std::atomic<bool> m_bStateUnknown{false};
     std::mutex m_WorkMutex;  ///< held while the object's state is being changed
     std::mutex m_EventMutex; ///< held while move events are posted and read
     quint64 m_Ticket = 0;    ///< of the newest event, or of what has overtaken it; under m_EventMutex

@@ -66,6 +66,11 @@ void CopyPasteThread::Flush()
     if (m_pObject) m_pObject->Flush();
 }
 
+bool CopyPasteThread::IsStateUnknown() const
+{
+    return m_pObject && m_pObject->IsStateUnknown();
+}
+
 void CopyPasteThread::OnUnexpectedException()
 {
     emit UnexpectedException(this);

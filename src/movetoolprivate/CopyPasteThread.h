@@ -38,6 +38,8 @@ public:
     void Refresh();
     /// Drops what is posted and waits for a move that runs: afterwards nothing moves until the next call.
     void Flush();
+    /// Whether something was let through; then a move that answered false can't be rolled back.
+    bool IsStateUnknown() const;
 
 signals:
     /// A posted move failed in a known way: the object can be cancelled. On the main thread, later.

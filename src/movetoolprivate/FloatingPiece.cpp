@@ -1,5 +1,6 @@
 #include "movetoolprivate/FloatingPiece.h"
 
+#include "common/OverrideCursor.h"
 #include "common/PushCommand.h"
 #include "common/Reports.h"
 #include "common/UndoMacro.h"
@@ -12,8 +13,25 @@
 #include "history/MoveCommand.h"
 #include "history/MoveCommandData.h"
 
+#include <optional>
+
 namespace {
 constexpr bool IsThereAlready = false;
+/// Pixels from which on a person would notice the time.
+constexpr qint64 LargePiece = qint64(1) << 20;
+
+/// Tells for as long as the scope lasts that a large piece is being worked on.
+class WaitCursor
+{
+public:
+    explicit WaitCursor(const QRect& piece)
+    {
+        if (qint64(piece.width()) * piece.height() >= LargePiece) m_Cursor.emplace(Qt::WaitCursor);
+    }
+
+private:
+    std::optional<OverrideCursor> m_Cursor;
+};
 } // namespace
 
 FloatingPiece::~FloatingPiece()
@@ -61,12 +79,13 @@ void FloatingPiece::Settle()
 
 bool FloatingPiece::Lift()
 {
+    const QRect lifted = m_Target.Geometry() & m_Target.GetDocument()->GetSelectionGeometry();
+    const WaitCursor cursor(lifted);
     m_Target.CreateOverlay();
     LXImage32* overlay = m_Target.OverlayImage();
     if (!overlay) return false;
 
     *overlay = m_Target.Lift();
-    const QRect lifted = m_Target.Geometry() & m_Target.GetDocument()->GetSelectionGeometry();
     m_StartPos = lifted.topLeft();
     m_Target.SetOverlayPosition(m_StartPos);
     m_Target.ShowOverlay();
@@ -100,6 +119,7 @@ bool FloatingPiece::Commit(LexoUndoStack* stack)
 {
     return InRing(__LINE__, [this, stack] {
         if (!IsFloating()) return false;
+        const WaitCursor cursor(m_Target.OverlayGeometry());
         Commands commands = MakeCommands();
         m_Target.RemoveOverlay();
         Push(stack, std::move(commands));

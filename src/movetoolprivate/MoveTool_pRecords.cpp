@@ -234,7 +234,8 @@ void MoveToolPrivate::OnUnexpectedException(CopyPasteThread* thread)
 {
     const MoveViewState* record =
         FindRecord([thread](const MoveViewState& candidate) { return candidate.m_pThread.get() == thread; });
-    if (!record) {
+    // A move at once only answers false, whatever failed.
+    if (!record || thread->IsStateUnknown()) {
         OnUnexpectedError(thread);
         return;
     }

@@ -50,6 +50,8 @@ private slots:
     void macrosNest();
     void anEmptyMacroLeavesNoStep();
     void anOpenMacroRefusesUndo();
+    void anAbortedMacroIsTakenBackAndLeavesNoStep();
+    void anAbortThatFailsKeepsTheStep();
     void aDelayedCommandIsClosedIntoTheMacro();
     void aMacroThatFailsHalfwayIsTakenBack();
     void setIndexWalksBothWaysAndSendsOneSignal();
@@ -266,6 +268,34 @@ void TestLexoUndoStack::anOpenMacroRefusesUndo()
     QCOMPARE(logged.TakeLog(), QStringList());
     QCOMPARE(logged.stack.index(), 1);
     logged.stack.endMacro();
+}
+
+void TestLexoUndoStack::anAbortedMacroIsTakenBackAndLeavesNoStep()
+{
+    LoggedStack logged;
+    logged.stack.abortMacro();
+    QCOMPARE(logged.TakeLog(), QStringList());
+    logged.stack.beginMacro("m");
+    logged.stack.push(logged.Make("a"));
+    logged.stack.push(logged.Make("b"));
+    logged.TakeLog();
+    logged.stack.abortMacro();
+    QCOMPARE(logged.TakeLog().filter("undo"), QStringList({"b undo", "a undo"}));
+    QVERIFY(!logged.stack.isMacroOpen());
+    QCOMPARE(logged.stack.count(), 0);
+    QVERIFY(logged.stack.isClean());
+}
+
+void TestLexoUndoStack::anAbortThatFailsKeepsTheStep()
+{
+    LoggedStack logged;
+    RecordedCommand* stubborn = logged.Make("a");
+    stubborn->failsOnUndo = true;
+    logged.stack.beginMacro("m");
+    logged.stack.push(stubborn);
+    QVERIFY_EXCEPTION_THROWN(logged.stack.abortMacro(), std::runtime_error);
+    QVERIFY(!logged.stack.isMacroOpen());
+    QCOMPARE(logged.stack.undoText(), QString("m"));
 }
 
 void TestLexoUndoStack::aDelayedCommandIsClosedIntoTheMacro()

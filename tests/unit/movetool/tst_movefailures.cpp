@@ -1,13 +1,16 @@
 #include "MoveToolFixture.h"
 #include "movetoolprivate/CopyPasteThread.h"
 
+#include "document/LXDocumentInterface.h"
 #include "gui/LexoAppKeyHook.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
 #include <QRegularExpression>
 
+#include <atomic>
 #include <stdexcept>
+#include <utility>
 
 // What happens when lifting, moving, landing or cancelling fails, and refused locks.
 class TestMoveFailures : public QObject, private MoveToolFixture
@@ -27,6 +30,8 @@ private slots:
     void aFailedLandingIsToldAndTakenBack();
     void aCancelThatFailsIsTold();
     void aCancelThatFailsStrangelyEndsTheProgram();
+    void aFailureOfTheWorkerReachesThePerson();
+    void aMoveAtOnceThatFailsStrangelyEndsTheProgram();
     void aRefusedLockDoesntEndTheDrag();
     void aRefusedUnlockIsReported();
     void aCapturedViewIsNotTakenByAnActiveTool();
@@ -139,6 +144,48 @@ void TestMoveFailures::aFailedMoveOfAnUnknownWorkerEndsTheProgram()
     const QStringList boxes = BoxesDuring(
         [&] { QVERIFY_EXCEPTION_THROWN(Private()->OnUnexpectedException(&stranger), std::exception); });
     QCOMPARE(boxes, QStringList("Operation error: Unexpected error. Application will stop!"));
+}
+
+void TestMoveFailures::aFailureOfTheWorkerReachesThePerson()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    std::atomic<bool> fails{true};
+    // Heard on the worker, in the middle of the move.
+    connect(Document(), &LXDocumentInterface::AboutSelectionMove, [&fails] {
+        if (fails.exchange(false)) throw std::runtime_error("no way");
+    });
+    QTest::ignoreMessage(
+        QtDebugMsg, QRegularExpression("Unexpected exception: line=.*src/movetoolprivate/CutPasteObject"));
+    Press({3.5, 3.5});
+    QCOMPARE(BoxesDuring([&] {
+                 Move({8.5, 5.5});
+                 QTRY_VERIFY(!Record());
+             }),
+             QStringList(Interrupted));
+    VERIFY_NOTHING_IS_HELD();
+    Release({8.5, 5.5});
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
+}
+
+void TestMoveFailures::aMoveAtOnceThatFailsStrangelyEndsTheProgram()
+{
+    Select({2, 2, 3, 3});
+    bool fails = true;
+    connect(Document(), &LXDocumentInterface::AboutSelectionMove, [&fails] {
+        if (std::exchange(fails, false)) throw 5;
+    });
+    for (const char* file : {"CutPasteObject", "CopyPasteBase", "MoveTool"}) {
+        QTest::ignoreMessage(
+            QtDebugMsg, QRegularExpression(QString("Unexpected unknown exception: line=.*%1").arg(file)));
+    }
+    const QStringList boxes =
+        BoxesDuring([&] { QVERIFY_EXCEPTION_THROWN(Private()->OnSelectionMoveLeft(), std::runtime_error); });
+    QCOMPARE(boxes, QStringList("Operation error: Unexpected error. Application will stop!"));
+    QVERIFY(!Record());
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void TestMoveFailures::anUnknownFailureEndsTheProgram()

@@ -292,6 +292,7 @@ void TestCopyPasteThread::aMoveAtOnceThatRefusesOnlyAnswers()
     QSignalSpy refused(&engine.thread, &CopyPasteThread::UnexpectedException);
     engine.probe->onMove = Refuse;
     QVERIFY(!engine.thread.Move(QPoint(1, 0)));
+    QVERIFY(!engine.thread.IsStateUnknown());
     QCoreApplication::sendPostedEvents();
     QCOMPARE(refused.count(), 0);
 }
@@ -326,7 +327,9 @@ void TestCopyPasteThread::whateverAMoveAtOnceThrowsEndsInTheRing()
     QSignalSpy broken(&engine.thread, &CopyPasteThread::UnexpectedError);
     engine.probe->onMove = [](const QPoint&) -> bool { throw 5; };
     QTest::ignoreMessage(QtDebugMsg, UnknownInTheBase);
+    QVERIFY(!engine.thread.IsStateUnknown());
     QVERIFY(!engine.thread.Move(QPoint(1, 0)));
+    QVERIFY(engine.thread.IsStateUnknown());
     QCOMPARE(broken.count(), 0);
     QCoreApplication::sendPostedEvents();
     QCOMPARE(broken.count(), 1);

@@ -4,9 +4,12 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVector>
 
 #include <stdexcept>
 
@@ -48,6 +51,7 @@ private slots:
     void aLandingThatFailsCanBeCancelled_data();
     void aLandingThatFailsCanBeCancelled();
     void aCancelThatFailsCanBeRepeated();
+    void theCursorWaitsWhileALargePieceIsWorkedOn();
     void aMoveThatFailsIsReportedAndAnswersFalse();
 
 private:
@@ -480,6 +484,8 @@ void TestFloatingPieceLife::aLandingThatFailsCanBeCancelled()
         hasLanded = piece->Commit(&fixture.history);
         FaultSeams::Reset();
         QVERIFY(!fixture.history.isMacroOpen());
+        QCOMPARE(fixture.history.count(), hasLanded ? 1 : 0);
+        QCOMPARE(fixture.history.isClean(), !hasLanded);
         if (hasLanded) {
             qDebug("Unexpected exception: line=0, file=\"src/movetoolprivate/%s\"", FileOf(kind));
             fixture.history.undo();
@@ -507,6 +513,29 @@ void TestFloatingPieceLife::aCancelThatFailsCanBeRepeated()
     FaultSeams::Reset();
     QVERIFY(cut.Cancel());
     QCOMPARE(fixture.Describe(), before);
+}
+
+void TestFloatingPieceLife::theCursorWaitsWhileALargePieceIsWorkedOn()
+{
+    for (const int side : {1024, 1000}) {
+        const bool isLarge = side == 1024;
+        PieceFixture fixture(QSize(1100, 1100));
+        fixture.document->AddLayer("layer", Filled(QSize(1100, 1100), Red), QPoint());
+        fixture.document->SetSelectionMask(Filled(QSize(side, side), 0xFF000000), QPoint(5, 5));
+        QVector<bool> waits;
+        connect(fixture.document.get(), &LXDocumentInterface::CompositionChanged,
+                [&waits] { waits << (QGuiApplication::overrideCursor() != nullptr); });
+        LayerCutPasteObject cut;
+        QVERIFY(cut.Begin(fixture.view.get(), 1));
+        QVERIFY(!waits.isEmpty());
+        QCOMPARE(waits.count(isLarge), waits.size());
+        QVERIFY(!QGuiApplication::overrideCursor());
+        waits.clear();
+        QVERIFY(cut.Commit(&fixture.history));
+        QVERIFY(!waits.isEmpty());
+        QCOMPARE(waits.count(isLarge), waits.size());
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
 }
 
 void TestFloatingPieceLife::aMoveThatFailsIsReportedAndAnswersFalse()
