@@ -175,6 +175,7 @@ QList<QAction*> ClipboardTool::GetClipboardActions()
 
 bool ClipboardTool::SetDocumentView(IDocumentView* view)
 {
+    EndStartInView(view ? view->GetDocumentView() : nullptr);
     DisconnectView();
     m_pDocumentView = view;
     if (view) ConnectView(view->GetDocumentView());
@@ -349,6 +350,14 @@ void ClipboardTool::timerEvent(QTimerEvent* event)
         QObject::timerEvent(event);
         return;
     }
+    FinishStart();
+}
+
+void ClipboardTool::FinishStart()
+{
+    // Under the dialog it waits on: the timer comes again.
+    if (!m_bTimerPending || m_bPastingOnMask) return;
+
     // First: what follows may run an event loop, and must not begin again in it.
     StopTimer();
     m_bTimerPending = false;
@@ -358,6 +367,22 @@ void ClipboardTool::timerEvent(QTimerEvent* event)
     } else {
         Copy();
     }
+}
+
+void ClipboardTool::ForgetStart()
+{
+    StopTimer();
+    m_bTimerPending = false;
+    m_bCutPending = false;
+    m_bMergedPending = false;
+}
+
+void ClipboardTool::EndStartInView(const ZKDocumentView* next)
+{
+    if (!m_bTimerPending || next == m_pView) return;
+
+    if (next && m_pDocument && m_pView && !m_bCutPending) FinishStart();
+    ForgetStart();
 }
 
 void ClipboardTool::StartTimer(int msec)

@@ -13,6 +13,7 @@
 #include <QItemSelectionModel>
 #include <QKeySequence>
 #include <QMenu>
+#include <QModelIndex>
 #include <QObject>
 #include <QPointer>
 #include <QStandardItemModel>
@@ -59,7 +60,8 @@ public:
     bool SetDocumentView(IDocumentView* view) override;
 
 public slots:
-    /// These three begin after a moment, so that a key that repeats makes one copy.
+    /// These three begin after a moment, so that a key that repeats makes one copy. A paste within that
+    /// moment begins them first. They never reach into another document, nor into one that is locked by then.
     void StartCopy();
     void StartCopyMerged();
     void StartCut();
@@ -122,6 +124,11 @@ private:
 
     void ConnectView(ZKDocumentView* view);
     void DisconnectView();
+    /// What waits for its moment begins now.
+    void FinishStart();
+    void ForgetStart();
+    /// Another view comes: a copy is made yet, a cut isn't, for it would change what is no longer seen.
+    void EndStartInView(const ZKDocumentView* next);
     LexoUndoStack* GetHistory() const;
     /// Whoever carries something about puts it down.
     void LandFloatingPieces();
@@ -153,7 +160,8 @@ private:
     /// Where a picture goes, and what bounds it.
     QRect PasteTarget(const QSize& picture) const;
     void Push(const PaintChange& change, PaintTarget target, const QString& text);
-    void MarkPasted();
+    void MarkPasted(const QModelIndex& row);
+    QModelIndex CurrentIndex() const;
     void MakeDocument(const ClipboardItem& item);
     void MakeLayer(int layer);
 
@@ -161,6 +169,7 @@ private:
     bool m_bMergedPending = false;
     bool m_bOwnCopy = false;
     bool m_bRemoving = false;
+    bool m_bPastingOnMask = false; ///< its dialog runs an event loop
     QVector<ClipboardItem> m_Items;
     QStandardItemModel* m_pModel;
     QItemSelectionModel* m_pSelectionModel;

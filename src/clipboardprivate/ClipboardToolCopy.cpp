@@ -105,7 +105,8 @@ void ClipboardTool::Copy()
 void ClipboardTool::CopySelection()
 {
     const bool isMerged = std::exchange(m_bMergedPending, false);
-    if (!m_pDocument || !m_pView) return;
+    // Who holds the document may have pixels of it in the hand.
+    if (!m_pDocument || !m_pView || IsDocumentLocked()) return;
 
     const int layer = isMerged ? int(MergedPicture) : CurrentLayerNumber();
     if (layer == NoLayer || !m_pDocument->HasSelection()) return;
@@ -131,7 +132,7 @@ void ClipboardTool::Cut()
 {
     m_bCutPending = true;
     const int layer = m_pDocument && m_pView ? CurrentLayerNumber() : NoLayer;
-    if (layer < 1 || !m_pDocument->HasSelection() || IsDocumentLocked()) {
+    if (layer < 1 || !m_pDocument->HasSelection() || IsDocumentLocked() || m_bPastingOnMask) {
         m_bCutPending = false;
         m_bMergedPending = false;
         return;
@@ -272,10 +273,14 @@ void ClipboardTool::Delete()
     UpdateActions(!m_Items.isEmpty());
 }
 
-void ClipboardTool::MarkPasted()
+QModelIndex ClipboardTool::CurrentIndex() const
 {
-    if (!HasCurrentItem()) return;
-    m_pModel->item(m_CurrentRow, StateColumn)->setText(StateText(tr("Pasted")));
+    return m_pModel->index(m_CurrentRow, 0);
+}
+
+void ClipboardTool::MarkPasted(const QModelIndex& row)
+{
+    if (row.isValid()) m_pModel->item(row.row(), StateColumn)->setText(StateText(tr("Pasted")));
 }
 
 // ---- the system clipboard

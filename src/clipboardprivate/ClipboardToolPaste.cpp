@@ -20,6 +20,8 @@
 
 #include <QFileInfo>
 #include <QMainWindow>
+#include <QPersistentModelIndex>
+#include <QScopedValueRollback>
 
 namespace {
 constexpr bool ApplyOnPush = true;
@@ -47,6 +49,9 @@ private:
 
 void ClipboardTool::Paste()
 {
+    if (m_bPastingOnMask) return;
+
+    FinishStart();
     const int layer = m_pDocument && m_pView ? CurrentLayerNumber() : 0;
     if (layer < 1 || IsDocumentLocked()) return;
 
@@ -87,7 +92,7 @@ void ClipboardTool::PasteOnLayer(unsigned int layerId)
     const ClipboardPixels::Change pixels =
         ClipboardPixels::Paste(layer, {image, target.topLeft()}, target, through, ReadSelection());
     Push({layerId, pixels.before, pixels.after, layer.Rect(), target}, PaintTarget::Layer, tr("Paste"));
-    MarkPasted();
+    MarkPasted(CurrentIndex());
 }
 
 void ClipboardTool::PasteOnMask(unsigned int layerId)
@@ -98,6 +103,10 @@ void ClipboardTool::PasteOnMask(unsigned int layerId)
     bool reveals = false;
     m_pDocument->GetMaskInverted(layerId, &reveals);
 
+    // Rows and views come and go while the dialog stands.
+    const QPersistentModelIndex row = CurrentIndex();
+    const QPointer<LXDocumentInterface> document = m_pDocument;
+    const QPointer<ZKDocumentView> view = m_pView;
     QWidget* window = LXMdiArea::MainWindow();
     std::unique_ptr<MaskPasteProgress> progress;
     if (m_pDocument->HasSelection()) {
@@ -106,21 +115,23 @@ void ClipboardTool::PasteOnMask(unsigned int layerId)
     } else {
         progress = std::make_unique<LXClipboardPasteToMask>(item, mask, reveals, window);
     }
+    const QScopedValueRollback<bool> pasting(m_bPastingOnMask, true);
     const bool isDone = progress->Execute() == QDialog::Accepted;
     progress->WaitForFinished();
-    // The document may have gone while the dialog stood.
-    if (!isDone || !m_pDocument) return;
+    const bool isSameView = document && view && m_pDocument == document && m_pView == view;
+    if (!isDone || !isSameView || IsDocumentLocked()) return;
 
     progress->RethrowFailure();
     Push({layerId, mask.image, progress->GetResult(), mask.Rect(), progress->GetResultRect()},
          PaintTarget::Mask, tr("Paste"));
-    MarkPasted();
+    MarkPasted(row);
 }
 
 // ---- a new image
 
 void ClipboardTool::PasteAsNew()
 {
+    FinishStart();
     if (!HasCurrentItem()) return;
 
     GuardClipboard(ZK_HERE, tr("Cannot paste. Unexpected error occurred."),
@@ -155,6 +166,9 @@ void ClipboardTool::MakeDocument(const ClipboardItem& item)
 
 void ClipboardTool::PasteAsNewLayer()
 {
+    if (m_bPastingOnMask) return;
+
+    FinishStart();
     const int layer = m_pDocument && m_pView ? CurrentLayerNumber() : 0;
     if (layer < 1 || IsDocumentLocked() || !HasCurrentItem()) return;
 

@@ -2,8 +2,12 @@
 
 #include "core/ZKMenuManager.h"
 #include "document/LayerKind.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
+#include "gui/LXMdiSubWindow.h"
 #include "support/TestRegistry.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -43,11 +47,28 @@ private slots:
     void aRepeatedKeyMakesOneCopy();
     void copyAndThenCutIsOneCut();
     void copyMergedTakesAllLayers();
+    void copyMergedAndThenCutTakesAllLayersAndCutsOne();
+    void aStartUnderALockIsForgotten_data();
+    void aStartUnderALockIsForgotten();
+    void aCopyIsMadeOfTheDocumentItWasBegunIn();
+    void aCutReachesIntoNoOtherDocument();
+    void aPasteBeginsWhatWaitsFirst_data();
+    void aPasteBeginsWhatWaitsFirst();
     void aViewThatIsGoneStopsTheCopy();
     void mergedIsForgottenWithTheViewItWasMeantFor();
 
     void theEndEmptiesTheSystemClipboardAndThePanel();
+
+private:
+    /// Whether a timer runs for something that was begun.
+    bool IsWaiting() const;
 };
+
+bool TestClipboardTool::IsWaiting() const
+{
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(m_pTool.get());
+    return !timers.isEmpty();
+}
 
 void TestClipboardTool::theActionsHaveTheirKeys_data()
 {
@@ -268,6 +289,130 @@ void TestClipboardTool::copyMergedTakesAllLayers()
 
     m_pTool->Copy();
     QCOMPARE(ItemImage(1).GetColor(0, 0).value, Begun(3, 4).value);
+}
+
+void TestClipboardTool::copyMergedAndThenCutTakesAllLayersAndCutsOne()
+{
+    LXImage32 below(40, 30);
+    below.Fill(LXRGBA32i(0xFF112233u));
+    Document()->AddLayer("above", LXImage32(40, 30), {});
+    Document()->SetLayerImage(2, below, {});
+    m_pFixture->SelectLayers({0});
+    Document()->GetLayerImage(1)->Fill(LXRGBA32i(0u));
+    Select({3, 4, 5, 5});
+    m_pTool->StartCopyMerged();
+    m_pTool->StartCut();
+    QTRY_COMPARE(HistoryTexts(), QStringList({"Cut"}));
+    QCOMPARE(List()->rowCount(), 1);
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nCut"));
+    // What shows there is of the layer below, which keeps it.
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, 0xFF112233u);
+    QCOMPARE(m_pFixture->Pixel(3, 4, 2), 0xFF112233u);
+
+    m_pTool->Copy();
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(ItemImage(1).GetColor(0, 0).value, 0u);
+}
+
+void TestClipboardTool::aStartUnderALockIsForgotten_data()
+{
+    QTest::addColumn<bool>("merged");
+    QTest::addColumn<bool>("cut");
+    QTest::newRow("copy") << false << false;
+    QTest::newRow("copy merged") << true << false;
+    QTest::newRow("cut") << false << true;
+}
+
+void TestClipboardTool::aStartUnderALockIsForgotten()
+{
+    QFETCH(bool, merged);
+    QFETCH(bool, cut);
+    Select({0, 0, 5, 5});
+    if (merged) {
+        m_pTool->StartCopyMerged();
+    } else if (cut) {
+        m_pTool->StartCut();
+    } else {
+        m_pTool->StartCopy();
+    }
+    // Whoever holds the document has taken the pixels out, and sees that the moment has come.
+    Document()->Lock();
+    QTRY_VERIFY(!IsWaiting());
+    Document()->Unlock();
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+
+    m_pTool->Copy();
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nCopied"));
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, Begun(0, 0).value);
+}
+
+void TestClipboardTool::aCopyIsMadeOfTheDocumentItWasBegunIn()
+{
+    ViewFixture other(40, 30, Qt::red);
+    LXImage32 mask(7, 7);
+    mask.Fill(LXRGBA32i(0xFF000000u));
+    other.Document()->SetSelectionMask(mask, {});
+    Select({3, 4, 5, 5});
+    m_pTool->StartCopy();
+    m_pTool->SetDocumentView(&other.ToolView());
+    QCOMPARE(List()->rowCount(), 1);
+    QCOMPARE(ItemImage(0).Rect().size(), QSize(5, 5));
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, Begun(3, 4).value);
+    QVERIFY(!IsWaiting());
+    m_pTool->SetDocumentView(nullptr);
+}
+
+void TestClipboardTool::aCutReachesIntoNoOtherDocument()
+{
+    ViewFixture other(40, 30, Qt::red);
+    LXImage32 mask(7, 7);
+    mask.Fill(LXRGBA32i(0xFF000000u));
+    other.Document()->SetSelectionMask(mask, {});
+    Select({3, 4, 5, 5});
+    m_pTool->StartCut();
+    m_pTool->SetDocumentView(&other.ToolView());
+    QVERIFY(!IsWaiting());
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+
+    // Nothing of it is left for the next copy.
+    m_pTool->Copy();
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nCopied"));
+    QCOMPARE(other.Pixel(0, 0), 0xFFFF0000u);
+    QCOMPARE(other.History().count(), 0);
+    m_pTool->SetDocumentView(nullptr);
+}
+
+void TestClipboardTool::aPasteBeginsWhatWaitsFirst_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QStringList>("steps");
+    QTest::newRow("Paste") << "Paste" << QStringList({"Cut", "Paste"});
+    QTest::newRow("New layer") << "New layer" << QStringList({"Cut", "PasteAsNewLayer"});
+    QTest::newRow("Paste as a new image") << "Paste as a new image" << QStringList({"Cut"});
+}
+
+void TestClipboardTool::aPasteBeginsWhatWaitsFirst()
+{
+    QFETCH(QString, action);
+    QFETCH(QStringList, steps);
+    const std::unique_ptr<LXMdiArea> area(LXDocumentManager::GetDocumentArea());
+    Select({30, 20, 4, 4});
+    m_pTool->Copy();
+    Select({3, 4, 5, 6});
+    m_pTool->StartCut();
+    Action(action)->trigger();
+    QVERIFY(!IsWaiting());
+    QCOMPARE(HistoryTexts(), steps);
+    QCOMPARE(List()->rowCount(), 2);
+    const QList<LXDocumentInterface*> made = LXDocumentManager::Instance()->GetDocuments();
+    if (made.isEmpty()) {
+        QCOMPARE(Cell(1, 3), QString("ARGB32\nPasted"));
+        QCOMPARE(m_pFixture->Pixel(7, 9), Begun(7, 9).value);
+    } else {
+        QCOMPARE(made.first()->GetDocumentSize(), QSize(5, 6));
+    }
 }
 
 void TestClipboardTool::aViewThatIsGoneStopsTheCopy()

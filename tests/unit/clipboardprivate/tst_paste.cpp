@@ -8,12 +8,14 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QAbstractEventDispatcher>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QTimerEvent>
 
 namespace {
 constexpr LXRGBA32i Red(0xFFFF0000u);
@@ -98,6 +100,9 @@ private slots:
     void cancellingLeavesTheMask_data();
     void cancellingLeavesTheMask();
     void aDocumentThatGoesUnderTheDialogIsLeftAlone();
+    void aDocumentThatComesUnderTheDialogIsLeftAlone();
+    void theRowThatWasPastedIsMarked();
+    void aCutWaitsUntilTheMaskIsPasted();
 
     void aNewLayerHoldsThePicture();
     void aNewLayerIsOneStep();
@@ -391,6 +396,60 @@ void TestPaste::aDocumentThatGoesUnderTheDialogIsLeftAlone()
     m_pTool->Paste();
     QCOMPARE(HistoryTexts(), QStringList());
     QCOMPARE(MaskValue(15, 12), 200);
+}
+
+void TestPaste::aDocumentThatComesUnderTheDialogIsLeftAlone()
+{
+    GiveMask(200, true);
+    PutForeign(Filled({9, 6}, Red.value));
+    ViewFixture other(40, 30);
+    other.Document()->AddMask(1, true);
+    LXImage32 mask(40, 30);
+    mask.Fill(LXRGBA32i(0xC8000000u));
+    other.Document()->SetMaskImage(1, mask, {});
+    QTimer::singleShot(0, m_pFixture->Widget(), [&] { m_pTool->SetDocumentView(&other.ToolView()); });
+    m_pTool->Paste();
+    QCOMPARE(other.History().count(), 0);
+    QCOMPARE(other.Document()->GetMaskImage(1)->GetColor(15, 12).Alpha(), 200);
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(MaskValue(15, 12), 200);
+    m_pTool->SetDocumentView(nullptr);
+}
+
+void TestPaste::theRowThatWasPastedIsMarked()
+{
+    GiveMask(200, true);
+    PutForeign(Filled({9, 6}, Red.value));
+    QTimer::singleShot(0, m_pFixture->Widget(), [] { PutForeign(Filled({3, 3}, 0xFF00FF00u)); });
+    m_pTool->Paste();
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nPasted"));
+    QCOMPARE(Cell(1, 3), QString("ARGB32\nCopied"));
+    QCOMPARE(HistoryTexts(), QStringList("Paste"));
+}
+
+void TestPaste::aCutWaitsUntilTheMaskIsPasted()
+{
+    GiveMask(200, true);
+    PutForeign(Filled({40, 30}, Red.value));
+    Select({0, 0, 20, 20});
+    QStringList under;
+    QTimer::singleShot(0, m_pFixture->Widget(), [&] {
+        m_pTool->StartCut();
+        // Their moment is over, but not the paste.
+        QTimerEvent moment(
+            QAbstractEventDispatcher::instance()->registeredTimers(m_pTool.get()).first().timerId);
+        QCoreApplication::sendEvent(m_pTool.get(), &moment);
+        m_pTool->Cut();
+        m_pTool->StartCut();
+        m_pTool->Paste();
+        m_pTool->PasteAsNewLayer();
+        under = HistoryTexts();
+    });
+    m_pTool->Paste();
+    QCOMPARE(under, QStringList());
+    QCOMPARE(HistoryTexts(), QStringList("Paste"));
+    QTRY_COMPARE(HistoryTexts(), QStringList({"Paste", "Cut"}));
 }
 
 void TestPaste::aNewLayerHoldsThePicture()
