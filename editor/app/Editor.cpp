@@ -8,6 +8,7 @@
 #include "app/EmptyPage.h"
 #include "app/FileMenu.h"
 #include "app/FlatFile.h"
+#include "app/FormatLimitSettings.h"
 #include "app/GuideMenu.h"
 #include "app/HelpMenu.h"
 #include "app/LayerMenu.h"
@@ -28,6 +29,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QSize>
 
 #include <dlfcn.h>
 
@@ -65,6 +67,10 @@ bool Editor::Start()
     ZKApplicationPrivate::Get().SetFolders(m_Folders);
     PreferencesUse::ApplyLook(m_Folders.resources);
     MimeFileReader::Set(FlatFile::IsPicture, FlatFile::Read);
+    MimeFileReader::SetBound([](const QSize& size) {
+        constexpr int decodersBytes = 4; // of a pixel, beside those of the tiles
+        return FormatLimitSettings::Read().Allow(size, decodersBytes);
+    });
     // Sees every key from the start on.
     LexoAppKeyHook::instance();
 

@@ -3,11 +3,15 @@
 #include "gui/MimeFileReader.h"
 #include "image/LXImageConvert.h"
 
+#include <QBuffer>
 #include <QImage>
+#include <QImageReader>
 #include <QMimeData>
+#include <QSize>
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 const QLatin1String PngFormat("image/png");
@@ -18,6 +22,21 @@ struct FileReader
     MimeFileReader::IsPicture isPicture;
     MimeFileReader::Read read;
 };
+
+constexpr int LongestSide = 60000;       // pixels
+constexpr qint64 MostPixels = 268435456; // 2 GB with 8 bytes each: of the decoder, and of the tiles
+
+bool IsModest(const QSize& size)
+{
+    return size.width() <= LongestSide && size.height() <= LongestSide &&
+           qint64(size.width()) * size.height() <= MostPixels;
+}
+
+MimeFileReader::MayDecode& Bound()
+{
+    static MimeFileReader::MayDecode bound = IsModest;
+    return bound;
+}
 
 FileReader& Files()
 {
@@ -50,23 +69,38 @@ bool HasPixels(const QMimeData* data)
     return data->hasImage() || std::any_of(formats.begin(), formats.end(), IsPictureFormat);
 }
 
-QImage FirstReadable(const QMimeData* data)
+/// The header is judged before any pixel has memory; what doesn't tell its size there is left alone.
+QImage Decoded(QByteArray bytes)
 {
-    const QStringList formats = data->formats();
-    for (const QString& format : formats) {
-        if (!IsPictureFormat(format)) continue;
-        QImage image = QImage::fromData(data->data(format));
-        if (!image.isNull()) return image;
-    }
-    return {};
+    QBuffer buffer(&bytes);
+    if (!buffer.open(QIODevice::ReadOnly)) return {};
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    if (size.isEmpty() || !Bound()(size)) return {};
+    return reader.read();
 }
 
 /// PNG first: what comes as a pixmap, or through one, has lost colors under small alphas.
+QStringList EncodedFormats(const QMimeData* data)
+{
+    QStringList formats = data->formats();
+    formats.erase(std::remove_if(formats.begin(), formats.end(),
+                                 [](const QString& format) { return !IsPictureFormat(format); }),
+                  formats.end());
+    std::stable_partition(formats.begin(), formats.end(),
+                          [](const QString& format) { return format == PngFormat; });
+    return formats;
+}
+
 QImage PixelsOf(const QMimeData* data)
 {
-    QImage image = QImage::fromData(data->data(PngFormat), "PNG");
-    if (image.isNull()) image = qvariant_cast<QImage>(data->imageData());
-    return image.isNull() ? FirstReadable(data) : image;
+    const QStringList formats = EncodedFormats(data);
+    for (const QString& format : formats) {
+        QImage image = Decoded(data->data(format));
+        if (!image.isNull()) return image;
+    }
+    // The platform would decode the same bytes, and without a bound.
+    return formats.isEmpty() ? qvariant_cast<QImage>(data->imageData()) : QImage();
 }
 
 LXImage32 ToTiles(const QImage& image)
@@ -80,6 +114,11 @@ LXImage32 ToTiles(const QImage& image)
 void MimeFileReader::Set(IsPicture isPicture, Read read)
 {
     Files() = {std::move(isPicture), std::move(read)};
+}
+
+void MimeFileReader::SetBound(MayDecode mayDecode)
+{
+    Bound() = mayDecode ? std::move(mayDecode) : IsModest;
 }
 
 bool LXMimePictures::HasPictures(const QMimeData* data)

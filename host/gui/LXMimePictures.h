@@ -11,8 +11,9 @@ class QMimeData;
 /// The pictures in what other programs copy or drag. Main thread.
 ///
 /// Taken are, in this order: local files whose names say that they are pictures; image/png, whose alpha is
-/// straight; what the platform makes an image of; any other image that can be read, such as TIFF or SVG, the
-/// latter at its own size. What comes with plain text is text, unless it is about files.
+/// straight; any other encoded image that can be read, such as TIFF or SVG, the latter at its own size; what
+/// the platform holds as an image without any bytes. What is larger than a file may be is left alone before
+/// it is decoded. What comes with plain text is text, unless it is about files.
 namespace LXMimePictures {
 /// More files than these at once are not copied for the sake of their pixels.
 constexpr int MostFiles = 10;

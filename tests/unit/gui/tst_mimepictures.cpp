@@ -73,6 +73,8 @@ private slots:
 
     void init() { MimeFileReader::Set(IsPicture, ReadName); }
 
+    void cleanup() { MimeFileReader::SetBound({}); }
+
     void cleanupTestCase() { MimeFileReader::Set({}, {}); }
 
     void formatsAreRead_data();
@@ -81,6 +83,10 @@ private slots:
     void pngCountsBeforeThePlatformsImage();
     void aDrawingComesAtItsOwnSize();
     void brokenPixelsAreNothing();
+    void whatIsTooLargeIsNeverDecoded_data();
+    void whatIsTooLargeIsNeverDecoded();
+    void theBoundIsAskedBeforeDecoding();
+    void whatIsTooLargeHidesNoOtherFormat();
     void plainTextIsNoPicture();
     void aPictureWithPlainTextIsText();
     void filesAreRead();
@@ -143,6 +149,57 @@ void TestMimePictures::brokenPixelsAreNothing()
     QMimeData data;
     data.setData("image/png", "not a picture");
     QCOMPARE(ReadAll(data), QStringList());
+}
+
+void TestMimePictures::whatIsTooLargeIsNeverDecoded_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<QByteArray>("bytes");
+
+    // 272 million pixels of one bit each, in few bytes.
+    QImage blank(17000, 16000, QImage::Format_Mono);
+    blank.fill(0);
+    QTest::newRow("a png of many pixels") << QByteArray("image/png") << Encoded(blank, "PNG");
+    // One row: what forbids it is the length of a side.
+    QTest::newRow("a long png") << QByteArray("image/png") << Encoded(Filled({60001, 1}, 0xFFFF0000u), "PNG");
+    for (const char* size : {"width='60001' height='1'", "width='30000' height='30000'"}) {
+        QTest::newRow(size) << QByteArray("image/svg+xml")
+                            << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' ") + size +
+                                   "><rect width='9' height='1' fill='#00ff00'/></svg>";
+    }
+}
+
+void TestMimePictures::whatIsTooLargeIsNeverDecoded()
+{
+    QFETCH(QByteArray, format);
+    QFETCH(QByteArray, bytes);
+    QMimeData data;
+    data.setData(QString::fromLatin1(format), bytes);
+    QCOMPARE(ReadAll(data), QStringList());
+}
+
+void TestMimePictures::theBoundIsAskedBeforeDecoding()
+{
+    QList<QSize> asked;
+    MimeFileReader::SetBound([&asked](const QSize& size) {
+        asked.append(size);
+        return size.width() <= 5;
+    });
+    QMimeData data;
+    data.setData("image/png", Encoded(Filled({5, 4}, 0xFFFF0000u), "PNG"));
+    QCOMPARE(ReadAll(data), QStringList("5x4 ffff0000"));
+    data.setData("image/png", Encoded(Filled({6, 4}, 0xFFFF0000u), "PNG"));
+    QCOMPARE(ReadAll(data), QStringList());
+    QCOMPARE(asked, (QList<QSize>{{5, 4}, {6, 4}}));
+}
+
+void TestMimePictures::whatIsTooLargeHidesNoOtherFormat()
+{
+    MimeFileReader::SetBound([](const QSize& size) { return size.width() <= 5; });
+    QMimeData data;
+    data.setData("image/png", Encoded(Filled({6, 4}, 0xFFFF0000u), "PNG"));
+    data.setData("image/bmp", Encoded(Filled({3, 2}, 0xFF0000FFu), "BMP"));
+    QCOMPARE(ReadAll(data), QStringList("3x2 ff0000ff"));
 }
 
 void TestMimePictures::plainTextIsNoPicture()
