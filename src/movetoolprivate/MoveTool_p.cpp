@@ -23,6 +23,8 @@
 #include <QGraphicsSceneMouseEvent>
 #include <QItemSelectionModel>
 
+#include <utility>
+
 namespace {
 const QLatin1String ActiveKey("MoveTool/Active");
 const QLatin1String IconName("theme:move_tool.png");
@@ -201,9 +203,8 @@ bool MoveToolPrivate::SetDocumentView(IDocumentView* view)
 void MoveToolPrivate::TakeView()
 {
     if (QGraphicsScene* scene = m_pDocumentView->Scene()) scene->installEventFilter(this);
-    m_SavedCursor = m_pDocumentView->Cursor();
-    m_pDocumentView->SetCursor(
-        QCursor(ZKIconHelper::ThemePixmap(CursorName), HotSpotInTheMiddle, HotSpotInTheMiddle));
+    connect(GetView(), &ZKDocumentView::PanningEnabled, this, &MoveToolPrivate::OnPanningEnabled);
+    if (!m_pDocumentView->IsPanning()) TakeCursor();
 
     const LXDocumentModel* model = GetModel();
     connect(model, &LXDocumentModel::MaskSelectedChanged, this, &MoveToolPrivate::OnMaskSelectionChanged);
@@ -223,9 +224,42 @@ void MoveToolPrivate::LeaveView()
     m_Frame.Remove();
     disconnect(GetModel(), nullptr, this, nullptr);
     disconnect(GetView()->GetLayerSelection(), nullptr, this, nullptr);
-    m_pDocumentView->SetCursor(m_SavedCursor);
-    m_SavedCursor = QCursor();
+    GiveCursorBack();
     if (QGraphicsScene* scene = m_pDocumentView->Scene()) scene->removeEventFilter(this);
+}
+
+void MoveToolPrivate::TakeCursor()
+{
+    if (!m_bHasCursor) m_SavedCursor = m_pDocumentView->Cursor();
+    m_bHasCursor = true;
+    m_pDocumentView->SetCursor(
+        QCursor(ZKIconHelper::ThemePixmap(CursorName), HotSpotInTheMiddle, HotSpotInTheMiddle));
+}
+
+void MoveToolPrivate::GiveCursorBack()
+{
+    ZKDocumentView* view = GetView();
+    disconnect(view, &ZKDocumentView::PanningEnabled, this, &MoveToolPrivate::OnPanningEnabled);
+    if (!m_bHasCursor) return;
+
+    m_bHasCursor = false;
+    const QCursor cursor = std::exchange(m_SavedCursor, QCursor());
+    if (!m_pDocumentView->IsPanning()) {
+        m_pDocumentView->SetCursor(cursor);
+        return;
+    }
+    // The hand stays as long as the picture is moved; then the view would show this tool's cursor again.
+    auto* end = new QObject(view);
+    connect(view, &ZKDocumentView::PanningEnabled, end, [end, view, cursor] {
+        view->setCursor(cursor);
+        end->deleteLater();
+    });
+}
+
+void MoveToolPrivate::OnPanningEnabled(bool enabled)
+{
+    // The view shows the hand by itself, and afterwards the cursor that it had before.
+    if (!enabled) TakeCursor();
 }
 
 // The document whose lock switches the shortcuts; null for none.
@@ -330,10 +364,10 @@ bool MoveToolPrivate::eventFilter(QObject* object, QEvent* event)
 
     const auto* mouse = static_cast<const QGraphicsSceneMouseEvent*>(event);
     switch (event->type()) {
-    case QEvent::GraphicsSceneMousePress: OnPress(mouse); break;
-    case QEvent::GraphicsSceneMouseMove:
-        if (m_bDragging) StepTo(mouse->scenePos());
-        break;
+    case QEvent::GraphicsSceneMousePress:
+    // The second press of two quick ones.
+    case QEvent::GraphicsSceneMouseDoubleClick: OnPress(mouse); break;
+    case QEvent::GraphicsSceneMouseMove: OnMove(mouse); break;
     case QEvent::GraphicsSceneMouseRelease: OnRelease(mouse); break;
     default: break;
     }

@@ -128,6 +128,7 @@ public slots:
     void OnShowTransformControls(bool show);
     void OnLayerPositionChanged(uint id, const QPoint& offset);
     void OnLayerDataChanged(uint id);
+    void OnPanningEnabled(bool enabled);
 
 private:
     using PathIDs = MoveViewState::PathIDs;
@@ -143,13 +144,17 @@ private:
     void Deactivate();
     void TakeView();
     void LeaveView();
+    void TakeCursor();
+    void GiveCursorBack();
     void FollowDocument(LXDocumentInterface* document);
     void UpdateFrame();
     void UpdateFrameControl();
 
     // A drag.
     void OnPress(const QGraphicsSceneMouseEvent* event);
+    void OnMove(const QGraphicsSceneMouseEvent* event);
     void OnRelease(const QGraphicsSceneMouseEvent* event);
+    bool IsDocumentInOtherHands() const;
     int TestLocks() const;
     void TellLock(int code);
     bool AllowsByLocks(int row);
@@ -158,7 +163,7 @@ private:
     bool IsOnSelectedPixel(const QPointF& scenePos) const;
     bool StartFloating();
     bool StartPath();
-    void StartOffsets();
+    bool StartOffsets();
     void StepTo(const QPointF& scenePos);
     QPoint DragDelta() const;
     QPoint PiecePosition() const;
@@ -168,6 +173,7 @@ private:
     bool SettlePiece();
     void UpdateThumbnails();
     void AbandonDrag();
+    void EndLostGesture();
     void GiveDragBack();
     bool GiveCaptureBack();
     void LockDocument();
@@ -200,8 +206,8 @@ private:
     void BeginOwnMove(MoveViewState& record);
     void EndOwnMove(MoveViewState& record);
     std::unique_ptr<MoveViewState> TakeRecord(const MoveViewState& record);
-    void LandRecord(const MoveViewState& record);
-    void LandRecordsOf(const LexoUndoStack* stack);
+    bool LandRecord(const MoveViewState& record);
+    bool LandAll();
     void CancelPiece(MoveViewState& record);
     void DeleteThreadsLater();
     LXDocumentInterface* SenderDocument() const;
@@ -215,7 +221,8 @@ private:
     std::unique_ptr<QMenu> m_pMenu;
     bool m_bActive = false;
     IDocumentView* m_pDocumentView = nullptr;
-    QCursor m_SavedCursor;
+    QCursor m_SavedCursor;     ///< of the view, from before this tool set its own
+    bool m_bHasCursor = false; ///< whether it did
     bool m_bDragging = false;
     QPointF m_PressPos;
     QPointF m_Way; ///< of the drag, as far as it has come from there

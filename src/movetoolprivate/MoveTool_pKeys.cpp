@@ -209,7 +209,7 @@ void MoveToolPrivate::MovePixels(const QPoint& delta, bool copy)
     const unsigned int layerID = static_cast<unsigned int>(row) + 1;
     const MoveViewState* present = CurrentRecord();
     if (!present || !Fits(*present, layerID, copy)) {
-        if (present) LandRecord(*present);
+        if (present && !LandRecord(*present)) return;
         if (!MakeFloating(layerID, copy)) return;
     }
     MoveViewState* record = CurrentRecord();
@@ -243,7 +243,7 @@ void MoveToolPrivate::MoveSelectionAlone(const QPoint& delta)
     LXDocumentInterface* document = GetDocument();
     const MoveViewState* record = CurrentRecord();
     if (record && record->m_pThread) {
-        LandRecord(*record);
+        if (!LandRecord(*record)) return;
         record = nullptr;
     }
     if (!record) {
@@ -286,6 +286,8 @@ void MoveToolPrivate::TakeTemporaryTurn()
 {
     const LXDocumentInterface* document = GetDocument();
     if (!m_pActivateAction->IsChecked() && document && document->GetLockState()) return;
+    // The view of another's gesture can't be taken, and who gave the turn away wouldn't get it back.
+    if (m_pDocumentView && (m_pDocumentView->GetState() & IDocumentView::LockBit)) return;
 
     ZKActivateAction* running = ZKToolGroupManager::GetImplicitAction();
     if (running && !running->IsAllowChange()) {

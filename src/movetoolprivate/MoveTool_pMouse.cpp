@@ -42,7 +42,11 @@ void MoveToolPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton) return;
 
-    m_bDragging = false;
+    // A box of a drag runs an event loop, in which the tool may go.
+    const QPointer<MoveToolPrivate> self(this);
+    // Somebody else has got the release of the last one.
+    if (m_bDragging) AbandonDrag();
+    if (!self) return;
     m_Targets.Clear();
     if (!m_pDocumentView) {
         Reports::Condition(ZK_HERE, QStringLiteral("Error move tool state."));
@@ -50,6 +54,7 @@ void MoveToolPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
     }
     const bool isCaptured = (m_pDocumentView->GetState() & IDocumentView::LockBit) != 0;
     if (isCaptured || !m_pDocumentView->Scene() || GetView()->IsPanningEnabled()) return;
+    if (IsDocumentInOtherHands()) return;
 
     m_LockCode = TestLocks();
     // Told at the release.
@@ -61,18 +66,25 @@ void MoveToolPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
     m_bDragging = true;
     m_PressPos = event->scenePos();
     m_Way = QPointF();
-    // A box of the start runs an event loop, in which the tool may go.
-    const QPointer<MoveToolPrivate> self(this);
     const bool isStarted = StartDrag();
     if (!self) return;
-    if (!isStarted) {
-        GiveDragBack();
+    if (!isStarted || !m_bDragging) {
+        m_State = State::NoSelection;
+        if (m_bDragging) GiveDragBack();
         LeaveTemporaryTurn();
         return;
     }
     if (m_State == State::Path) m_SelectionOffset = m_PressPos.toPoint();
     m_pGuide = std::make_unique<LXDragGuide>(GetView(), m_FrameRect, m_Targets.LayerIds());
     GetView()->EnableAutoscroll(true);
+}
+
+// Whether somebody works on the document, who would not expect it to change. A lock of this tool's own may be
+// left from a drag that couldn't give it back.
+bool MoveToolPrivate::IsDocumentInOtherHands() const
+{
+    const LXDocumentInterface* document = GetDocument();
+    return document && document != m_pLockedDocument && document->GetLockState();
 }
 
 int MoveToolPrivate::TestLocks() const
@@ -116,7 +128,7 @@ bool MoveToolPrivate::StartDrag()
     m_State = StateForPress();
     switch (m_State) {
     case State::NoSelection:
-    case State::WithSelection: StartOffsets(); return true;
+    case State::WithSelection: return StartOffsets();
     case State::Cut:
     case State::Copy: return StartFloating();
     case State::Path: return StartPath();
@@ -159,14 +171,11 @@ bool MoveToolPrivate::StartFloating()
     m_FrameRect = document->GetSelectionGeometry();
     const int row = SelectedRows().first();
     const unsigned int layerID = static_cast<unsigned int>(row) + 1;
-    if (!AllowsByLocks(row)) {
-        m_State = State::NoSelection;
-        return false;
-    }
+    if (!AllowsByLocks(row)) return false;
     const bool isCopy = m_State == State::Copy;
     if (const MoveViewState* record = CurrentRecord()) {
         if (Fits(*record, layerID, isCopy)) return true;
-        LandRecord(*record);
+        if (!LandRecord(*record)) return false;
     }
     return MakeFloating(layerID, isCopy);
 }
@@ -176,24 +185,35 @@ bool MoveToolPrivate::StartPath()
     m_FrameRect = QRect();
     if (const MoveViewState* record = CurrentRecord()) {
         if (record->m_bPath && record->m_PathIDs == m_PathPair) return true;
-        LandRecord(*record);
+        if (!LandRecord(*record)) return false;
     }
     return MakeFloatingPath();
 }
 
-void MoveToolPrivate::StartOffsets()
+bool MoveToolPrivate::StartOffsets()
 {
-    if (const LexoUndoStack* stack = GetHistory()) LandRecordsOf(stack);
+    if (!LandAll()) return false;
     if (m_State == State::WithSelection) m_SelectionOffset = GetDocument()->GetSelectionMaskOffset();
     m_Targets.Collect(*GetModel(), SelectedRows());
     m_FrameRect = m_Targets.GetRect();
+    return true;
 }
 
 // ---- move
 
+void MoveToolPrivate::OnMove(const QGraphicsSceneMouseEvent* event)
+{
+    if (!(event->buttons() & Qt::LeftButton)) {
+        EndLostGesture();
+    } else if (m_bDragging) {
+        StepTo(event->scenePos());
+    }
+}
+
 void MoveToolPrivate::StepTo(const QPointF& scenePos)
 {
-    if (!m_pDocumentView || m_LockCode != Unlocked) return;
+    // No guide: a box of the start still shows.
+    if (!m_pDocumentView || m_LockCode != Unlocked || !m_pGuide) return;
 
     m_Way = m_pGuide->Follow(scenePos - m_PressPos);
     const QPoint delta = DragDelta();
@@ -315,8 +335,22 @@ void MoveToolPrivate::UpdateThumbnails()
 // The tool leaves the view in the middle of a drag; what is dragged stays where it is.
 void MoveToolPrivate::AbandonDrag()
 {
+    const bool hasBegun = m_pGuide != nullptr;
     GiveDragBack();
-    EndDrag();
+    if (hasBegun) EndDrag();
+}
+
+// A box has got the release, so that the pointer comes back without a button.
+void MoveToolPrivate::EndLostGesture()
+{
+    if (!m_bDragging && m_LockCode == Unlocked) return;
+
+    m_LockCode = Unlocked;
+    const QPointer<MoveToolPrivate> self(this);
+    if (m_bDragging) AbandonDrag();
+    if (!self) return;
+    LeaveTemporaryTurn();
+    OnMaskSelectionChanged(false);
 }
 
 // ---- what a drag holds

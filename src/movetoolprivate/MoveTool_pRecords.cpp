@@ -15,7 +15,10 @@
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
 
+#include <QPointer>
+
 #include <stdexcept>
+#include <utility>
 
 namespace {
 std::unique_ptr<CopyPasteBase> MakeObject(bool mask, bool copy)
@@ -24,6 +27,13 @@ std::unique_ptr<CopyPasteBase> MakeObject(bool mask, bool copy)
     if (mask) return std::make_unique<MaskCutPasteObject>();
     if (copy) return std::make_unique<LayerCopyPasteObject>();
     return std::make_unique<LayerCutPasteObject>();
+}
+
+// With its tool at the latest: a piece that couldn't be taken back still needs the document.
+void DeleteLater(std::unique_ptr<CopyPasteThread>& thread, QObject* tool)
+{
+    thread->setParent(tool);
+    thread.release()->deleteLater();
 }
 } // namespace
 
@@ -61,9 +71,16 @@ bool MoveToolPrivate::Fits(const MoveViewState& record, unsigned int layerID, bo
 
 bool MoveToolPrivate::MakeFloating(unsigned int layerID, bool copy)
 {
+    // Pieces of other views of the picture land now, since their boxes may take tool and view away.
+    const QPointer<MoveToolPrivate> self(this);
+    const IDocumentView* view = m_pDocumentView;
+    if (LexoUndoStack* stack = GetHistory()) stack->commit();
+    if (!self || m_pDocumentView != view) return false;
+
     const bool isMask = GetModel()->GetMaskSelected(static_cast<int>(layerID) - 1);
     auto thread = std::make_unique<CopyPasteThread>(MakeObject(isMask, copy).release(), this);
     if (!thread->Begin(GetView(), layerID)) {
+        thread.reset();
         Messages::ShowOperationError(tr("Cannot perform the operation. Insufficent system resources."));
         return false;
     }
@@ -78,6 +95,7 @@ bool MoveToolPrivate::MakeFloatingPath()
 {
     auto thread = std::make_unique<CopyPasteThread>(new PathMoveObject, this);
     if (!thread->Begin(GetView(), MoveViewState::NoLayer)) {
+        thread.reset();
         Messages::ShowOperationError(tr("Cannot perform the operation. Unexpected error occurred."));
         return false;
     }
@@ -156,28 +174,41 @@ std::unique_ptr<MoveViewState> MoveToolPrivate::TakeRecord(const MoveViewState& 
     const auto entry = m_Views.find(record.m_pView);
     std::unique_ptr<MoveViewState> taken = std::move(entry->second);
     m_Views.erase(entry);
+    // It may outlive the tool, which a box of its end lets go.
+    if (taken->m_pThread) taken->m_pThread->setParent(nullptr);
     return taken;
 }
 
-void MoveToolPrivate::LandRecord(const MoveViewState& record)
+// False when a box of a failure took the tool or its view away: then the caller can't go on.
+bool MoveToolPrivate::LandRecord(const MoveViewState& record)
 {
+    const QPointer<MoveToolPrivate> self(this);
+    const IDocumentView* view = m_pDocumentView;
     const std::unique_ptr<MoveViewState> landing = TakeRecord(record);
     if (!landing->m_pThread) {
         // The command of the keys reads where the selection stands, so it must not stay open.
         if (landing->m_pUndoStack) landing->m_pUndoStack->commit();
-        return;
+        return self && m_pDocumentView == view;
     }
     landing->m_pThread->Flush();
     if (landing->HasPiece() && !landing->m_pThread->Commit(landing->m_pUndoStack) && !landing->m_bPath)
         CancelPiece(*landing);
+    return self && m_pDocumentView == view;
 }
 
-void MoveToolPrivate::LandRecordsOf(const LexoUndoStack* stack)
+// What floats above the current picture, in whichever view. Without a history only this view is known to show
+// it. False as of LandRecord().
+bool MoveToolPrivate::LandAll()
 {
-    const auto isOfStack = [stack](const MoveViewState& record) { return record.m_pUndoStack == stack; };
-    while (const MoveViewState* record = FindRecord(isOfStack)) {
-        LandRecord(*record);
+    const LexoUndoStack* stack = GetHistory();
+    const ZKDocumentView* view = GetView();
+    const auto isHere = [stack, view](const MoveViewState& record) {
+        return stack ? record.m_pUndoStack == stack : record.m_pView == view;
+    };
+    while (const MoveViewState* record = FindRecord(isHere)) {
+        if (!LandRecord(*record)) return false;
     }
+    return true;
 }
 
 LXDocumentInterface* MoveToolPrivate::SenderDocument() const
@@ -239,13 +270,15 @@ void MoveToolPrivate::OnUnexpectedException(CopyPasteThread* thread)
         OnUnexpectedError(thread);
         return;
     }
+    const QPointer<MoveToolPrivate> self(this);
     {
         // The thread may be the sender.
         const std::unique_ptr<MoveViewState> cancelled = TakeRecord(*record);
         cancelled->m_pThread->Flush();
         CancelPiece(*cancelled);
-        cancelled->m_pThread.release()->deleteLater();
+        DeleteLater(cancelled->m_pThread, self);
     }
+    if (!self) return;
     if (m_bDragging) GiveDragBack();
     LeaveTemporaryTurn();
 }
@@ -253,14 +286,24 @@ void MoveToolPrivate::OnUnexpectedException(CopyPasteThread* thread)
 // The piece isn't found by anybody any more.
 void MoveToolPrivate::CancelPiece(MoveViewState& record)
 {
-    Messages::ShowOperationError(tr("Unexpected error. Operation will be interrupted."));
+    bool isDone = false;
     bool isBack = false;
+    const auto cancel = [&record, &isDone, &isBack] {
+        if (!std::exchange(isDone, true)) isBack = record.m_pThread->Cancel();
+    };
+    const QPointer<MoveToolPrivate> self(this);
+    {
+        // A picture that goes while the box shows gets its pixels back before.
+        const QObject untilAnswered;
+        connect(record.m_pView, &ZKDocumentView::AboutDestroy, &untilAnswered, cancel);
+        Messages::ShowOperationError(tr("Unexpected error. Operation will be interrupted."));
+    }
     try {
-        isBack = record.m_pThread->Cancel();
+        cancel();
     } catch (...) {
         Reports::UnknownException(ZK_HERE);
-        record.m_pThread.release()->deleteLater();
-        DeleteThreadsLater();
+        DeleteLater(record.m_pThread, self);
+        if (self) DeleteThreadsLater();
         Messages::ShowOperationError(tr("Cannot roll back. Unexpected error.\nApplication will stop!"));
         throw;
     }

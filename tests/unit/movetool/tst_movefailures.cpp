@@ -1,11 +1,13 @@
 #include "MoveToolFixture.h"
 #include "movetoolprivate/CopyPasteThread.h"
 
+#include "core/ZKToolGroupManager.h"
 #include "document/LXDocumentInterface.h"
 #include "gui/LexoAppKeyHook.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QPointer>
 #include <QRegularExpression>
 
 #include <atomic>
@@ -28,6 +30,12 @@ private slots:
     void aFailedMoveOfAnUnknownWorkerEndsTheProgram();
     void anUnknownFailureEndsTheProgram();
     void aFailedLandingIsToldAndTakenBack();
+    void aViewThatGoesWhileAPressTellsAFailureEndsThePress();
+    void aViewThatGoesWhileAKeyTellsAFailureEndsTheKey();
+    void aToolThatGoesWhileAPressTellsAFailureEndsThePress();
+    void aToolThatGoesWhileItTellsAFailureIsLeftAlone();
+    void aPictureThatGoesWhileAFailureIsToldGetsItsPixelsBack();
+    void aFailureGivesATurnForAMomentBack();
     void aCancelThatFailsIsTold();
     void aCancelThatFailsStrangelyEndsTheProgram();
     void aFailureOfTheWorkerReachesThePerson();
@@ -54,6 +62,17 @@ private:
         return BoxesDuring(gesture, 2);
     }
 
+    /// Lets the landing of what floats fail, and does something while its box shows.
+    void FailLandingAndThen(const std::function<void()>& happening)
+    {
+        FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+        QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected exception: line=.*movetoolprivate"));
+        m_pFixture->Input().WhenModalShows<LXMessageBox>([happening](LXMessageBox* box) {
+            happening();
+            box->close();
+        });
+    }
+
     void FailMove() { Private()->OnUnexpectedException(Record()->m_pThread.get()); }
 };
 
@@ -73,7 +92,7 @@ void TestMoveFailures::cleanup()
     if (!m_pFixture) return;
     m_pFixture->History().commit();
     VERIFY_NOTHING_IS_HELD();
-    QVERIFY(!Record());
+    QVERIFY(!m_pTool || !Record());
     QCOMPARE(Document()->GetDocumentState(), 0);
     DropTool();
 }
@@ -114,13 +133,14 @@ void TestMoveFailures::aFailedMoveIsToldAndTakenBack()
     Select({2, 2, 3, 3});
     const QStringList before = Whole();
     Float();
+    const QPointer<CopyPasteThread> thread = Record()->m_pThread.get();
     QCOMPARE(BoxesDuring([&] { FailMove(); }), QStringList(Interrupted));
     QVERIFY(!Record());
     QCOMPARE(Whole(), before);
     QCOMPARE(Texts(), QStringList());
     // The worker goes, too.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(Private()->findChildren<CopyPasteThread*>().isEmpty());
+    QVERIFY(!thread);
 }
 
 void TestMoveFailures::aFailedMoveInADragGivesEverythingBack()
@@ -213,6 +233,101 @@ void TestMoveFailures::aFailedLandingIsToldAndTakenBack()
     QCOMPARE(Whole(), before);
     QCOMPARE(Texts(), QStringList());
     QVERIFY(!m_pFixture->History().isMacroOpen());
+}
+
+void TestMoveFailures::aViewThatGoesWhileAPressTellsAFailureEndsThePress()
+{
+    const QList<QPointF> presses{{14.5, 10.5}, {8.5, 5.5}};
+    for (const QPointF& press : presses) {
+        Select({2, 2, 3, 3});
+        Drag({3.5, 3.5}, {8.5, 5.5}, Qt::AltModifier);
+        QVERIFY(Record());
+        FailLandingAndThen([&] { m_pTool->SetDocumentView(nullptr); });
+        Press(press);
+        VERIFY_NOTHING_IS_HELD();
+        QVERIFY(!Record());
+        QCOMPARE(Texts(), QStringList());
+        Release(press);
+        QCOMPARE(m_pFixture->Input().CountWaitingActions(), 0);
+        m_pTool->SetDocumentView(&m_pFixture->ToolView());
+    }
+}
+
+void TestMoveFailures::aViewThatGoesWhileAKeyTellsAFailureEndsTheKey()
+{
+    Float();
+    FailLandingAndThen([&] { m_pTool->SetDocumentView(nullptr); });
+    Private()->OnSelectionCopyMoveLeft();
+    QVERIFY(!Record());
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+
+    Float();
+    m_pFixture->SelectLayers({});
+    FailLandingAndThen([&] { m_pTool->SetDocumentView(nullptr); });
+    const QRect selected = Document()->GetSelectionGeometry();
+    Private()->OnSelectionMoveLeft();
+    QVERIFY(!Record());
+    QCOMPARE(selected, QRect(7, 4, 3, 3));
+    QCOMPARE(Document()->GetSelectionGeometry(), QRect(2, 2, 3, 3));
+}
+
+void TestMoveFailures::aToolThatGoesWhileAPressTellsAFailureEndsThePress()
+{
+    Float();
+    FailLandingAndThen([&] { m_pTool.reset(); });
+    Press({14.5, 10.5});
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(Document()->GetDocumentState(), 0);
+    QCOMPARE(Texts(), QStringList());
+    Release({14.5, 10.5});
+}
+
+void TestMoveFailures::aToolThatGoesWhileItTellsAFailureIsLeftAlone()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Float();
+    const QPointer<CopyPasteThread> thread = Record()->m_pThread.get();
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        m_pTool.reset();
+        box->close();
+    });
+    FailMove();
+    QVERIFY(!m_pTool);
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Document()->GetDocumentState(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!thread);
+}
+
+void TestMoveFailures::aPictureThatGoesWhileAFailureIsToldGetsItsPixelsBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Float();
+    QStringList atTheEnd;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        emit m_pFixture->View()->AboutDestroy(m_pFixture->View());
+        atTheEnd = Whole();
+        box->close();
+    });
+    FailMove();
+    QCOMPARE(atTheEnd, before);
+    QCOMPARE(Whole(), before);
+}
+
+void TestMoveFailures::aFailureGivesATurnForAMomentBack()
+{
+    Select({2, 2, 3, 3});
+    ZKToolGroupManager::Activate(nullptr);
+    SendKey(Qt::Key_Control, true);
+    Press({3.5, 3.5});
+    QVERIFY(Record());
+    QVERIFY(m_pTool->IsActive());
+    QCOMPARE(BoxesDuring([&] { FailMove(); }), QStringList(Interrupted));
+    QVERIFY(!m_pTool->IsActive());
+    VERIFY_NOTHING_IS_HELD();
+    Release({3.5, 3.5});
 }
 
 void TestMoveFailures::aCancelThatFailsIsTold()

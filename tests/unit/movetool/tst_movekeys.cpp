@@ -47,6 +47,7 @@ private slots:
 
     void controlCallsTheToolForAMoment();
     void controlIsIgnoredWhileALockedDocumentIsInOtherHands();
+    void controlIsIgnoredWhileTheViewIsInOtherHands();
     void aToolThatRefusesKeepsItsTurn();
     void aDragKeepsTheTurnUntilTheRelease();
     void aRefusedPressKeepsTheTurnUntilItIsTold();
@@ -427,6 +428,20 @@ void TestMoveKeys::controlIsIgnoredWhileALockedDocumentIsInOtherHands()
     QVERIFY(!m_pTool->IsActive());
     QVERIFY(other.IsImplicitlyChecked());
     QVERIFY(Document()->Unlock());
+}
+
+void TestMoveKeys::controlIsIgnoredWhileTheViewIsInOtherHands()
+{
+    OtherTool other(true);
+    ZKToolGroupManager::Activate(&other);
+    QVERIFY(m_pFixture->ToolView().Lock(this));
+    SendKey(Qt::Key_Control, true);
+    QVERIFY(!m_pTool->IsActive());
+    QVERIFY(other.IsImplicitlyChecked());
+    QVERIFY(!m_pTool->GetActivateAction()->IsImplicitlyChecked());
+    SendKey(Qt::Key_Control, false);
+    QVERIFY(other.IsImplicitlyChecked());
+    m_pFixture->ToolView().Unlock(this);
 }
 
 void TestMoveKeys::aToolThatRefusesKeepsItsTurn()

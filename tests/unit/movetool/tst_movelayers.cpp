@@ -7,6 +7,7 @@
 #include "support/TestRegistry.h"
 
 #include <QGraphicsScene>
+#include <QGraphicsSceneMouseEvent>
 #include <QMatrix4x4>
 #include <QSignalSpy>
 
@@ -47,7 +48,10 @@ private slots:
     void aDragHoldsTheDocumentUntilTheRelease();
     void theUnlockComesBeforeTheStep();
     void aCapturedViewRefusesThePress();
-    void aRefusedDocumentLockDoesntEndTheDrag();
+    void aDocumentInOtherHandsRefusesThePress();
+    void aPressAfterALostReleaseBeginsAnew();
+    void aMoveWithoutTheButtonEndsTheDrag();
+    void theSecondOfTwoQuickPressesDragsToo();
     void otherButtonsMoveNothing();
     void aPanningViewMovesNothing();
     void withoutAHistoryTheLayerMovesAllTheSame();
@@ -391,14 +395,60 @@ void TestMoveLayers::aCapturedViewRefusesThePress()
     m_pFixture->ToolView().Unlock(this);
 }
 
-void TestMoveLayers::aRefusedDocumentLockDoesntEndTheDrag()
+void TestMoveLayers::aDocumentInOtherHandsRefusesThePress()
 {
     QVERIFY(Document()->Lock());
     Drag({2.5, 2.5}, {5.5, 2.5});
-    QCOMPARE(LayerAt(), QPoint(3, 0));
+    QCOMPARE(LayerAt(), QPoint(0, 0));
+    QCOMPARE(m_pFixture->ToolView().GetState(), quint64(0));
+    Select({2, 2, 3, 3});
+    Drag({3.5, 3.5}, {5.5, 3.5});
+    QVERIFY(!Record());
+    QCOMPARE(Texts(), QStringList());
     // Somebody else's lock stays theirs.
     QVERIFY(Document()->GetLockState());
     QVERIFY(Document()->Unlock());
+}
+
+void TestMoveLayers::aPressAfterALostReleaseBeginsAnew()
+{
+    Press({2.5, 2.5});
+    Move({5.5, 2.5});
+    // As when a box takes the release.
+    QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
+    press.setButton(Qt::LeftButton);
+    press.setButtons(Qt::LeftButton);
+    press.setScenePos({8.5, 8.5});
+    Private()->eventFilter(m_pFixture->ToolView().Scene(), &press);
+    QCOMPARE(Texts(), QStringList("Move"));
+    QCOMPARE(LayerAt(), QPoint(3, 0));
+    QVERIFY(Document()->GetLockState());
+    Release({8.5, 9.5});
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(LayerAt(), QPoint(3, 1));
+    QCOMPARE(Texts(), QStringList({"Move", "Move"}));
+    m_pFixture->History().undo();
+    QCOMPARE(LayerAt(), QPoint(3, 0));
+}
+
+void TestMoveLayers::aMoveWithoutTheButtonEndsTheDrag()
+{
+    Press({2.5, 2.5});
+    Move({5.5, 2.5});
+    QGraphicsSceneMouseEvent move(QEvent::GraphicsSceneMouseMove);
+    move.setScenePos({9.5, 9.5});
+    Private()->eventFilter(m_pFixture->ToolView().Scene(), &move);
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(LayerAt(), QPoint(3, 0));
+    QCOMPARE(Texts(), QStringList("Move"));
+    Release({9.5, 9.5});
+    QCOMPARE(LayerAt(), QPoint(3, 0));
+}
+
+void TestMoveLayers::theSecondOfTwoQuickPressesDragsToo()
+{
+    m_pFixture->Input().DoubleClickInScene(m_pFixture->View(), {2.5, 2.5});
+    QCOMPARE(Texts(), QStringList({"Move", "Move"}));
 }
 
 void TestMoveLayers::otherButtonsMoveNothing()

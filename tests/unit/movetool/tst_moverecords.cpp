@@ -34,6 +34,7 @@ private slots:
     void returnLeavesThePieceOfALockedDocument();
     void returnLeavesThePieceOfACapturedView();
     void aPressBesideTheSelectionLandsThePiece();
+    void withoutAHistoryAPressLandsThePieceToo();
     void aPressOnAnotherLayerLandsThePiece();
     void aKeyThatDoesntFitLandsThePiece();
     void aClosedViewTakesItsPieceAlong();
@@ -196,6 +197,30 @@ void TestMoveRecords::aPressBesideTheSelectionLandsThePiece()
     QCOMPARE(Texts(), QStringList({"Cut", "Move"}));
 }
 
+void TestMoveRecords::withoutAHistoryAPressLandsThePieceToo()
+{
+    ZKDocumentWidget bare(Document(), nullptr);
+    bare.resize(400, 300);
+    bare.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bare));
+    bare.GetView()->GetLayerSelection()->select(Model()->index(0),
+                                                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    IDocumentView view;
+    view.SetDocumentWidget(&bare);
+    m_pTool->SetDocumentView(&view);
+    Select({2, 2, 3, 3});
+    InputDriver& input = m_pFixture->Input();
+    input.DragInScene(bare.GetView(), {{3.5, 3.5}, {8.5, 5.5}});
+    QVERIFY(Private()->GetRecord(bare.GetView()));
+
+    input.PressInScene(bare.GetView(), {14.5, 10.5});
+    QVERIFY(!Private()->GetRecord(bare.GetView()));
+    QCOMPARE(m_pFixture->Pixel(7, 4), Source(2, 2));
+    QCOMPARE(qAlpha(m_pFixture->Pixel(2, 2)), 0);
+    input.ReleaseInScene(bare.GetView(), {14.5, 10.5});
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+}
+
 void TestMoveRecords::aPressOnAnotherLayerLandsThePiece()
 {
     AddLayer({6, 3, 6, 6}, Qt::blue);
@@ -295,6 +320,17 @@ void TestMoveRecords::twoViewsFloatEachByItself()
         QVERIFY(Record());
         QCOMPARE(other.Document()->GetDocumentState(), 1);
 
+        // The same id is another layer there.
+        emit other.Document()->AboutRequesAdditionalLayer(1);
+        QVERIFY(!Private()->GetRecord(other.View()));
+        QVERIFY(Record());
+        other.Input().DragInScene(other.View(), {{4.5, 4.5}, {5.5, 4.5}});
+        QVERIFY(Private()->GetRecord(other.View()));
+        emit Document()->AboutRequesAdditionalLayer(2);
+        emit other.Document()->AboutSelectionMove();
+        QVERIFY(!Private()->GetRecord(other.View()));
+        QVERIFY(Record());
+        other.Input().DragInScene(other.View(), {{5.5, 4.5}, {4.5, 4.5}});
         other.History().commit();
         QVERIFY(!Private()->GetRecord(other.View()));
         QVERIFY(Record());

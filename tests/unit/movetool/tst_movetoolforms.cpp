@@ -32,6 +32,8 @@ private slots:
     void aTurnForAMomentLeavesButtonAndBar();
     void theCursorPointsWithItsMiddle();
     void theOldCursorComesBack();
+    void aTurnWhilePanningLeavesTheHand();
+    void aToolLeftWhilePanningLeavesNoCursor();
     void theToolIsActiveUnlessTheSettingsSayElse();
 
     void theFrameLiesAroundTheSelectedLayers();
@@ -142,6 +144,42 @@ void TestMoveToolForms::theOldCursorComesBack()
     QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::BitmapCursor);
     ZKToolGroupManager::Activate(nullptr);
     QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::CrossCursor);
+}
+
+void TestMoveToolForms::aTurnWhilePanningLeavesTheHand()
+{
+    ZKToolGroupManager::Activate(nullptr);
+    ZKDocumentView* view = m_pFixture->View();
+    view->setCursor(Qt::CrossCursor);
+    view->EnablePanning(true);
+    SendKey(Qt::Key_Control, true);
+    QVERIFY(m_pTool->IsActive());
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().shape(), Qt::BitmapCursor);
+    SendKey(Qt::Key_Control, false);
+    QCOMPARE(view->cursor().shape(), Qt::CrossCursor);
+
+    // And over before the hand is.
+    view->EnablePanning(true);
+    SendKey(Qt::Key_Control, true);
+    SendKey(Qt::Key_Control, false);
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().shape(), Qt::CrossCursor);
+}
+
+void TestMoveToolForms::aToolLeftWhilePanningLeavesNoCursor()
+{
+    ZKDocumentView* view = m_pFixture->View();
+    ZKToolGroupManager::Activate(nullptr);
+    view->setCursor(Qt::CrossCursor);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    view->EnablePanning(true);
+    ZKToolGroupManager::Activate(nullptr);
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().shape(), Qt::CrossCursor);
 }
 
 void TestMoveToolForms::theToolIsActiveUnlessTheSettingsSayElse()
