@@ -333,6 +333,7 @@ void TestFloatingPieces::thumbnailsAreMadeAnewAtTheRelease_data()
     QTest::newRow("layer") << false << false << QVector<int>{layer};
     QTest::newRow("mask") << false << true << QVector<int>{maskRole};
     QTest::newRow("both are linked") << true << false << QVector<int>{layer, maskRole};
+    QTest::newRow("both are linked, the mask is chosen") << true << true << QVector<int>{layer, maskRole};
 }
 
 void TestFloatingPieces::thumbnailsAreMadeAnewAtTheRelease()
@@ -346,15 +347,19 @@ void TestFloatingPieces::thumbnailsAreMadeAnewAtTheRelease()
     Select({2, 2, 3, 3});
     Press({3.5, 3.5});
     QVector<int> renewed;
+    bool isLocked = false;
     const auto listening = connect(Model(), &QAbstractItemModel::dataChanged, this,
                                    [&](const QModelIndex&, const QModelIndex&, const QVector<int>& changed) {
                                        for (const int role : changed) {
                                            if (!renewed.contains(role)) renewed.append(role);
                                        }
+                                       isLocked = isLocked || Document()->GetLockState();
                                    });
     Release({5.5, 3.5});
     disconnect(listening);
     QCOMPARE(renewed, roles);
+    // The unlock comes before what others hear of.
+    QVERIFY(!isLocked);
 }
 
 void TestFloatingPieces::aDragHoldsTheDocumentUntilTheRelease()

@@ -28,6 +28,8 @@ private slots:
     void aFailedMoveIsToldAndTakenBack();
     void aFailedMoveInADragGivesEverythingBack();
     void aFailedMoveOfAnUnknownWorkerEndsTheProgram();
+    void aFailedMoveByKeyIsToldAndTakenBack();
+    void aFailedMoveAtTheReleaseIsToldAndTakenBack();
     void anUnknownFailureEndsTheProgram();
     void aFailedLandingIsToldAndTakenBack();
     void aViewThatGoesWhileAPressTellsAFailureEndsThePress();
@@ -71,6 +73,27 @@ private:
             happening();
             box->close();
         });
+    }
+
+    /// What the box says that shows while each move of a cut piece fails, until it has been read.
+    QString BoxOfFailingMoves(const std::function<void()>& gesture)
+    {
+        std::atomic<bool> fails{true};
+        const auto failing = connect(Document(), &LXDocumentInterface::AboutSelectionMove, [&fails] {
+            if (fails) throw std::runtime_error("no way");
+        });
+        QTest::ignoreMessage(
+            QtDebugMsg,
+            QRegularExpression("Unexpected exception: line=.*src/movetoolprivate/CutPasteObject"));
+        QString text;
+        m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+            fails = false;
+            text = box->windowTitle() + ": " + box->GetText();
+            box->close();
+        });
+        gesture();
+        disconnect(failing);
+        return text;
     }
 
     void FailMove() { Private()->OnUnexpectedException(Record()->m_pThread.get()); }
@@ -206,6 +229,30 @@ void TestMoveFailures::aMoveAtOnceThatFailsStrangelyEndsTheProgram()
     QVERIFY(!Record());
     QCoreApplication::sendPostedEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void TestMoveFailures::aFailedMoveByKeyIsToldAndTakenBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    QCOMPARE(BoxOfFailingMoves([&] { Private()->OnSelectionMoveLeft(); }), QString(Interrupted));
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
+}
+
+void TestMoveFailures::aFailedMoveAtTheReleaseIsToldAndTakenBack()
+{
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    Press({3.5, 3.5});
+    Move({8.5, 5.5});
+    Record()->m_pThread->Flush();
+    QCOMPARE(BoxOfFailingMoves([&] { Release({8.5, 5.5}); }), QString(Interrupted));
+    VERIFY_NOTHING_IS_HELD();
+    QVERIFY(!Record());
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Texts(), QStringList());
 }
 
 void TestMoveFailures::anUnknownFailureEndsTheProgram()
