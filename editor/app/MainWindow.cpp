@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "app/EmptyPage.h"
+#include "app/LayerPictures.h"
 #include "app/PanelArea.h"
 #include "app/StatusReadout.h"
 #include "core/MenuPlacement.h"
@@ -252,8 +253,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 
 void MainWindow::dragMoveEvent(QDragMoveEvent* event)
 {
-    // Files have a place everywhere, pictures only on a canvas.
-    const bool isWelcome = !LocalFiles(event->mimeData()).isEmpty() || ViewAt(event->pos());
+    // Files have a place everywhere, pictures only on a canvas; there both become layers.
+    const ZKDocumentView* view = ViewAt(event->pos());
+    const bool isWelcome = view ? LayerPictures::MayAdd(view) : !LocalFiles(event->mimeData()).isEmpty();
     event->setAccepted(isWelcome);
 }
 
@@ -261,6 +263,10 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     const QMimeData* content = event->mimeData();
     if (const ZKDocumentView* view = ViewAt(event->pos())) {
+        if (!LayerPictures::MayAdd(view)) {
+            event->ignore();
+            return;
+        }
         event->acceptProposedAction();
         const QPoint viewPos = view->viewport()->mapFrom(this, event->pos());
         emit DroppedOnCanvas(content, view->mapToScene(viewPos));

@@ -191,9 +191,21 @@ void TestDropPictures::aLockedDocumentTakesNothing()
     editor.Document()->Lock();
     QMimeData data;
     data.setImageData(Filled({10, 8}, Red));
-    DropOnCanvas(editor, {30, 20}, data);
+    QVERIFY(!DropOnCanvas(editor, {30, 20}, data));
+    data.setUrls({QUrl::fromLocalFile(FileOf(editor, "one.png", {10, 8}, Red))});
+    QVERIFY(!DropOnCanvas(editor, {30, 20}, data));
+    // A lock that comes between moving and letting go.
+    const QPoint pos = editor.View()->viewport()->mapTo(editor.Window(), QPoint(50, 50));
+    QDropEvent drop(pos, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(editor.Window(), &drop);
+    QVERIFY(!drop.isAccepted());
     QCOMPARE(editor.Document()->GetModel()->rowCount(), 1);
     QVERIFY(editor.Document()->Unlock());
+
+    editor.View()->BlockLayerOrderOperations(true);
+    QVERIFY(!DropOnCanvas(editor, {30, 20}, data));
+    editor.View()->BlockLayerOrderOperations(false);
+    QVERIFY(DropOnCanvas(editor, {30, 20}, data));
 }
 
 void TestDropPictures::everyDropHasANameOfItsOwn()
