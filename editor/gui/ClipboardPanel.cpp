@@ -6,6 +6,7 @@
 #include "gui/LayersWidget.h"
 
 #include <QAction>
+#include <QItemSelection>
 #include <QItemSelectionModel>
 #include <QToolButton>
 
@@ -40,8 +41,12 @@ void ClipboardPanel::Follow(const LayersWidget* source)
         list->setSelectionModel(source->GetClipboardSelection());
         connect(model, &QAbstractItemModel::rowsInserted, this, &ClipboardPanel::UpdatePage);
         connect(model, &QAbstractItemModel::rowsRemoved, this, &ClipboardPanel::UpdatePage);
-        // What comes last is what was copied now.
+        // What comes last is what was copied now; what is copied once more stands anywhere.
         connect(model, &QAbstractItemModel::rowsInserted, list, &QListView::scrollToBottom);
+        connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, list,
+                [list](const QItemSelection& chosen) {
+                    if (!chosen.isEmpty()) list->scrollTo(chosen.first().topLeft());
+                });
     }
     MakeButtons(source);
     UpdatePage();

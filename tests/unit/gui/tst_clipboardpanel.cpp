@@ -31,6 +31,7 @@ private slots:
     void withoutAListThePanelSaysSo();
     void anEmptyListSaysSo();
     void rowsShowInTheListsOwnSelection();
+    void theRowThatIsCopiedAgainComesIntoSight();
     void aClickChoosesTheRow();
     void everyActionHasAButton();
     void theListIsTakenAway();
@@ -100,6 +101,18 @@ void TestClipboardPanel::rowsShowInTheListsOwnSelection()
     // All of the row is seen without scrolling sideways.
     QTRY_VERIFY(List()->visualRect(m_Model.index(1, 0)).width() > 0);
     QVERIFY(List()->visualRect(m_Model.index(1, 0)).right() <= List()->viewport()->width());
+}
+
+void TestClipboardPanel::theRowThatIsCopiedAgainComesIntoSight()
+{
+    HandOver();
+    for (int i = 0; i < 40; ++i)
+        AppendRow(m_Model, QString("Untitled %1").arg(i));
+    const QModelIndex first = m_Model.index(0, 0);
+    QTRY_VERIFY(!List()->viewport()->rect().intersects(List()->visualRect(first)));
+    // Chosen by its owner, who tells nobody of the current row.
+    m_Selection.select(first, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    QVERIFY(List()->viewport()->rect().contains(List()->visualRect(first).center()));
 }
 
 void TestClipboardPanel::aClickChoosesTheRow()
