@@ -124,8 +124,12 @@ void MimeFileReader::SetBound(MayDecode mayDecode)
 bool LXMimePictures::HasPictures(const QMimeData* data)
 {
     if (!data) return false;
-    if (!PictureFiles(data).isEmpty()) return true;
-    return !data->hasFormat(TextFormat) && HasPixels(data);
+    return HasPictureFiles(data) || (!data->hasFormat(TextFormat) && HasPixels(data));
+}
+
+bool LXMimePictures::HasPictureFiles(const QMimeData* data)
+{
+    return data && !PictureFiles(data).isEmpty();
 }
 
 QList<LXImage32> LXMimePictures::Read(const QMimeData* data)

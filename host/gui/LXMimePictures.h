@@ -21,6 +21,9 @@ constexpr int MostFiles = 10;
 /// Whether Read() would look for a picture. False for null.
 ZK_HOST_EXPORT bool HasPictures(const QMimeData* data);
 
+/// Whether Read() would read files, which takes its time.
+ZK_HOST_EXPORT bool HasPictureFiles(const QMimeData* data);
+
 /// All pictures; empty when there is none, or none that can be read. Waits for files to be read. Throws as
 /// the constructor of LXImage.
 ZK_HOST_EXPORT QList<LXImage32> Read(const QMimeData* data);

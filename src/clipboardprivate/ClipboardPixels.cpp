@@ -133,6 +133,33 @@ unsigned int ClipboardPixels::Checksum(const LXImage32& image)
     return crc;
 }
 
+unsigned int ClipboardPixels::Checksum(const QImage& image)
+{
+    unsigned int crc = Utils::CRC32(0, nullptr, 0);
+    for (int y = 0; y < image.height(); ++y)
+        crc = Utils::CRC32(crc, image.constScanLine(y),
+                           static_cast<unsigned int>(image.width()) * sizeof(QRgb));
+    return crc;
+}
+
+bool ClipboardPixels::AreSame(const LXImage32& one, const LXImage32& other)
+{
+    if (one.Rect() != other.Rect()) return false;
+
+    for (int band = 0; band < static_cast<int>(one.m_TilesY); ++band) {
+        std::vector<std::vector<LXRGBA32i>> rows;
+        ForEachRow(one, band, [&](const std::vector<LXRGBA32i>& row) { rows.push_back(row); });
+        auto expected = rows.begin();
+        bool isSame = true;
+        ForEachRow(other, band, [&](const std::vector<LXRGBA32i>& row) {
+            isSame = isSame && std::memcmp(row.data(), expected->data(), row.size() * sizeof(LXRGBA32i)) == 0;
+            ++expected;
+        });
+        if (!isSame) return false;
+    }
+    return true;
+}
+
 QImage ClipboardPixels::FitInto(const LXImage32& image, int side)
 {
     const double factor =

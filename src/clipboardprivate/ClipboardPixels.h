@@ -53,6 +53,11 @@ QPoint CenteredIn(const QSize& canvas, const QSize& picture);
 
 /// Over all pixels, row by row; pictures of equal bytes in another shape have the same.
 unsigned int Checksum(const LXImage32& image);
+/// The same of an image of `QImage::Format_ARGB32`.
+unsigned int Checksum(const QImage& image);
+
+/// Whether all pixels and the sizes are equal.
+bool AreSame(const LXImage32& one, const LXImage32& other);
 
 /// The picture as large as it fits into a square, enlarged as well; `QImage::Format_ARGB32`. Null when a side
 /// would be shorter than a pixel.

@@ -194,6 +194,7 @@ void ClipboardTool::ConnectView(ZKDocumentView* view)
     connect(m_pDocument, &LXDocumentInterface::Unlocked, this, &Tool::DocumentUnlocked);
     connect(view->GetModel(), &LXDocumentModel::LayerSelectedChanged, this, &Tool::OnLayerSelectionChanged);
     connect(view->GetModel(), &LXDocumentModel::MaskSelectedChanged, this, &Tool::OnMaskSelectionChanged);
+    connect(view, &ZKDocumentView::LayerOrderOperationsBlocked, this, &Tool::UpdateAllActions);
     connect(m_pLayerSelection, &QItemSelectionModel::currentRowChanged, this, &Tool::CurrentLayerChanged);
     // Rows are selected and deselected beside the current one too.
     connect(m_pLayerSelection, &QItemSelectionModel::selectionChanged, this, &Tool::UpdateAllActions);
@@ -206,6 +207,7 @@ void ClipboardTool::DisconnectView()
         disconnect(m_pDocument->GetModel(), nullptr, this, nullptr);
     }
     if (m_pLayerSelection) disconnect(m_pLayerSelection, nullptr, this, nullptr);
+    if (m_pView) disconnect(m_pView, nullptr, this, nullptr);
     m_pDocument = nullptr;
     m_pView = nullptr;
     m_pLayerSelection = nullptr;
@@ -241,6 +243,11 @@ bool ClipboardTool::IsDocumentLocked() const
     return m_pDocument && m_pDocument->GetLockState();
 }
 
+bool ClipboardTool::HasItems() const
+{
+    return !m_Items.isEmpty() || m_bFilesWait;
+}
+
 bool ClipboardTool::HasCurrentItem() const
 {
     return m_CurrentRow >= 0 && m_CurrentRow < m_Items.size();
@@ -268,23 +275,24 @@ void ClipboardTool::UpdateActions(bool haveItems)
                           (m_pDocument->GetLayerKind(static_cast<unsigned int>(layer)) == LayerKind::Raster ||
                            IsMaskTarget(layer));
     m_Actions.paste->setEnabled(canPaste);
-    m_Actions.newLayer->setEnabled(canPaste);
+    m_Actions.newLayer->setEnabled(canPaste && !m_pView->IsLayerOrderBlocked());
     m_Actions.newImage->setEnabled(canUse);
     m_Actions.pasteAsNewImage->setEnabled(canUse);
-    m_Actions.remove->setEnabled(canUse);
-    m_Actions.toSystem->setEnabled(canUse);
+    // Files that wait are no rows yet.
+    m_Actions.remove->setEnabled(canUse && !m_Items.isEmpty());
+    m_Actions.toSystem->setEnabled(canUse && !m_Items.isEmpty());
     m_pPasteAsMenu->menuAction()->setEnabled(canUse);
 }
 
 void ClipboardTool::UpdateAllActions()
 {
     SelectionChanged();
-    UpdateActions(!m_Items.isEmpty());
+    UpdateActions(HasItems());
 }
 
 void ClipboardTool::PasteAsMenuAboutToShow()
 {
-    UpdateActions(!m_Items.isEmpty());
+    UpdateActions(HasItems());
 }
 
 void ClipboardTool::CurrentLayerChanged(const QModelIndex&, const QModelIndex&)

@@ -15,7 +15,9 @@
 #include <QMenu>
 #include <QModelIndex>
 #include <QObject>
+#include <QPersistentModelIndex>
 #include <QPointer>
+#include <QSize>
 #include <QStandardItemModel>
 #include <QVariant>
 #include <QVector>
@@ -136,6 +138,8 @@ private:
     bool IsMaskTarget(int layer) const;
     bool IsDocumentLocked() const;
     bool HasCurrentItem() const;
+    /// Rows, or what becomes rows when it is pasted.
+    bool HasItems() const;
     void UpdateActions(bool haveItems);
     void UpdateAllActions();
 
@@ -151,11 +155,21 @@ private:
     void MakeCurrent(int row);
     int FindItem(const ClipboardItem& item) const;
     void PutOnSystemClipboard(const LXImage32& image);
+    /// The current row goes out smaller than it is: should it come back, it is that row.
+    void RememberOffered(const QImage& picture);
+    bool IsOffered(const LXImage32& picture) const;
+    /// Files that were copied become rows.
+    void TakeFiles();
+    void TakePictures();
+    void LetFilesWait();
 
     /// Tells the person why not.
     bool MayPaintOn(const Target& target);
     bool IsLocked(unsigned int layerId);
+    void PasteCurrent(const Target& target);
     void PasteOnLayer(unsigned int layerId);
+    /// Leaves no empty layer when it throws.
+    void PasteOnNewLayer(unsigned int layerId);
     void PasteOnMask(unsigned int layerId);
     /// Where a picture goes, and what bounds it.
     QRect PasteTarget(const QSize& picture) const;
@@ -170,10 +184,14 @@ private:
     bool m_bOwnCopy = false;
     bool m_bRemoving = false;
     bool m_bPastingOnMask = false; ///< its dialog runs an event loop
+    bool m_bFilesWait = false;     ///< the system clipboard holds files of pictures, and no row is chosen
     QVector<ClipboardItem> m_Items;
     QStandardItemModel* m_pModel;
     QItemSelectionModel* m_pSelectionModel;
     int m_CurrentRow = -1;
+    QPersistentModelIndex m_OfferedRow;
+    QSize m_OfferedSize;
+    unsigned int m_OfferedCrc = 0;
     Actions m_Actions;
     std::unique_ptr<QMenu> m_pPasteAsMenu;
     MainMenuEntries m_Entries;

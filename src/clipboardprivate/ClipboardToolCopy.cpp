@@ -38,23 +38,26 @@ constexpr int BytesPerPixel = 4;
 
 // Columns of the list.
 constexpr int StateColumn = 3;
+constexpr int CellsOfRow = 4;
 
 QString StateText(const QString& what)
 {
     return QStringLiteral("ARGB32\n%1").arg(what);
 }
 
-QStandardItem* MakeCell(const QString& text)
+using Cell = std::unique_ptr<QStandardItem>;
+
+Cell MakeCell(const QString& text)
 {
-    auto* cell = new QStandardItem(text);
+    auto cell = std::make_unique<QStandardItem>(text);
     cell->setEditable(false);
     cell->setCheckable(false);
     return cell;
 }
 
-QStandardItem* MakeTextCell(const QString& text)
+Cell MakeTextCell(const QString& text)
 {
-    QStandardItem* cell = MakeCell(text);
+    Cell cell = MakeCell(text);
     cell->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     return cell;
 }
@@ -124,7 +127,7 @@ void ClipboardTool::CopySelection()
     if (lifted.image.IsNull()) return;
 
     AddRow(lifted.image, lifted.topLeft, isCut ? tr("Cut") : tr("Copied"));
-    UpdateActions(!m_Items.isEmpty());
+    UpdateActions(HasItems());
     PutOnSystemClipboard(lifted.image);
 }
 
@@ -205,13 +208,15 @@ void ClipboardTool::AddRow(const LXImage32& image, const QVariant& origin, const
     // What was copied before is not kept twice, but it is what was copied last.
     const int known = FindItem(item);
     if (known >= 0) {
-        m_pModel->item(known)->setData(origin, ClipboardRole::Origin);
+        // Back from another program they come without a place.
+        if (origin.isValid()) m_pModel->item(known)->setData(origin, ClipboardRole::Origin);
         MakeCurrent(known);
         return;
     }
-    m_CurrentRow = -1;
+    m_Items.reserve(m_Items.size() + 1);
     const QList<QStandardItem*> row = MakeRow(item, origin, what);
     m_Items.append(item);
+    m_CurrentRow = -1;
     m_pModel->appendRow(row);
     MakeCurrent(m_Items.size() - 1);
 }
@@ -221,21 +226,26 @@ QList<QStandardItem*> ClipboardTool::MakeRow(const ClipboardItem& item, const QV
 {
     const int width = item.m_Image.Width();
     const int height = item.m_Image.Height();
-    QStandardItem* picture = MakeCell(QString());
+    Cell picture = MakeCell(QString());
     picture->setIcon(ZKIconHelper::DisabledIcon(Thumbnail(item.m_Image)));
     picture->setData(QVariant::fromValue(item.m_Image), ClipboardRole::Image);
     picture->setData(origin, ClipboardRole::Origin);
-    return {picture, MakeTextCell(tr("%1\n%2x%3 px").arg(item.m_Name).arg(width).arg(height)),
-            MakeTextCell(tr("%1\n%2 bytes")
-                             .arg(QDateTime::currentDateTime().time().toString())
-                             .arg(qint64(width) * height * BytesPerPixel)),
-            MakeTextCell(StateText(what))};
+    Cell size = MakeTextCell(tr("%1\n%2x%3 px").arg(item.m_Name).arg(width).arg(height));
+    Cell memory = MakeTextCell(tr("%1\n%2 bytes")
+                                   .arg(QDateTime::currentDateTime().time().toString())
+                                   .arg(qint64(width) * height * BytesPerPixel));
+    Cell state = MakeTextCell(StateText(what));
+    QList<QStandardItem*> row;
+    row.reserve(CellsOfRow);
+    for (Cell* cell : {&picture, &size, &memory, &state})
+        row.append(cell->release());
+    return row;
 }
 
 int ClipboardTool::FindItem(const ClipboardItem& item) const
 {
     const auto found = std::find_if(m_Items.begin(), m_Items.end(), [&](const ClipboardItem& other) {
-        return other.m_Crc == item.m_Crc && other.m_Image.Rect() == item.m_Image.Rect();
+        return other.m_Crc == item.m_Crc && ClipboardPixels::AreSame(other.m_Image, item.m_Image);
     });
     return found == m_Items.end() ? -1 : static_cast<int>(found - m_Items.begin());
 }
@@ -243,18 +253,24 @@ int ClipboardTool::FindItem(const ClipboardItem& item) const
 void ClipboardTool::MakeCurrent(int row)
 {
     const QModelIndex index = m_pModel->index(row, 0);
+    // Selected anew, so that who shows the list brings it into sight.
+    m_pSelectionModel->clearSelection();
     m_pSelectionModel->select(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     {
         const QSignalBlocker blocker(m_pSelectionModel);
         m_pSelectionModel->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     }
     m_CurrentRow = row;
+    m_bFilesWait = false;
 }
 
 void ClipboardTool::CurrentRowChanged(const QModelIndex& current, const QModelIndex&)
 {
     if (std::exchange(m_bRemoving, false)) return;
-    if (current.row() >= 0 && current.row() < m_Items.size()) m_CurrentRow = current.row();
+    if (current.row() < 0 || current.row() >= m_Items.size()) return;
+
+    m_CurrentRow = current.row();
+    m_bFilesWait = false;
 }
 
 void ClipboardTool::Delete()
@@ -270,7 +286,7 @@ void ClipboardTool::Delete()
     } else {
         MakeCurrent(std::min(m_CurrentRow, m_Items.size() - 1));
     }
-    UpdateActions(!m_Items.isEmpty());
+    UpdateActions(HasItems());
 }
 
 QModelIndex ClipboardTool::CurrentIndex() const
@@ -290,6 +306,7 @@ void ClipboardTool::PutOnSystemClipboard(const LXImage32& image)
     const QImage picture = ClipboardPixels::ForSystemClipboard(image);
     if (picture.isNull()) return;
 
+    RememberOffered(picture);
     // The clipboard tells at once; where a platform tells nothing, the next change is somebody else's.
     m_bOwnCopy = true;
     QGuiApplication::clipboard()->setImage(picture, QClipboard::Clipboard);
@@ -303,6 +320,7 @@ void ClipboardTool::OnCopyToSystemClipboard()
         const QImage picture = ClipboardPixels::ForSystemClipboard(m_Items[m_CurrentRow].m_Image);
         if (picture.isNull()) return;
 
+        RememberOffered(picture);
         QClipboard* clipboard = QGuiApplication::clipboard();
         disconnect(clipboard, &QClipboard::dataChanged, this, &ClipboardTool::DataChanged);
         clipboard->setImage(picture, QClipboard::Clipboard);
@@ -314,13 +332,62 @@ void ClipboardTool::DataChanged()
 {
     if (std::exchange(m_bOwnCopy, false)) return;
 
+    const bool filesWent = std::exchange(m_bFilesWait, false);
     try {
-        const QList<LXImage32> pictures = LXMimePictures::Read(QGuiApplication::clipboard()->mimeData());
-        for (const LXImage32& picture : pictures)
-            AddRow(picture, QVariant(), tr("Copied"));
+        if (LXMimePictures::HasPictureFiles(QGuiApplication::clipboard()->mimeData())) {
+            LetFilesWait();
+        } else {
+            TakePictures();
+        }
+        if (filesWent && !m_bFilesWait && !HasCurrentItem() && !m_Items.isEmpty())
+            MakeCurrent(m_Items.size() - 1);
     } catch (const std::exception& exception) {
         // Nobody asked for it here, so nobody is told.
         Reports::Exception(ZK_HERE, exception);
     }
-    UpdateActions(!m_Items.isEmpty());
+    UpdateActions(HasItems());
+}
+
+void ClipboardTool::TakePictures()
+{
+    const QList<LXImage32> pictures = LXMimePictures::Read(QGuiApplication::clipboard()->mimeData());
+    for (const LXImage32& picture : pictures) {
+        if (IsOffered(picture)) {
+            MakeCurrent(m_OfferedRow.row());
+        } else {
+            AddRow(picture, QVariant(), tr("Copied"));
+        }
+    }
+}
+
+void ClipboardTool::RememberOffered(const QImage& picture)
+{
+    m_OfferedRow = CurrentIndex();
+    m_OfferedSize = picture.size();
+    m_OfferedCrc = ClipboardPixels::Checksum(picture);
+}
+
+bool ClipboardTool::IsOffered(const LXImage32& picture) const
+{
+    return m_OfferedRow.isValid() && picture.Rect().size() == m_OfferedSize &&
+           ClipboardPixels::Checksum(picture) == m_OfferedCrc;
+}
+
+// ---- files
+
+void ClipboardTool::LetFilesWait()
+{
+    // No row is what was copied last.
+    m_pSelectionModel->clear();
+    m_CurrentRow = -1;
+    m_bFilesWait = true;
+}
+
+void ClipboardTool::TakeFiles()
+{
+    if (!std::exchange(m_bFilesWait, false)) return;
+
+    const OverrideCursor waiting(Qt::WaitCursor);
+    TakePictures();
+    UpdateActions(HasItems());
 }

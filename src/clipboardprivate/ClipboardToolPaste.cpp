@@ -5,6 +5,7 @@
 
 #include "common/OverrideCursor.h"
 #include "common/PushCommand.h"
+#include "common/UndoMacro.h"
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -25,26 +26,6 @@
 
 namespace {
 constexpr bool ApplyOnPush = true;
-
-/// One step of the history, which also ends when something inside fails.
-class StepGroup
-{
-public:
-    StepGroup(LexoUndoStack* history, const QString& text) : m_pHistory(history)
-    {
-        if (m_pHistory) m_pHistory->beginMacro(text);
-    }
-
-    ~StepGroup()
-    {
-        if (m_pHistory) m_pHistory->endMacro();
-    }
-
-    Q_DISABLE_COPY(StepGroup)
-
-private:
-    QPointer<LexoUndoStack> m_pHistory;
-};
 } // namespace
 
 void ClipboardTool::Paste()
@@ -58,15 +39,21 @@ void ClipboardTool::Paste()
     const Target target{static_cast<unsigned int>(layer),
                         IsMaskTarget(layer) ? PaintTarget::Mask : PaintTarget::Layer};
     GuardClipboard(ZK_HERE, tr("Cannot paste. Unexpected error occurred."), [&] {
-        if (!MayPaintOn(target) || !HasCurrentItem()) return;
+        if (!MayPaintOn(target)) return;
 
-        LandFloatingPieces();
-        if (target.pixels == PaintTarget::Mask) {
-            PasteOnMask(target.layerId);
-        } else {
-            PasteOnLayer(target.layerId);
-        }
+        TakeFiles();
+        if (HasCurrentItem()) PasteCurrent(target);
     });
+}
+
+void ClipboardTool::PasteCurrent(const Target& target)
+{
+    LandFloatingPieces();
+    if (target.pixels == PaintTarget::Mask) {
+        PasteOnMask(target.layerId);
+    } else {
+        PasteOnLayer(target.layerId);
+    }
 }
 
 QRect ClipboardTool::PasteTarget(const QSize& picture) const
@@ -132,10 +119,10 @@ void ClipboardTool::PasteOnMask(unsigned int layerId)
 void ClipboardTool::PasteAsNew()
 {
     FinishStart();
-    if (!HasCurrentItem()) return;
-
-    GuardClipboard(ZK_HERE, tr("Cannot paste. Unexpected error occurred."),
-                   [this] { MakeDocument(m_Items[m_CurrentRow]); });
+    GuardClipboard(ZK_HERE, tr("Cannot paste. Unexpected error occurred."), [this] {
+        TakeFiles();
+        if (HasCurrentItem()) MakeDocument(m_Items[m_CurrentRow]);
+    });
 }
 
 void ClipboardTool::MakeDocument(const ClipboardItem& item)
@@ -170,14 +157,28 @@ void ClipboardTool::PasteAsNewLayer()
 
     FinishStart();
     const int layer = m_pDocument && m_pView ? CurrentLayerNumber() : 0;
-    if (layer < 1 || IsDocumentLocked() || !HasCurrentItem()) return;
+    if (layer < 1 || IsDocumentLocked() || m_pView->IsLayerOrderBlocked()) return;
 
     GuardClipboard(ZK_HERE, tr("Cannot paste. Unexpected error occurred."), [&] {
+        TakeFiles();
+        if (!HasCurrentItem()) return;
+
         LandFloatingPieces();
-        const StepGroup group(GetHistory(), tr("PasteAsNewLayer"));
+        const UndoMacro step(GetHistory(), tr("PasteAsNewLayer"));
         MakeLayer(layer);
-        Paste();
+        PasteOnNewLayer(static_cast<unsigned int>(layer));
     });
+}
+
+void ClipboardTool::PasteOnNewLayer(unsigned int layerId)
+{
+    try {
+        PasteOnLayer(layerId);
+    } catch (...) {
+        // Where a history is, its step is taken back.
+        if (!GetHistory()) m_pDocument->RemoveLayer(layerId);
+        throw;
+    }
 }
 
 void ClipboardTool::MakeLayer(int layer)

@@ -25,6 +25,8 @@ private slots:
     void aPictureThatWasCopiedBeforeComesInAsItIs();
     void whatIsCopiedMeanwhileBecomesARow_data();
     void whatIsCopiedMeanwhileBecomesARow();
+    void aFileOfAFileManagerIsPasted_data();
+    void aFileOfAFileManagerIsPasted();
     void aCopyGoesOutAsItIs();
 
 private:
@@ -170,7 +172,6 @@ void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow_data()
     QTest::newRow("PNG") << QByteArray("image/png") << "in.png";
     QTest::newRow("TIFF") << QByteArray("image/tiff") << "in.tiff";
     QTest::newRow("SVG") << QByteArray("image/svg+xml") << "in.svg";
-    QTest::newRow("a file of a file manager") << QByteArray("text/uri-list") << "list";
 }
 
 void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow()
@@ -180,7 +181,6 @@ void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow()
 
     Write("in.svg", "<svg xmlns='http://www.w3.org/2000/svg' width='90' height='60'>"
                     "<rect width='90' height='60' fill='#00ff00'/></svg>");
-    Write("list", QUrl::fromLocalFile(PathOf("in.png")).toEncoded() + "\r\n");
     QImage expected = m_Picture;
     if (file == "in.svg") expected.fill(Qt::green);
     if (file == "in.tiff") {
@@ -201,6 +201,43 @@ void TestOtherPrograms::whatIsCopiedMeanwhileBecomesARow()
     QCOMPARE(PixelChecks::FirstDifference(QImage(PathOf("out.png")).convertToFormat(QImage::Format_ARGB32),
                                           expected),
              QString());
+}
+
+void TestOtherPrograms::aFileOfAFileManagerIsPasted_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<int>("rows");
+    // The host's command needs no row; what the tool pastes is one from then on.
+    QTest::newRow("in place") << "Edit/Paste in Place" << 0;
+    QTest::newRow("by the tool") << "Edit/Paste as/New layer" << 1;
+}
+
+void TestOtherPrograms::aFileOfAFileManagerIsPasted()
+{
+    QFETCH(QString, entry);
+    QFETCH(int, rows);
+    Write("list", QUrl::fromLocalFile(PathOf("in.png")).toEncoded() + "\r\n");
+    const auto editor = StartScript("documents.create(90, 60, {background: 'transparent'})\n"
+                                    "documents.active.exportAs(script.folder + '/ready.png')\n"
+                                    "let isDone = false\n"
+                                    "for (let tries = 0; !isDone && tries < 300; ++tries) {\n"
+                                    "    wait(50)\n"
+                                    "    try { menus.trigger('" +
+                                    entry.toLatin1() +
+                                    "'); isDone = true } catch (error) { }\n"
+                                    "}\n"
+                                    "const items = widgets.find('ClipboardPanel/m_pList').items\n"
+                                    "expect.equal(items.length, " +
+                                    QByteArray::number(rows) +
+                                    ")\n"
+                                    "pixels.layer(layers.current).save(script.folder + '/out.png')\n"
+                                    "history.undo()\n");
+    QVERIFY(WaitForFile("ready.png"));
+    Offer("text/uri-list", PathOf("list"));
+    WaitForEnd(*editor);
+    // A paste blends, so that what isn't seen has no color.
+    const QImage pasted = QImage(PathOf("out.png")).convertToFormat(QImage::Format_ARGB32);
+    QCOMPARE(PixelChecks::FirstDifference(Visible(pasted), Visible(m_Picture)), QString());
 }
 
 void TestOtherPrograms::aCopyGoesOutAsItIs()

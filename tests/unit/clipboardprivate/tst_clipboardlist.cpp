@@ -1,13 +1,21 @@
 #include "ClipboardFixture.h"
 
 #include "gui/ClipboardRole.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
+#include "gui/LXMdiSubWindow.h"
+#include "gui/MimeFileReader.h"
 #include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
 
+#include <QAction>
 #include <QClipboard>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QRegularExpression>
 #include <QTest>
+#include <QUrl>
 
 /// The list of what was copied, and the system clipboard beside it.
 class TestClipboardList : public QObject, private ClipboardFixture
@@ -18,7 +26,12 @@ private slots:
 
     void init() { MakeTool(); }
 
-    void cleanup() { DropTool(); }
+    void cleanup()
+    {
+        FaultSeams::Reset();
+        MimeFileReader::Set({}, {});
+        DropTool();
+    }
 
     void aRowTellsWhatWasCopied();
     void theLastCopyIsCurrent();
@@ -34,6 +47,15 @@ private slots:
     void anImageThatComesWithTextIsNoRow();
     void theToolsOwnCopyIsNoRowOfItsOwn();
     void aCopyThatMissesDoesNotHideTheNextImageFromOutside();
+    void pixelsOfTheSameChecksumAreAnotherRow();
+    void theSamePixelsFromOutsideKeepTheirPlace();
+    void theOwnPictureComesBackScaledAsItself();
+    void aFailedCopyLeavesTheRowThatWasCurrent();
+    void filesAreReadWhenTheyArePasted_data();
+    void filesAreReadWhenTheyArePasted();
+    void aChosenRowCountsBeforeFiles();
+    void afterTheFilesTheLastRowIsCurrent();
+    void filesThatCantBeReadPasteNothing();
     void deletingGoesToTheNextRow();
     void deletingTheLastRowGoesToTheOneBefore();
     void afterTheLastRowNothingIsCurrent();
@@ -42,7 +64,32 @@ private slots:
 
 private:
     void CopyRects(const QList<QRect>& rects);
+    /// Files as a file manager copies them: "7x3.png" is a red picture of that size, all else is broken. Each
+    /// that is read is counted.
+    void CopyFiles(const QStringList& names);
+
+    int m_FilesRead = 0;
 };
+
+void TestClipboardList::CopyFiles(const QStringList& names)
+{
+    m_FilesRead = 0;
+    MimeFileReader::Set([](const QString&) { return true; },
+                        [this](const QString& path) {
+                            ++m_FilesRead;
+                            const QStringList sides = QFileInfo(path).baseName().split('x');
+                            if (sides.size() != 2) return LXImage32();
+                            LXImage32 image(sides[0].toInt(), sides[1].toInt());
+                            image.Fill(LXRGBA32i(0xFFFF0000u));
+                            return image;
+                        });
+    QList<QUrl> urls;
+    for (const QString& name : names)
+        urls.append(QUrl::fromLocalFile("/pictures/" + name));
+    auto* content = new QMimeData; // the clipboard takes it
+    content->setUrls(urls);
+    QGuiApplication::clipboard()->setMimeData(content);
+}
 
 void TestClipboardList::CopyRects(const QList<QRect>& rects)
 {
@@ -194,6 +241,155 @@ void TestClipboardList::aCopyThatMissesDoesNotHideTheNextImageFromOutside()
     CopyRects({{0, 0, 10, 10}});
     PutForeign(QImage(9, 6, QImage::Format_ARGB32));
     QCOMPARE(List()->rowCount(), 1);
+}
+
+void TestClipboardList::pixelsOfTheSameChecksumAreAnotherRow()
+{
+    // The difference is the checksum's own polynomial, which it can't see.
+    QImage one(2, 1, QImage::Format_ARGB32);
+    one.fill(0xFF808080u);
+    QImage other = one;
+    other.setPixel(0, 0, 0xFF808080u ^ 0xDB710641u);
+    other.setPixel(1, 0, 0xFF808080u ^ 1u);
+    QCOMPARE(ClipboardPixels::Checksum(one), ClipboardPixels::Checksum(other));
+    PutForeign(one);
+    PutForeign(other);
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(CurrentRow(), 1);
+    PutForeign(one);
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(CurrentRow(), 0);
+}
+
+void TestClipboardList::theSamePixelsFromOutsideKeepTheirPlace()
+{
+    CopyRects({{1, 2, 7, 5}, {20, 10, 4, 4}});
+    QImage same(7, 5, QImage::Format_ARGB32);
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 7; ++x)
+            same.setPixel(x, y, Begun(x + 1, y + 2).value);
+    }
+    PutForeign(same);
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(CurrentRow(), 0);
+    QCOMPARE(List()->item(0)->data(ClipboardRole::Origin).toPoint(), QPoint(1, 2));
+
+    // Copied elsewhere in the picture, they lie there.
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 7; ++x)
+            Document()->GetLayerImage(1)->SetColor(x + 25, y + 20, Begun(x + 1, y + 2));
+    }
+    CopyRects({{25, 20, 7, 5}});
+    QCOMPARE(List()->rowCount(), 2);
+    QCOMPARE(List()->item(0)->data(ClipboardRole::Origin).toPoint(), QPoint(25, 20));
+}
+
+void TestClipboardList::theOwnPictureComesBackScaledAsItself()
+{
+    LXImage32 wide(6000, 2);
+    wide.Fill(LXRGBA32i(0xFF00FF00u));
+    Document()->SetDocumentSize({6000, 2});
+    Document()->SetLayerImage(1, wide, {});
+    CopyRects({{0, 0, 6000, 2}});
+    // As a program does that keeps what was copied.
+    const QImage offered = SystemImage();
+    QCOMPARE(offered.size(), QSize(5000, 1));
+    PutForeign(offered);
+    QCOMPARE(List()->rowCount(), 1);
+    CopyRects({{0, 0, 4, 2}});
+    PutForeign(QImage(9, 6, QImage::Format_ARGB32));
+    QCOMPARE(List()->rowCount(), 3);
+
+    m_pPanel->GetClipboardSelection()->setCurrentIndex(List()->index(0, 0),
+                                                       QItemSelectionModel::ClearAndSelect);
+    m_pTool->OnCopyToSystemClipboard();
+    PutForeign(offered);
+    QCOMPARE(List()->rowCount(), 3);
+    QCOMPARE(CurrentRow(), 0);
+}
+
+void TestClipboardList::aFailedCopyLeavesTheRowThatWasCurrent()
+{
+    CopyRects({{0, 0, 4, 4}});
+    m_pFixture->Widget()->hide();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolCopy\""));
+    Select({5, 5, 5, 5});
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    BoxesDuring([this] { m_pTool->Copy(); });
+    FaultSeams::Reset();
+    m_pTool->Paste();
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nPasted"));
+}
+
+void TestClipboardList::filesAreReadWhenTheyArePasted_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("Paste") << "Paste";
+    QTest::newRow("New layer") << "New layer";
+    QTest::newRow("Paste as a new image") << "Paste as a new image";
+}
+
+void TestClipboardList::filesAreReadWhenTheyArePasted()
+{
+    QFETCH(QString, action);
+    const std::unique_ptr<LXMdiArea> area(LXDocumentManager::GetDocumentArea());
+    CopyRects({{0, 0, 4, 4}});
+    Document()->SetSelectionMask({}, {});
+    CopyFiles({"3x3.png", "7x5.png"});
+    QCOMPARE(m_FilesRead, 0);
+    QCOMPARE(List()->rowCount(), 1);
+    QCOMPARE(CurrentRow(), -1);
+    QVERIFY(Action(action)->isEnabled());
+
+    Action(action)->trigger();
+    QCOMPARE(m_FilesRead, 2);
+    QCOMPARE(List()->rowCount(), 3);
+    QCOMPARE(CurrentRow(), 2);
+    QCOMPARE(Cell(2, 1), QString("Untitled 3\n7x5 px"));
+    const QList<LXDocumentInterface*> made = LXDocumentManager::Instance()->GetDocuments();
+    if (made.isEmpty()) {
+        QCOMPARE(m_pFixture->Pixel(16, 12), 0xFFFF0000u);
+    } else {
+        QCOMPARE(made.first()->GetDocumentSize(), QSize(7, 5));
+        return;
+    }
+    // Once.
+    Action(action)->trigger();
+    QCOMPARE(m_FilesRead, 2);
+}
+
+void TestClipboardList::aChosenRowCountsBeforeFiles()
+{
+    CopyRects({{0, 0, 4, 4}});
+    CopyFiles({"7x5.png"});
+    m_pPanel->GetClipboardSelection()->setCurrentIndex(List()->index(0, 0),
+                                                       QItemSelectionModel::ClearAndSelect);
+    m_pTool->Paste();
+    QCOMPARE(m_FilesRead, 0);
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nPasted"));
+}
+
+void TestClipboardList::afterTheFilesTheLastRowIsCurrent()
+{
+    CopyRects({{0, 0, 4, 4}, {5, 5, 4, 4}});
+    CopyFiles({"7x5.png"});
+    QGuiApplication::clipboard()->setText("words");
+    QCOMPARE(CurrentRow(), 1);
+    m_pTool->Paste();
+    QCOMPARE(m_FilesRead, 0);
+    QCOMPARE(Cell(1, 3), QString("ARGB32\nPasted"));
+}
+
+void TestClipboardList::filesThatCantBeReadPasteNothing()
+{
+    CopyRects({{0, 0, 4, 4}});
+    CopyFiles({"broken.png"});
+    m_pTool->Paste();
+    m_pTool->PasteAsNewLayer();
+    m_pTool->PasteAsNew();
+    QCOMPARE(m_FilesRead, 1);
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(Layers()->rowCount(), 1);
 }
 
 void TestClipboardList::deletingGoesToTheNextRow()

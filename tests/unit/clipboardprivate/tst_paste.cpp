@@ -9,6 +9,7 @@
 #include "utils/FaultSeams.h"
 
 #include <QAbstractEventDispatcher>
+#include <QAction>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSemaphore>
@@ -108,6 +109,9 @@ private slots:
     void aNewLayerIsOneStep();
     void aNewLayerStaysInsideTheSelection();
     void withoutAHistoryTheNewLayerComes();
+    void aFailedNewLayerLeavesNoLayer_data();
+    void aFailedNewLayerLeavesNoLayer();
+    void aNewLayerKeepsToTheOrderOfLayers();
     void aNewImageHoldsThePicture();
 
 private:
@@ -501,6 +505,49 @@ void TestPaste::withoutAHistoryTheNewLayerComes()
     QCOMPARE(Layers()->rowCount(), 2);
     QCOMPARE(m_pFixture->Pixel(15, 12), Red.value);
     m_pTool->SetDocumentView(nullptr);
+}
+
+void TestPaste::aFailedNewLayerLeavesNoLayer_data()
+{
+    QTest::addColumn<bool>("history");
+    QTest::newRow("with a history") << true;
+    QTest::newRow("without one") << false;
+}
+
+void TestPaste::aFailedNewLayerLeavesNoLayer()
+{
+    QFETCH(bool, history);
+    PutForeign(Filled({9, 6}, Red.value));
+    ZKDocumentWidget bare(Document(), nullptr);
+    bare.GetView()->GetLayerSelection()->select(Layers()->index(0, 0), QItemSelectionModel::ClearAndSelect);
+    IDocumentView view;
+    view.SetDocumentWidget(&bare);
+    if (!history) m_pTool->SetDocumentView(&view);
+    m_pFixture->Widget()->hide();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolPaste\""));
+    // The memory is gone as soon as the layer stands.
+    const auto connection = connect(Layers(), &QAbstractItemModel::rowsInserted, m_pTool.get(),
+                                    [] { FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1); });
+    QCOMPARE(BoxesDuring([this] { m_pTool->PasteAsNewLayer(); }),
+             QStringList({"Operation error: Cannot paste. Unexpected error occurred."}));
+    QObject::disconnect(connection);
+    QCOMPARE(Layers()->rowCount(), 1);
+    CheckLayerIsAsBegun();
+    QCOMPARE(HistoryTexts(), QStringList());
+    QVERIFY(!m_pFixture->History().isMacroOpen());
+    m_pTool->SetDocumentView(nullptr);
+}
+
+void TestPaste::aNewLayerKeepsToTheOrderOfLayers()
+{
+    PutForeign(Filled({9, 6}, Red.value));
+    m_pFixture->View()->BlockLayerOrderOperations(true);
+    QVERIFY(!Action("New layer")->isEnabled());
+    QVERIFY(Action("Paste")->isEnabled());
+    m_pTool->PasteAsNewLayer();
+    QCOMPARE(Layers()->rowCount(), 1);
+    m_pFixture->View()->BlockLayerOrderOperations(false);
+    QVERIFY(Action("New layer")->isEnabled());
 }
 
 void TestPaste::aNewImageHoldsThePicture()
