@@ -162,6 +162,7 @@ void ClipboardMenu::OpenAsNew()
     WithPicture([](const Copied& copied) {
         Picture picture;
         picture.image = copied.image;
+        picture.iccProfile = copied.image.m_Profile.GetData();
         LXDocumentInterface* document = PictureFile::MakeDocument(picture, tr("From clipboard"));
         if (!document) throw std::bad_alloc();
         if (!LXDocumentManager::Instance()->AddDocument(document)) {

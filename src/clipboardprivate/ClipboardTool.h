@@ -150,6 +150,7 @@ private:
     void CopySelection();
     void CutSelection(const Target& target);
     void AddRow(const LXImage32& image, const QVariant& origin, const QString& what);
+    void RefreshRow(int row, const LXImage32& image, const QVariant& origin);
     QList<QStandardItem*> MakeRow(const ClipboardItem& item, const QVariant& origin,
                                   const QString& what) const;
     void MakeCurrent(int row);

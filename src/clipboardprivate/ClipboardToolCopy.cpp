@@ -119,13 +119,14 @@ void ClipboardTool::CopySelection()
     const Target target{static_cast<unsigned int>(layer),
                         IsMaskTarget(layer) ? PaintTarget::Mask : PaintTarget::Layer};
     const ClipboardPixels::Placed source = ReadPixels(target);
-    const ClipboardPixels::Placed lifted = target.pixels == PaintTarget::Mask
-                                               ? ClipboardPixels::LiftMask(source, ReadSelection())
-                                               : ClipboardPixels::Lift(source, ReadSelection());
+    ClipboardPixels::Placed lifted = target.pixels == PaintTarget::Mask
+                                         ? ClipboardPixels::LiftMask(source, ReadSelection())
+                                         : ClipboardPixels::Lift(source, ReadSelection());
     const bool isCut = std::exchange(m_bCutPending, false);
     // A selection beside the layer holds no pixel.
     if (lifted.image.IsNull()) return;
 
+    lifted.image.m_Profile = m_pDocument->GetICCProfile();
     AddRow(lifted.image, lifted.topLeft, isCut ? tr("Cut") : tr("Copied"));
     UpdateActions(HasItems());
     PutOnSystemClipboard(lifted.image);
@@ -209,7 +210,7 @@ void ClipboardTool::AddRow(const LXImage32& image, const QVariant& origin, const
     const int known = FindItem(item);
     if (known >= 0) {
         // Back from another program they come without a place.
-        if (origin.isValid()) m_pModel->item(known)->setData(origin, ClipboardRole::Origin);
+        if (origin.isValid()) RefreshRow(known, image, origin);
         MakeCurrent(known);
         return;
     }
@@ -219,6 +220,15 @@ void ClipboardTool::AddRow(const LXImage32& image, const QVariant& origin, const
     m_CurrentRow = -1;
     m_pModel->appendRow(row);
     MakeCurrent(m_Items.size() - 1);
+}
+
+void ClipboardTool::RefreshRow(int row, const LXImage32& image, const QVariant& origin)
+{
+    // The same values may be other colors.
+    m_Items[row].m_Image = image;
+    QStandardItem* picture = m_pModel->item(row);
+    picture->setData(QVariant::fromValue(image), ClipboardRole::Image);
+    picture->setData(origin, ClipboardRole::Origin);
 }
 
 QList<QStandardItem*> ClipboardTool::MakeRow(const ClipboardItem& item, const QVariant& origin,

@@ -140,6 +140,7 @@ void ClipboardTool::MakeDocument(const ClipboardItem& item)
     std::unique_ptr<LXDocumentInterface, Release> document(
         LXDocumentFactory::Instance()->Create(LXDocumentInterface::Argb32));
     document->SetDocumentSize(image.Rect().size());
+    document->SetICCProfile(image.m_Profile);
     document->SetDocumentName(QFileInfo(item.m_Name).fileName());
     document->AddLayer(tr("Background layer"), image, {});
     if (!LXDocumentManager::Instance()->AddDocument(document.get())) return;

@@ -57,7 +57,7 @@ void MaskPasteProgress::Convert()
     m_Result = LXImage32(m_ResultRect.width(), m_ResultRect.height());
     if (m_bGroundOpaque) m_Result.Fill(OpaqueGround);
     TakeOverMask();
-    PaintItem();
+    if (!IsStopped()) PaintItem();
 }
 
 template <class Visit>

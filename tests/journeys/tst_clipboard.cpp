@@ -10,11 +10,13 @@
 #include "guicore/LXMessageBox.h"
 #include "history/LexoUndoStack.h"
 #include "image/LXImage.h"
+#include "image/ZKCMSProfile.h"
 #include "scripting/InputDriver.h"
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QBuffer>
 #include <QClipboard>
@@ -48,6 +50,8 @@ private slots:
     void aPasteToAMaskIsCancelledInTheDialog();
     void aPasteOfTheLastPictureIntoAnotherDocument();
     void pasteAsANewImage();
+    void whatHasAButtonHasAnIcon();
+    void aNewPictureFromTheClipboardKeepsTheProfile();
     void theSystemClipboardIsEmptyAfterTheEnd();
 };
 
@@ -297,7 +301,12 @@ void TestClipboard::aPasteToAMaskIsCancelledInTheDialog()
     FaultSeams::Reset();
     QCOMPARE(editor.GetInput().CountWaitingActions(), 0);
     QCOMPARE(editor.HistoryTexts(), QStringList());
-    QCOMPARE(editor.Document()->GetMaskImage(1)->GetColor(700, 600).Alpha(), 255);
+    bool isWhole = true;
+    for (int y = 0; y < 1200; ++y) {
+        for (int x = 0; x < 1500; ++x)
+            isWhole = isWhole && editor.Document()->GetMaskImage(1)->GetColor(x, y).Alpha() == 255;
+    }
+    QVERIFY(isWhole);
     editor.Settle();
 
     editor.Press(Qt::Key_V);
@@ -333,6 +342,26 @@ void TestClipboard::pasteAsANewImage()
     QCOMPARE(editor.Document()->GetDocumentName(), QString("Untitled 1"));
     QVERIFY(editor.Window()->isWindowModified());
     QCOMPARE(editor.Pixel(9, 7), Red);
+}
+
+void TestClipboard::whatHasAButtonHasAnIcon()
+{
+    Journey editor(60, 40);
+    const QList<QAction*> actions = LayersWidget::GetInstance()->GetClipboardActions();
+    QCOMPARE(actions.size(), 3);
+    for (const QAction* action : actions)
+        QVERIFY2(!action->icon().pixmap(16, 16).isNull(), qPrintable(action->text()));
+}
+
+void TestClipboard::aNewPictureFromTheClipboardKeepsTheProfile()
+{
+    Journey editor(60, 40, Qt::red);
+    editor.Document()->SetICCProfile(ZKCMSProfile("a profile"));
+    editor.Select({0, 0, 10, 8});
+    editor.PressAndWait(Qt::Key_C, 1);
+    editor.Window()->findChild<QAction*>("newFromClipboardAction")->trigger();
+    QCOMPARE(editor.Document()->GetDocumentSize(), QSize(10, 8));
+    QCOMPARE(editor.Document()->GetICCProfile().GetData(), QByteArray("a profile"));
 }
 
 void TestClipboard::theSystemClipboardIsEmptyAfterTheEnd()

@@ -43,6 +43,7 @@ private slots:
     void anImageFromOutsideIsARow();
     void anImageFromOutsideIsImportedWhileTheProgramIsNotInFront();
     void anImageFromOutsideKeepsItsColorsUnderSmallAlphas();
+    void anImageFromOutsideThatFindsNoMemoryIsNoRow();
     void textFromOutsideIsNoRow();
     void anImageThatComesWithTextIsNoRow();
     void theToolsOwnCopyIsNoRowOfItsOwn();
@@ -207,6 +208,19 @@ void TestClipboardList::anImageFromOutsideKeepsItsColorsUnderSmallAlphas()
         QCOMPARE(ItemImage(0).GetColor(x, 0).value, image.pixel(x, 0));
 }
 
+void TestClipboardList::anImageFromOutsideThatFindsNoMemoryIsNoRow()
+{
+    QImage image(9, 6, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolCopy\""));
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    PutForeign(image);
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(OpenActions(), QStringList());
+    PutForeign(image);
+    QCOMPARE(List()->rowCount(), 1);
+}
+
 void TestClipboardList::textFromOutsideIsNoRow()
 {
     QGuiApplication::clipboard()->setText("words");
@@ -303,6 +317,7 @@ void TestClipboardList::theOwnPictureComesBackScaledAsItself()
     m_pPanel->GetClipboardSelection()->setCurrentIndex(List()->index(0, 0),
                                                        QItemSelectionModel::ClearAndSelect);
     m_pTool->OnCopyToSystemClipboard();
+    QCOMPARE(SystemImage().size(), QSize(5000, 1));
     PutForeign(offered);
     QCOMPARE(List()->rowCount(), 3);
     QCOMPARE(CurrentRow(), 0);

@@ -5,6 +5,7 @@
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
+#include "image/LXAdjustment.h"
 #include "support/TestRegistry.h"
 
 #include <QAbstractEventDispatcher>
@@ -42,6 +43,10 @@ private slots:
     void aSelectionThatComesUnderTheLockOpensNothing();
     void aMaskAsTargetOpensPaste();
     void anEmptyListSwitchesPasteOff();
+    void layersWithoutPixelsTakeAPasteOnTheirMaskAlone_data();
+    void layersWithoutPixelsTakeAPasteOnTheirMaskAlone();
+    void anAdjustmentOpensCopyWithoutASelection();
+    void everyStartLetsTheSystemClipboardSpeak();
 
     void aKeyBeginsAfterAMoment();
     void aRepeatedKeyMakesOneCopy();
@@ -240,6 +245,63 @@ void TestClipboardTool::anEmptyListSwitchesPasteOff()
     m_pTool->Copy();
     m_pTool->Delete();
     QCOMPARE(OpenActions(), QStringList({"Copy", "Copy Merged", "Cut"}));
+}
+
+void TestClipboardTool::layersWithoutPixelsTakeAPasteOnTheirMaskAlone_data()
+{
+    QTest::addColumn<bool>("adjustment");
+    QTest::newRow("text") << false;
+    QTest::newRow("adjustment") << true;
+}
+
+void TestClipboardTool::layersWithoutPixelsTakeAPasteOnTheirMaskAlone()
+{
+    QFETCH(bool, adjustment);
+    Select({0, 0, 5, 5});
+    m_pTool->Copy();
+    if (adjustment) {
+        Document()->AddAdjustmentLayer("above", LXAdjustment());
+    } else {
+        Document()->AddTextLayer("above", {});
+    }
+    m_pFixture->SelectLayers({0});
+    QVERIFY(!Action("Paste")->isEnabled());
+    QVERIFY(!Action("New layer")->isEnabled());
+    QVERIFY(Action("New image")->isEnabled());
+    m_pTool->Paste();
+    QCOMPARE(HistoryTexts(), QStringList());
+
+    GiveMask(255, true);
+    QVERIFY(Action("Paste")->isEnabled());
+    QVERIFY(Action("New layer")->isEnabled());
+    Layers()->SetMaskSelected(0, false);
+    QVERIFY(!Action("Paste")->isEnabled());
+    QVERIFY(!Action("New layer")->isEnabled());
+}
+
+void TestClipboardTool::anAdjustmentOpensCopyWithoutASelection()
+{
+    Document()->AddAdjustmentLayer("above", LXAdjustment());
+    m_pFixture->SelectLayers({0});
+    QCOMPARE(OpenActions(), QStringList({"Copy", "Copy Merged", "Cut"}));
+    // There is nothing to copy, and nobody is told.
+    m_pTool->Copy();
+    m_pTool->Cut();
+    m_pTool->StartCopyMerged();
+    QTRY_VERIFY(!IsWaiting());
+    QCOMPARE(List()->rowCount(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestClipboardTool::everyStartLetsTheSystemClipboardSpeak()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    for (const auto start :
+         {&ClipboardTool::StartCopy, &ClipboardTool::StartCopyMerged, &ClipboardTool::StartCut}) {
+        clipboard->blockSignals(true);
+        (m_pTool.get()->*start)();
+        QVERIFY(!clipboard->signalsBlocked());
+    }
 }
 
 void TestClipboardTool::aKeyBeginsAfterAMoment()

@@ -5,6 +5,7 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -220,6 +221,11 @@ void TestMaskPaste::theDialogShowsWhatTheWorkerTells()
     QCOMPARE(progress.Execute(), 1);
     progress.WaitForFinished();
     QCoreApplication::processEvents();
+    QStringList shown;
+    const QList<QLabel*> labels = progress.findChildren<QLabel*>();
+    for (const QLabel* label : labels)
+        shown.append(label->text());
+    QVERIFY2(shown.contains(SecondPass), qPrintable(shown.join('|')));
     QCOMPARE(progress.GetProgressMaximum(), 4);
     QCOMPARE(progress.GetProgressPos(), 4);
 }
@@ -255,6 +261,7 @@ void TestMaskPaste::cancelledWorkAnswersSo()
     QVERIFY(lines.contains(pass));
     QCOMPARE(lines.mid(lines.indexOf(pass) + 1, 4), (QStringList{"0-4", "0", "1", "2"}));
     QCOMPARE(lines.count("3"), pass == SecondPass ? 1 : 0);
+    QCOMPARE(lines.contains(SecondPass), pass == SecondPass);
     QCOMPARE(TestImages::Difference(TestImages::ToPlain(m_Mask.image), m_PlainMask), QString());
 }
 

@@ -5,6 +5,7 @@
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
+#include "image/ZKCMSProfile.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
@@ -113,6 +114,8 @@ private slots:
     void aFailedNewLayerLeavesNoLayer();
     void aNewLayerKeepsToTheOrderOfLayers();
     void aNewImageHoldsThePicture();
+    void aNewImageKeepsTheProfile();
+    void aFailureOnTheWorkerIsToldAndLeavesTheMask();
 
 private:
     void CheckLayerIsAsBegun();
@@ -564,6 +567,41 @@ void TestPaste::aNewImageHoldsThePicture()
     QCOMPARE(made->GetModel()->GetName(0), QString("Background layer"));
     QCOMPARE(made->GetLayerImage(1)->GetColor(8, 5).value, HalfRed.value);
     QCOMPARE(made->GetDocumentState(), 1);
+}
+
+void TestPaste::aNewImageKeepsTheProfile()
+{
+    const std::unique_ptr<LXMdiArea> area(LXDocumentManager::GetDocumentArea());
+    Select({1, 2, 5, 5});
+    m_pTool->Copy();
+    // The same values, but other colors.
+    Document()->SetICCProfile(ZKCMSProfile("a profile"));
+    m_pTool->Copy();
+    QCOMPARE(List()->rowCount(), 1);
+    m_pTool->PasteAsNew();
+    PutForeign(Filled({9, 6}, Red.value));
+    m_pTool->PasteAsNew();
+    QList<QByteArray> profiles;
+    const QList<LXDocumentInterface*> made = LXDocumentManager::Instance()->GetDocuments();
+    for (const LXDocumentInterface* document : made)
+        profiles.append(document->GetICCProfile().GetData());
+    QCOMPARE(profiles, (QList<QByteArray>{"a profile", ""}));
+}
+
+void TestPaste::aFailureOnTheWorkerIsToldAndLeavesTheMask()
+{
+    GiveMask(200, true);
+    PutForeign(Filled({9, 6}, Red.value));
+    m_pFixture->Widget()->hide();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolPaste\""));
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QCOMPARE(BoxesDuring([this] { m_pTool->Paste(); }),
+             QStringList({"Operation error: Cannot paste. Unexpected error occurred."}));
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(MaskValue(15, 12), 200);
+    QCOMPARE(Cell(0, 3), QString("ARGB32\nCopied"));
+    m_pTool->Paste();
+    QCOMPARE(HistoryTexts(), QStringList("Paste"));
 }
 
 ZK_REGISTER_TEST(tst_paste, TestPaste)
