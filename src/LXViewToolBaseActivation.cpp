@@ -57,7 +57,8 @@ bool LXViewToolBase::ActivateOnView()
 {
     if (m_pDocumentView->GetState() & IDocumentView::LockBit) return false;
 
-    m_Cursor = m_pDocumentView->Cursor();
+    // The hand of a view that is being moved is not for keeping.
+    m_Cursor = m_pDocumentView->IsPanning() ? QCursor() : m_pDocumentView->Cursor();
     if (!m_bFilterAlways) InstallFilter(m_pDocumentView->Scene());
     if (m_pView) {
         ConnectPanning();

@@ -7,6 +7,7 @@
 #include "document/LayerLocks.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
+#include "gui/LXShortcut.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/ZKDocumentView.h"
 #include "guicore/LXMessageBox.h"
@@ -15,8 +16,13 @@
 #include "history/SelectionCommandData.h"
 #include "scripting/InputDriver.h"
 
+#include <QAbstractEventDispatcher>
+#include <QAction>
 #include <QApplication>
+#include <QCursor>
 #include <QItemSelectionModel>
+#include <QKeySequence>
+#include <QList>
 #include <QMatrix4x4>
 #include <QPainterPath>
 
@@ -51,6 +57,27 @@ LayerState RandomLayer(DocumentFixture::Random& random, int number, const QSize&
     return layer;
 }
 
+QList<QKeySequence> NudgeKeys()
+{
+    QList<QKeySequence> keys;
+    for (const int key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
+        for (const int modifiers : {0, int(Qt::SHIFT), int(Qt::ALT), int(Qt::SHIFT + Qt::ALT)}) {
+            keys.append(QKeySequence(Qt::CTRL + modifiers + key));
+        }
+    }
+    return keys;
+}
+
+/// Whether the view's own scrolling has a timer running.
+bool IsScrolling(const ZKDocumentView* view)
+{
+    const QObjectList children = view->children();
+    return std::any_of(children.begin(), children.end(), [](QObject* child) {
+        return child->inherits("ViewAutoscroll") &&
+               !QAbstractEventDispatcher::instance()->registeredTimers(child).isEmpty();
+    });
+}
+
 bool HasOverlay(const LXDocumentInterface* document)
 {
     for (int row = 0; row < document->GetModel()->rowCount(); ++row) {
@@ -67,6 +94,9 @@ MoveSoak::MoveSoak(unsigned int seed) : m_Random(seed)
     AddPicture({64, 48});
     AddPicture({150, 140});
     m_Editor.GetInput().Key(Qt::Key_V);
+    for (const char* help : {"snapAction", "showDragOffsetAction"}) {
+        m_Editor.Window()->findChild<QAction*>(help)->trigger();
+    }
 }
 
 MoveSoak::~MoveSoak()
@@ -113,7 +143,7 @@ QString MoveSoak::Act()
 {
     if (m_bPressed) return ActPressed();
 
-    switch (Pick(0, 15)) {
+    switch (Pick(0, 17)) {
     case 0:
     case 1:
     case 2:
@@ -129,6 +159,8 @@ QString MoveSoak::Act()
     case 12: return ChangeMaskTarget();
     case 13:
     case 14: return SelectRectangle();
+    case 15: return ClickTwice();
+    case 16: return PanWithTheMoveKey();
     default: return ChangeView();
     }
 }
@@ -169,6 +201,27 @@ QString MoveSoak::Press()
     m_bPressed = input.GetButtons() != Qt::NoButton;
     if (!m_bPressed) input.HoldModifiers(Qt::NoModifier);
     return QString("press at %1 with %2").arg(PointText(point)).arg(int(modifiers), 0, 16);
+}
+
+QString MoveSoak::ClickTwice()
+{
+    const QPointF point = PickPoint();
+    m_Editor.GetInput().DoubleClickInScene(Current().view, point);
+    m_Editor.Settle();
+    return "two clicks at " + PointText(point);
+}
+
+QString MoveSoak::PanWithTheMoveKey()
+{
+    InputDriver& input = m_Editor.GetInput();
+    Current().view->setFocus();
+    input.KeyDown(Qt::Key_Space);
+    input.HoldModifiers(Qt::ControlModifier);
+    const bool isPanLonger = Pick(0, 1) == 0;
+    if (isPanLonger) input.HoldModifiers(Qt::NoModifier);
+    input.KeyUp(Qt::Key_Space);
+    input.HoldModifiers(Qt::NoModifier);
+    return isPanLonger ? QString("Ctrl while panning") : QString("Ctrl beyond panning");
 }
 
 QString MoveSoak::NudgeByKey()
@@ -272,9 +325,24 @@ QString MoveSoak::Fault() const
         const QString fault = FaultOf(picture);
         if (!fault.isEmpty()) return picture.document->GetDocumentName() + ": " + fault;
     }
-    if (m_bPressed) return {};
+    return m_bPressed ? QString() : FaultAtRest();
+}
+
+QString MoveSoak::FaultAtRest() const
+{
     if (!LexoAppKeyHook::instance()->AreShortcutsEnabled()) return "the shortcuts are off";
     if (QGuiApplication::overrideCursor()) return "a cursor is left";
+    for (const LXShortcut* shortcut : m_Editor.Window()->findChildren<LXShortcut*>()) {
+        const bool isNudge = NudgeKeys().contains(shortcut->Key());
+        if (isNudge && !shortcut->IsEnabled()) return shortcut->Key().toString() + " is off";
+    }
+    for (const Picture& picture : m_Pictures) {
+        const Qt::CursorShape shape = picture.view->cursor().shape();
+        if (shape == Qt::OpenHandCursor || shape == Qt::ClosedHandCursor) return "a hand is left";
+        const QWidget* tag = picture.view->findChild<QWidget*>("dragOffsetTag");
+        if (tag && tag->isVisible()) return "the way of a drag is left";
+        if (IsScrolling(picture.view)) return "a view goes on scrolling";
+    }
     return {};
 }
 

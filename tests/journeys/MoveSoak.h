@@ -56,6 +56,8 @@ private:
     void AddPicture(const QSize& size);
     QString ActPressed();
     QString Press();
+    QString ClickTwice();
+    QString PanWithTheMoveKey();
     QString NudgeByKey();
     QString ChangeTool();
     QString StepThroughHistory();
@@ -65,6 +67,7 @@ private:
     QString ChangeView();
     QPointF PickPoint();
     QString FaultOf(const Picture& picture) const;
+    QString FaultAtRest() const;
     const Picture& Current() const;
 
     int Pick(int lowest, int highest) { return DocumentFixture::Pick(m_Random, lowest, highest); }

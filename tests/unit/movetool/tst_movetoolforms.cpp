@@ -41,6 +41,7 @@ private slots:
     void aSelectedMaskIsFramedAlone();
     void aLinkedMaskIsFramedWithItsLayer();
     void theFrameFollowsTheDrag();
+    void theFrameOfALinkedMaskFollowsTheDrag();
     void theFrameFollowsWhatIsSelectedAndMoved();
     void withoutRowsThereIsNoFrame();
     void anAdjustmentLayerHasNoFrameButItsMask();
@@ -255,6 +256,19 @@ void TestMoveToolForms::theFrameFollowsTheDrag()
     QCOMPARE(FrameRect(), QRectF(3, 1, 16, 12));
     m_pFixture->History().undo();
     QCOMPARE(FrameRect(), QRectF(0, 0, 16, 12));
+}
+
+void TestMoveToolForms::theFrameOfALinkedMaskFollowsTheDrag()
+{
+    AddMask({0, 0, 4, 4});
+    Model()->SetMaskSelected(0, true);
+    Box()->setChecked(true);
+    const QRectF before = FrameRect();
+    Press({8.5, 8.5});
+    Move({10.5, 9.5});
+    QCOMPARE(FrameRect(), before.translated(2, 1));
+    Release({9.5, 9.5});
+    QCOMPARE(FrameRect(), before.translated(1, 1));
 }
 
 void TestMoveToolForms::theFrameFollowsWhatIsSelectedAndMoved()

@@ -142,6 +142,9 @@ void TestViewToolViews::activationDuringPanningLeavesThePanCursor()
     QCOMPARE(m_pFirst->View()->cursor().shape(), panning);
     m_pFirst->View()->EnablePanning(false);
     QCOMPARE(m_pFirst->View()->cursor().shape(), Qt::CrossCursor);
+    // The hand was none to be brought back.
+    m_pTool->SetDocumentView(nullptr);
+    QCOMPARE(m_pFirst->View()->cursor().shape(), Qt::ArrowCursor);
 }
 
 void TestViewToolViews::deactivationDuringPanningLeavesThePanCursor()
