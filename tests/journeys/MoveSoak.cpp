@@ -24,11 +24,13 @@
 #include <QKeySequence>
 #include <QList>
 #include <QMatrix4x4>
+#include <QMenuBar>
 #include <QPainterPath>
 
 #include <algorithm>
 
 namespace {
+constexpr int DeepestMenu = 4;
 /// Fewer than the editor keeps.
 constexpr int MostSteps = 150;
 
@@ -142,6 +144,7 @@ const MoveSoak::Picture& MoveSoak::Current() const
 QString MoveSoak::Act()
 {
     if (m_bPressed) return ActPressed();
+    LeaveMenus();
 
     switch (Pick(0, 17)) {
     case 0:
@@ -163,6 +166,17 @@ QString MoveSoak::Act()
     case 16: return PanWithTheMoveKey();
     default: return ChangeView();
     }
+}
+
+// Alt that is pressed and let go without a key between goes into the menus, as it does for a person; the next
+// keys would choose there.
+void MoveSoak::LeaveMenus()
+{
+    const QMenuBar* bar = m_Editor.Window()->menuBar();
+    const auto isInMenus = [bar] { return bar->activeAction() || QApplication::activePopupWidget(); };
+    for (int tries = 0; isInMenus() && tries < DeepestMenu; ++tries)
+        m_Editor.GetInput().Key(Qt::Key_Escape);
+    if (bar->hasFocus()) Current().view->setFocus();
 }
 
 QString MoveSoak::ActPressed()

@@ -54,6 +54,7 @@ private:
     };
 
     void AddPicture(const QSize& size);
+    void LeaveMenus();
     QString ActPressed();
     QString Press();
     QString ClickTwice();
