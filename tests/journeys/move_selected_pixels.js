@@ -146,6 +146,21 @@ expect.equal(steps(), ["Cut"])
 isCut()
 done()
 
+step("a paste lands it, on the layer and as a layer")
+const green = "#ff00ff00"
+for (const [key, text] of [["Ctrl+V", "Paste"], ["", "PasteAsNewLayer"]]) {
+    float()
+    faults.putForeignImage(4, 4, green)
+    if (key) input.key(key)
+    else menus.trigger("Edit/Paste as/New layer")
+    idle()
+    expect.equal(steps(), ["Cut", text])
+    expect.equal([picture.state, seen()], [0, [nothing, blue]])
+    undo()
+    isCut()
+    done()
+}
+
 step("a change of the selection lands it")
 float()
 menus.trigger("Selection/Invert selection")

@@ -88,6 +88,7 @@ private slots:
     void aSoftSelectionMixes();
     void lockedTransparencyKeepsTheLayersShape();
     void lockedTransparencyKeepsTheLayersShapeInASelection();
+    void lockedTransparencyCountsTheLayerAloneInASoftSelection();
     void aLockedLayerIsTold_data();
     void aLockedLayerIsTold();
     void aSelectionBesideTheLayerIsAStepWithoutAChange();
@@ -220,6 +221,16 @@ void TestPaste::lockedTransparencyKeepsTheLayersShapeInASelection()
     m_pTool->Paste();
     QCOMPARE(m_pFixture->Pixel(5, 5), Red.value);
     QCOMPARE(m_pFixture->Pixel(6, 5), 0u);
+}
+
+void TestPaste::lockedTransparencyCountsTheLayerAloneInASoftSelection()
+{
+    Layers()->SetLockFlags(0, LayerLocks::Transparency);
+    PutForeign(Filled({9, 6}, Red.value));
+    Select({0, 0, 9, 6}, 51);
+    m_pTool->Paste();
+    // Without the lock one fifth of it; the layer is opaque, and that is what counts.
+    QCOMPARE(m_pFixture->Pixel(0, 0), Red.value);
 }
 
 void TestPaste::aLockedLayerIsTold_data()
