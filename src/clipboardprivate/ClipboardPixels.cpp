@@ -136,9 +136,10 @@ unsigned int ClipboardPixels::Checksum(const LXImage32& image)
 unsigned int ClipboardPixels::Checksum(const QImage& image)
 {
     unsigned int crc = Utils::CRC32(0, nullptr, 0);
-    for (int y = 0; y < image.height(); ++y)
+    for (int y = 0; y < image.height(); ++y) {
         crc = Utils::CRC32(crc, image.constScanLine(y),
                            static_cast<unsigned int>(image.width()) * sizeof(QRgb));
+    }
     return crc;
 }
 
