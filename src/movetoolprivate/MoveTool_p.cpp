@@ -362,13 +362,13 @@ bool MoveToolPrivate::eventFilter(QObject* object, QEvent* event)
     // Never eats an event: scene items live on the same ones.
     if (!m_pDocumentView || object != m_pDocumentView->Scene()) return false;
 
-    const auto* mouse = static_cast<const QGraphicsSceneMouseEvent*>(event);
+    const auto mouse = [event] { return static_cast<const QGraphicsSceneMouseEvent*>(event); };
     switch (event->type()) {
     case QEvent::GraphicsSceneMousePress:
     // The second press of two quick ones.
-    case QEvent::GraphicsSceneMouseDoubleClick: OnPress(mouse); break;
-    case QEvent::GraphicsSceneMouseMove: OnMove(mouse); break;
-    case QEvent::GraphicsSceneMouseRelease: OnRelease(mouse); break;
+    case QEvent::GraphicsSceneMouseDoubleClick: OnPress(mouse()); break;
+    case QEvent::GraphicsSceneMouseMove: OnMove(mouse()); break;
+    case QEvent::GraphicsSceneMouseRelease: OnRelease(mouse()); break;
     default: break;
     }
     return false;
