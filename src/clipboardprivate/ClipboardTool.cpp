@@ -177,7 +177,6 @@ bool ClipboardTool::SetDocumentView(IDocumentView* view)
 {
     EndStartInView(view ? view->GetDocumentView() : nullptr);
     DisconnectView();
-    m_pDocumentView = view;
     if (view) ConnectView(view->GetDocumentView());
     UpdateAllActions();
     return true;

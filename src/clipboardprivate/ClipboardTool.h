@@ -197,7 +197,6 @@ private:
     std::unique_ptr<QMenu> m_pPasteAsMenu;
     MainMenuEntries m_Entries;
 
-    IDocumentView* m_pDocumentView = nullptr;
     QPointer<LXDocumentInterface> m_pDocument;
     QPointer<ZKDocumentView> m_pView;
     QPointer<QItemSelectionModel> m_pLayerSelection;

@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 #include <QMainWindow>
 #include <QSignalSpy>
 #include <QTest>
@@ -32,7 +33,7 @@ private slots:
     void theMenuEntriesStandInEdit();
     void theToolAnswersToItsInterfaces();
     void thePanelGetsTheLastThreeActions();
-    void theHostsObjectsAreKept();
+    void objectsOfTheHostDontReplaceTheList();
 
     void nothingIsOnWithoutAView();
     void copyNeedsASelection();
@@ -147,16 +148,23 @@ void TestClipboardTool::thePanelGetsTheLastThreeActions()
     QCOMPARE(List()->columnCount(), 2);
 }
 
-void TestClipboardTool::theHostsObjectsAreKept()
+void TestClipboardTool::objectsOfTheHostDontReplaceTheList()
 {
-    // Nobody asks for them back: handing them over has to be harmless, also when they go first.
+    const QStandardItemModel* own = List();
+    QVERIFY(own);
     {
         QStandardItemModel model;
         QItemSelectionModel selection(&model);
         m_pTool->SetClipboardModel(&model, &selection);
+        QVERIFY(List() == own);
+        QImage picture(3, 3, QImage::Format_ARGB32);
+        picture.fill(Qt::red);
+        PutForeign(picture);
+        QCOMPARE(own->rowCount(), 1);
+        QCOMPARE(model.rowCount(), 0);
     }
     m_pTool->SetClipboardModel(nullptr, nullptr);
-    QVERIFY(List());
+    QVERIFY(List() == own);
 }
 
 void TestClipboardTool::nothingIsOnWithoutAView()
