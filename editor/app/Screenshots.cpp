@@ -13,22 +13,22 @@
 #include "app/PreferencesDialog.h"
 #include "app/SaveSelectionDialog.h"
 #include "app/Tour.h"
+#include "app/WidgetGallery.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "gui/AdjustmentPanel.h"
-#include "gui/LXFillOptionsDialog.h"
 #include "gui/LXMdiArea_p.h"
-#include "gui/LXOperationProgressDlg.h"
 #include "gui/LayersWidget.h"
 #include "gui/ZKDocumentView.h"
-#include "guicore/LXMessageBox.h"
 #include "scripting/InputDriver.h"
 
+#include <QAbstractItemModel>
 #include <QAction>
 #include <QBrush>
 #include <QColorDialog>
 #include <QDir>
 #include <QDockWidget>
+#include <QEventLoop>
 #include <QFont>
 #include <QGuiApplication>
 #include <QMenu>
@@ -37,6 +37,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThreadPool>
+#include <QTimer>
 #include <QToolButton>
 
 #include <algorithm>
@@ -110,7 +111,7 @@ bool Screenshots::TakeInLook(const QString& look)
     m_Editor.GetWindow()->resize(WindowSize);
     m_Editor.GetWindow()->GetPanels()->Reset();
     const bool isDone = TakeWindow() && TakeWorkingWindow() && TakeMenus() && TakePanels() &&
-                        TakeLayerKinds() && TakeDialogs();
+                        TakeLayerKinds() && TakeDialogs() && TakeGallery();
     LXMdiAreaPrivate::Get(m_Editor.GetWindow()->GetDocumentArea())->CloseAllUnasked();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return isDone;
@@ -165,12 +166,33 @@ bool Screenshots::TakeMenusOf(const QList<QAction*>& titles, const QString& pref
 
 bool Screenshots::TakePanels()
 {
+    if (!FillClipboard()) return false;
     const QList<QDockWidget*> panels = m_Editor.GetWindow()->GetPanels()->GetPanels();
     for (QDockWidget* panel : panels) {
         panel->raise();
         if (!Take(panel, QStringLiteral("panel-") + FileNameOf(panel->windowTitle()))) return false;
     }
     return true;
+}
+
+/// The whole picture as one row, if there is none yet.
+bool Screenshots::FillClipboard()
+{
+    constexpr int limit = 10000; // ms
+    const QAbstractItemModel* rows = LayersWidget::GetInstance()->GetClipboardModel();
+    if (!rows) return Fail(tr("There is no list of what was copied."));
+
+    if (rows->rowCount() > 0) return true; // of the look before
+
+    QEventLoop loop;
+    QObject::connect(rows, &QAbstractItemModel::rowsInserted, &loop, &QEventLoop::quit);
+    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
+    InputDriver input;
+    input.Key(Qt::Key_A, Qt::ControlModifier);
+    input.Key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    if (rows->rowCount() == 0) loop.exec();
+    input.Key(Qt::Key_Z, Qt::ControlModifier);
+    return rows->rowCount() > 0 || Fail(tr("The picture was not copied."));
 }
 
 /// A title over the picture with its caret, and each adjustment with its sliders.
@@ -217,18 +239,6 @@ bool Screenshots::TakeDialogs()
     const QStringList names{tr("Sky"), tr("Trees")};
     SaveSelectionDialog save(names, window);
     LoadSelectionDialog load(names, true, window);
-    LXOperationProgressDlg progress(window);
-    progress.SetProgressRange(0, 100);
-    progress.SetProgressPos(40);
-    progress.SetProgressLabel(tr("Opening “%1”…").arg(QStringLiteral("lake.jpg")));
-    LXMessageBox question(window);
-    question.SetIcon(LXMessageBox::WarningIcon);
-    question.SetWindowTitle(QGuiApplication::applicationDisplayName());
-    question.SetText(tr("“%1” has changed. Save it before it closes?").arg(QStringLiteral("lake.jpg")));
-    for (const LXMessageBox::Button button :
-         {LXMessageBox::Save, LXMessageBox::Discard, LXMessageBox::Cancel})
-        question.AddButton(button);
-    LXFillOptionsDialog fill(window);
     QColorDialog color(SkyColor, window);
     color.setOption(QColorDialog::DontUseNativeDialog);
 
@@ -239,9 +249,6 @@ bool Screenshots::TakeDialogs()
            TakeDialog(modify, QStringLiteral("dialog-modify-selection")) &&
            TakeDialog(save, QStringLiteral("dialog-save-selection")) &&
            TakeDialog(load, QStringLiteral("dialog-load-selection")) &&
-           TakeDialog(progress, QStringLiteral("dialog-progress")) &&
-           TakeDialog(question, QStringLiteral("dialog-question")) &&
-           TakeDialog(fill, QStringLiteral("dialog-fill")) &&
            TakeDialog(color, QStringLiteral("dialog-color")) && TakeColorRange() && TakeExport();
 }
 
@@ -293,6 +300,18 @@ bool Screenshots::TakeExport()
     files->Export(document);
     files->ExportTo(document, folder.filePath(QStringLiteral("lake.jpg")));
     return taken == 2 || Fail(tr("The dialogs of the export could not be taken."));
+}
+
+bool Screenshots::TakeGallery()
+{
+    MainWindow* window = m_Editor.GetWindow();
+    for (const WidgetGallery::Sample& sample : WidgetGallery::Samples()) {
+        const std::unique_ptr<QWidget> widget = sample.make({window, window->GetActiveDocument()});
+        widget->show();
+        QThreadPool::globalInstance()->waitForDone();
+        if (!Take(widget.get(), QStringLiteral("widget-") + QLatin1String(sample.name))) return false;
+    }
+    return true;
 }
 
 bool Screenshots::TakeDialog(QDialog& dialog, const QString& name)

@@ -42,8 +42,10 @@ private:
     /// @param prefix  what the names of the files begin with; sub menus go on with the name of their menu
     bool TakeMenusOf(const QList<QAction*>& titles, const QString& prefix);
     bool TakePanels();
+    bool FillClipboard();
     bool TakeLayerKinds();
     bool TakeDialogs();
+    bool TakeGallery();
     bool TakeColorRange();
     bool TakeExport();
     bool TakeDialog(QDialog& dialog, const QString& name);

@@ -1,0 +1,146 @@
+#include "app/WidgetGallery.h"
+
+#include "app/Tour.h"
+#include "core/ZKActivateAction.h"
+#include "core/ZKApplication.h"
+#include "gui/LXFillOptionsDialog.h"
+#include "gui/LXOperationProgressDlg.h"
+#include "gui/LXUndefinedOperationProgress.h"
+#include "gui/PatternSelectWidget.h"
+#include "gui/ZKButtonsContainer.h"
+#include "guicore/LXMessageBox.h"
+#include "utils/ZKIconHelper.h"
+
+#include <QAction>
+#include <QFileInfo>
+#include <QGraphicsRectItem>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QPixmap>
+
+namespace {
+using Ground = WidgetGallery::Ground;
+
+QString Tr(const char* text)
+{
+    return WidgetGallery::tr(text);
+}
+
+// ---- dialogs
+
+std::unique_ptr<QWidget> MakeMessage(const Ground& ground)
+{
+    auto question = std::make_unique<LXMessageBox>(ground.window);
+    question->SetIcon(LXMessageBox::WarningIcon);
+    question->SetWindowTitle(QGuiApplication::applicationDisplayName());
+    question->SetText(Tr("“%1” has changed. Save it before it closes?").arg(QStringLiteral("lake.jpg")));
+    for (const LXMessageBox::Button button :
+         {LXMessageBox::Save, LXMessageBox::Discard, LXMessageBox::Cancel})
+        question->AddButton(button);
+    return question;
+}
+
+std::unique_ptr<QWidget> MakeProgress(const Ground& ground)
+{
+    auto progress = std::make_unique<LXOperationProgressDlg>(ground.window);
+    progress->SetProgressRange(0, 100);
+    progress->SetProgressPos(40);
+    progress->SetProgressLabel(Tr("Opening “%1”…").arg(QStringLiteral("lake.jpg")));
+    QObject::connect(progress.get(), &LXOperationProgressDlg::Cancelled, progress.get(), &QWidget::hide);
+    return progress;
+}
+
+class NoWork : public LXUndefinedOperationProgress
+{
+public:
+    using LXUndefinedOperationProgress::LXUndefinedOperationProgress;
+
+protected:
+    void Run() override {}
+};
+
+std::unique_ptr<QWidget> MakeEndlessProgress(const Ground& ground)
+{
+    auto progress = std::make_unique<NoWork>(ground.window);
+    progress->SetProgressLabel(Tr("Looking at the colors…"));
+    return progress;
+}
+
+std::unique_ptr<QWidget> MakeFillOptions(const Ground& ground)
+{
+    return std::make_unique<LXFillOptionsDialog>(ground.window);
+}
+
+// ---- controls
+
+std::unique_ptr<QWidget> MakePatternList(const Ground&)
+{
+    auto list = std::make_unique<PatternSelectWidget>();
+    for (int i = 0; i < ZKApplication::GetPatternCount(); ++i) {
+        const QString file = ZKApplication::GetPatternFile(i);
+        list->AddItem(file, QFileInfo(file).completeBaseName());
+    }
+    list->SelectItem(1);
+    return list;
+}
+
+/// One tool; one tool that is chosen; one button for several.
+std::unique_ptr<QWidget> MakeToolButtons(const Ground&)
+{
+    auto row = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(row.get());
+    const auto makeAction = [&row](const char* name) {
+        return new QAction(ZKIconHelper::DisabledIcon(QLatin1String(name)), Tr("A tool"), row.get());
+    };
+    for (const bool isChosen : {false, true}) {
+        auto* button = new LToolBoxButton(row.get());
+        button->setDefaultAction(makeAction("theme:tool-bar-bucket.png"));
+        button->setCheckable(true);
+        button->setChecked(isChosen);
+        layout->addWidget(button);
+    }
+    auto* several = new ZKButtonsContainer(row.get());
+    for (const char* name : {"theme:picker.png", "theme:sampler.png"}) {
+        several->BindAction(new ZKActivateAction(row.get()), Tr("A tool"),
+                            ZKIconHelper::DisabledIcon(QLatin1String(name)));
+    }
+    layout->addWidget(several);
+    return row;
+}
+} // namespace
+
+const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
+{
+    static const QVector<Sample> samples{
+        {"message", MakeMessage},
+        {"progress", MakeProgress},
+        {"progress-endless", MakeEndlessProgress},
+        {"fill-options", MakeFillOptions},
+        {"patterns", MakePatternList},
+        {"tool-buttons", MakeToolButtons},
+    };
+    return samples;
+}
+
+std::unique_ptr<QWidget> WidgetGallery::OnGrounds(void (*add)(QGraphicsScene& scene))
+{
+    auto view = std::make_unique<QGraphicsView>();
+    auto* scene = new QGraphicsScene(0, 0, GroundCount * GroundSize, GroundSize, view.get());
+    const QSize square(GroundSize, GroundSize);
+    const QPixmap photo =
+        QPixmap(Tour::DefaultFile()).scaled(square, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+    const QBrush grounds[GroundCount] = {Qt::white, Qt::black, QColor(128, 128, 128), photo};
+    for (int i = 0; i < GroundCount; ++i) {
+        QGraphicsRectItem* item = scene->addRect(QRectF(QPointF(0, 0), square), Qt::NoPen, grounds[i]);
+        item->setPos(i * GroundSize, 0);
+    }
+    add(*scene);
+    view->setScene(scene);
+    view->setFrameStyle(QFrame::NoFrame);
+    view->setFixedSize(scene->sceneRect().size().toSize());
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return view;
+}
