@@ -1,5 +1,6 @@
 #include "scripting/CursorWords.h"
 
+#include "resource/ThemeNames.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QCursor>
@@ -14,12 +15,14 @@ QString ThemeName(const QPixmap& pixmap)
 {
     const QImage wanted = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const QDir theme(QDir::searchPaths(QStringLiteral("theme")).value(0));
-    const QStringList files = theme.entryList({QStringLiteral("*cursor*.png")}, QDir::Files, QDir::Name);
+    const QStringList files = theme.entryList({QStringLiteral("*cur*.png")}, QDir::Files, QDir::Name);
     for (const QString& file : files) {
+        const QString base = file.left(file.lastIndexOf('.'));
+        if (!ThemeNames::IsCursor(base)) continue;
         const QString name = QStringLiteral("theme:") + file;
         const QPixmap candidate = ZKIconHelper::ThemePixmap(name, pixmap.devicePixelRatio());
         if (candidate.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied) == wanted) {
-            return file.left(file.lastIndexOf('.'));
+            return base;
         }
     }
     return {};

@@ -7,6 +7,11 @@ namespace {
 constexpr qreal DisabledOpacity = 0.38;
 } // namespace
 
+QString ThemePicture::FileName(const QString& name)
+{
+    return name.contains('.') ? name : name + QLatin1String(".png");
+}
+
 QString ThemePicture::WithEnding(const QString& name, const QString& ending)
 {
     const int dot = name.lastIndexOf('.');

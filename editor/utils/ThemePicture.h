@@ -9,6 +9,9 @@ namespace ThemePicture {
 /// The sizes in device independent pixels that the theme's pictures come in, by the ending of their names.
 constexpr const char* SizeEndings[] = {"", "-16", "-40"};
 
+/// The name as a file's: one without an ending means a PNG.
+QString FileName(const QString& name);
+
 /// "theme:x.png" with the ending put before ".png".
 QString WithEnding(const QString& name, const QString& ending);
 

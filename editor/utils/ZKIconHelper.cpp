@@ -8,7 +8,8 @@
 
 QIcon ZKIconHelper::DisabledIcon(const QString& name)
 {
-    return QFileInfo::exists(name) ? QIcon(new ThemeIconEngine(name)) : QIcon();
+    const QString file = ThemePicture::FileName(name);
+    return QFileInfo::exists(file) ? QIcon(new ThemeIconEngine(file)) : QIcon();
 }
 
 QIcon ZKIconHelper::DisabledIcon(const QPixmap& pixmap)
@@ -25,10 +26,11 @@ QIcon ZKIconHelper::DisabledIcon(const QPixmap& pixmap)
 
 QPixmap ZKIconHelper::ThemePixmap(const QString& name, qreal ratio)
 {
+    const QString file = ThemePicture::FileName(name);
     const qreal wanted = ratio > 0 ? ratio : qGuiApp->devicePixelRatio();
     if (wanted > 1) {
-        const QPixmap dense = ThemePicture::Load(ThemePicture::WithEnding(name, "@2x"), 2);
+        const QPixmap dense = ThemePicture::Load(ThemePicture::WithEnding(file, "@2x"), 2);
         if (!dense.isNull()) return dense;
     }
-    return ThemePicture::Load(name, 1);
+    return ThemePicture::Load(file, 1);
 }

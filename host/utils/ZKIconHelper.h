@@ -6,7 +6,7 @@
 #include <QPixmap>
 #include <QString>
 
-/// Icons and pictures of the theme. Main thread only.
+/// Icons and pictures of the theme. A name may stand without its ".png". Main thread only.
 class ZK_HOST_EXPORT ZKIconHelper
 {
 public:

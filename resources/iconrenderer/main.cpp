@@ -6,6 +6,7 @@
 //
 // A picture of the theme is drawn in the ink and the accent of the light look, and stands in a box of 24.
 
+#include "resource/ThemeNames.h"
 #include "resource/ThemeTokens.h"
 
 #include <QDir>
@@ -53,8 +54,7 @@ bool RenderThemePicture(const ThemeTokens& tokens, QByteArray svg, const QString
                Render(renderer, {2 * size.pixels, 2 * size.pixels}, file + "@2x.png");
     };
     bool done = renderSize(PlainSize);
-    const bool isCursor = base.contains("_cursor");
-    if (isCursor) return done;
+    if (ThemeNames::IsCursor(QFileInfo(base).fileName())) return done;
     for (const Size& size : FurtherIconSizes) {
         done = renderSize(size) && done;
     }

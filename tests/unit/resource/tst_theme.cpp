@@ -1,5 +1,6 @@
 #include "resource/ResourceFolder.h"
 #include "resource/Theme.h"
+#include "resource/ThemeNames.h"
 #include "support/TestRegistry.h"
 #include "utils/ZKIconHelper.h"
 
@@ -115,7 +116,7 @@ void TestTheme::everyDrawingIsRenderedForBothLooks_data()
 void TestTheme::everyDrawingIsRenderedForBothLooks()
 {
     QFETCH(QString, name);
-    const bool isCursor = name.endsWith("_cursor");
+    const bool isCursor = ThemeNames::IsCursor(name);
     for (const char* look : {"dark", "light"}) {
         const QString base = QString("%1/theme/%2/%3").arg(ResourceFolder::Path(), look, name);
         const auto hasSize = [&](const QString& ending, int pixels) {
@@ -132,7 +133,7 @@ void TestTheme::iconsTakeTheInkOfTheLook_data()
 {
     QTest::addColumn<QString>("name");
     for (const QString& file : Drawings("*.svg")) {
-        if (!file.endsWith("_cursor.svg")) QTest::newRow(qPrintable(file)) << file.chopped(4);
+        if (!ThemeNames::IsCursor(file.chopped(4))) QTest::newRow(qPrintable(file)) << file.chopped(4);
     }
 }
 
@@ -159,8 +160,8 @@ void TestTheme::iconsTakeTheInkOfTheLook()
 void TestTheme::cursorsShowOnAnyGround_data()
 {
     QTest::addColumn<QString>("name");
-    for (const QString& file : Drawings("*_cursor.svg")) {
-        QTest::newRow(qPrintable(file)) << file.chopped(4);
+    for (const QString& file : Drawings("*.svg")) {
+        if (ThemeNames::IsCursor(file.chopped(4))) QTest::newRow(qPrintable(file)) << file.chopped(4);
     }
 }
 

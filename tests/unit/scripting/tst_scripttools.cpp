@@ -1,6 +1,11 @@
 #include "core/ZKToolGroupManager.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
+#include "utils/ZKIconHelper.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPixmap>
 
 /// `tools`, and `view` beside it.
 class TestScriptTools : public QObject
@@ -12,6 +17,7 @@ private slots:
     void aToolIsChosenByItsPlaceInTheBox();
     void aToolIsChosenByItsKey();
     void theCursorIsToldByThemeAndHotSpot();
+    void everyCursorOfTheThemeHasItsName();
     void theViewTellsAndSetsItsScale();
     void theViewScrollsAndFits();
 };
@@ -68,6 +74,18 @@ void TestScriptTools::theCursorIsToldByThemeAndHotSpot()
         expect.equal(tools.cursor, { shape: "Forbidden" })
         expect.equal(application.overrideCursor, null)
     )");
+}
+
+void TestScriptTools::everyCursorOfTheThemeHasItsName()
+{
+    EditorScriptFixture editor(4, 3);
+    for (const char* name : {"finger_cur", "pen_cursor_add", "zoom-cursor"}) {
+        const QPixmap picture = ZKIconHelper::ThemePixmap(QString("theme:%1.png").arg(name));
+        QGuiApplication::setOverrideCursor(QCursor(picture, 1, 0));
+        editor.Check(
+            QString("expect.equal(application.overrideCursor, { theme: \"%1\", x: 1, y: 0 })").arg(name));
+        QGuiApplication::restoreOverrideCursor();
+    }
 }
 
 void TestScriptTools::theViewTellsAndSetsItsScale()
