@@ -1,5 +1,7 @@
 #include "document/AlphaScan.h"
 
+#include "image/TileNature.h"
+
 #include <algorithm>
 
 namespace {
@@ -132,6 +134,8 @@ bool AlphaScan::HasAbove(const LXImage32& image, int value)
 bool AlphaScan::IsOpaque(const LXImage32& image, const QRect& rect)
 {
     return ForEachTile(rect, [&](int column, int row, const QRect& part) {
+        if (part.width() == TileSide && part.height() == TileSide)
+            return TileNature::Of(*image.TileAt(column, row)).isOpaque;
         const auto reader = image.ReadTile(column, row);
         for (int y = part.top(); y <= part.bottom(); ++y) {
             const LXRGBA32i* first = reader.Pixels() + y * TileSide + part.left();

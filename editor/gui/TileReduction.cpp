@@ -1,5 +1,6 @@
 #include "gui/TileReduction.h"
 
+#include "image/TileNature.h"
 #include "image/TileThreads.h"
 
 #include <QPair>
@@ -161,20 +162,6 @@ void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const Q
     }
 }
 
-/// Whether the tile beside it is the same one, as in what was filled with one color.
-bool IsRepeated(const LXImage32& picture, int column, int row)
-{
-    const LXTile* const tile = picture.TileAt(column, row).data();
-    const auto is = [&](int other) { return picture.TileAt(other, row).data() == tile; };
-    return (column > 0 && is(column - 1)) || (column + 1 < int(picture.m_TilesX) && is(column + 1));
-}
-
-bool IsSolid(const LXRGBA32i* tile)
-{
-    constexpr int pixels = SourceTileSize * SourceTileSize;
-    return std::all_of(tile, tile + pixels, [tile](LXRGBA32i pixel) { return pixel == *tile; });
-}
-
 /// What every box of a solid tile gives.
 void WriteSolid(const LXRGBA32i* tile, int level, const QSize& size, const Target& target, const QPoint& at)
 {
@@ -195,7 +182,7 @@ void ReduceInto(const LXImage32& picture, int level, const QRect& levelRect, QIm
         const QRect part = QRect(column * step, row * step, step, step) & levelRect;
         const QPoint place = part.topLeft() - levelRect.topLeft();
         const auto reader = picture.ReadTile(column, row);
-        if (IsRepeated(picture, column, row) && IsSolid(reader.Pixels())) {
+        if (TileNature::Of(*picture.TileAt(column, row)).isSolid) {
             WriteSolid(reader.Pixels(), level, part.size(), target, place);
         } else {
             ReduceTile(reader.Pixels(), tileRect & picture.Rect(), level, part, target, place);

@@ -1,6 +1,7 @@
 #include "image/TileBlender.h"
 
 #include "image/BlendMode.h"
+#include "image/TileNature.h"
 #include "image/TileThreads.h"
 #include "image/TileWalk.h"
 
@@ -112,16 +113,10 @@ bool TileBlender::ShareTile(int column, int row, const QRect& part)
 }
 
 /// Whether the source's tile under the part is opaque all over, asked of whole tiles alone.
-bool TileBlender::IsOpaque(const QRect& part)
+bool TileBlender::IsOpaque(const QRect& part) const
 {
     if (part.width() != TileSide || part.height() != TileSide || !IsAligned()) return false;
-    const LXTilePointer& source = SourceTileOf(part);
-    if (source.data() == m_pOpaqueSource) return true;
-    const LXTileReader<LXRGBA32i> tile(*source);
-    const auto isOpaque = [](LXRGBA32i pixel) { return pixel.Alpha() == 255; };
-    if (!std::all_of(tile.Pixels(), tile.Pixels() + TileWalk::TilePixels, isOpaque)) return false;
-    m_pOpaqueSource = source.data();
-    return true;
+    return TileNature::Of(*SourceTileOf(part)).isOpaque;
 }
 
 void TileBlender::CopyTile(int column, int row, const QRect& part)

@@ -62,7 +62,7 @@ private:
     void BlendTile(int column, int row, const QRect& part);
     bool ShareTile(int column, int row, const QRect& part);
     void CopyTile(int column, int row, const QRect& part);
-    bool IsOpaque(const QRect& part);
+    bool IsOpaque(const QRect& part) const;
     bool IsCopyEqual(const QRect& part) const;
     bool IsAligned() const;
     const LXTilePointer& SourceTileOf(const QRect& part) const;
@@ -87,7 +87,6 @@ private:
     bool m_HidesUnder;                                  ///< nothing of the target is left under opaque pixels
     QRect m_MaskInside;                                 ///< target pixels that have a mask pixel
     std::atomic<const LXTile*> m_pBlankSource{nullptr}; ///< a shared tile of the source without any alpha
-    std::atomic<const LXTile*> m_pOpaqueSource{nullptr}; ///< a tile of the source without anything else
     std::mutex m_ComposedMutex;
     Composed m_Composed;
 };

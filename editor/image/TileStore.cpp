@@ -77,9 +77,32 @@ void* TileStore::GetMemory(void* handle, bool write)
     uchar* const memory = Pin(block);
     if (write) {
         block.isBlank = false;
+        block.isBeingWritten = true;
+        ++block.writes;
+        block.nature.reset();
         DropSwapCopy(block);
     }
     return memory;
+}
+
+TileNature TileStore::NatureOf(void* handle)
+{
+    const uchar* memory = nullptr;
+    quint32 writes = 0;
+    {
+        const Guard guard(m_Mutex);
+        Block& block = Find(handle);
+        if (block.nature) return *block.nature;
+        if (block.isBlank) return {true, false};
+        memory = Pin(block);
+        writes = block.writes;
+    }
+    const TileNature nature = TileNature::OfPixels(reinterpret_cast<const LXRGBA32i*>(memory));
+    const Guard guard(m_Mutex);
+    Block& block = Find(handle);
+    if (!block.isBeingWritten && block.writes == writes) block.nature = nature;
+    Unpin(block);
+    return nature;
 }
 
 void TileStore::FreeMemory(void* handle)
@@ -107,6 +130,8 @@ void TileStore::Release(void* handle)
     }
     DropSwapCopy(block);
     block.pins = 0;
+    block.isBeingWritten = false;
+    block.nature.reset();
     ++block.generation;
     --m_LiveTiles;
     const auto index = static_cast<std::size_t>(reinterpret_cast<quintptr>(handle) & 0xFFFFFFFFu) - 1;
@@ -219,7 +244,9 @@ uchar* TileStore::Pin(Block& block)
 
 void TileStore::Unpin(Block& block)
 {
-    if (--block.pins == 0) AppendUnpinned(block);
+    if (--block.pins > 0) return;
+    block.isBeingWritten = false;
+    AppendUnpinned(block);
 }
 
 void TileStore::DropSwapCopy(Block& block)

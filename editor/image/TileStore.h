@@ -2,11 +2,13 @@
 
 #include "image/SwapFile.h"
 #include "image/TileArena.h"
+#include "image/TileNature.h"
 
 #include <QtGlobal>
 
 #include <deque>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,8 @@ public:
     void* GetMemory(void* handle, bool write);
     void FreeMemory(void* handle);
     void CleanUpTile(void* handle);
+    /// See TileNature::Of().
+    TileNature NatureOf(void* handle);
 
     int LiveTileCount() const;
     /// Tiles whose bytes are in memory now.
@@ -48,6 +52,9 @@ private:
         uchar* memory = nullptr; ///< null while swapped out, blank and never asked for, or not alive
         SwapFile::Slot swapSlot; ///< a copy on disk that is still right
         int pins = 0;
+        bool isBeingWritten = false; ///< somebody pinned it for writing, and pins are left since
+        quint32 writes = 0;          ///< how often it was pinned for writing
+        std::optional<TileNature> nature;
         bool isBlank = false;   ///< all zeros: never pinned for writing
         quint32 generation = 0; ///< odd while alive, so that an old handle is told from its successor
         // Neighbours in the list of resident blocks that nobody pins, least recently used first.

@@ -1,6 +1,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
+#include "document/Thumbnail.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
@@ -8,6 +9,8 @@
 #include <QImage>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <random>
 
 using namespace DocumentFixture;
 
@@ -22,6 +25,8 @@ private slots:
     void badRowsAnswerDefaults();
     void rolesTellWhatTheGettersTell();
     void thumbnailsShowTheCanvas();
+    void thumbnailsAreMeansOfPoints_data();
+    void thumbnailsAreMeansOfPoints();
     void thumbnailsFollowChanges();
     void maskThumbnailsAreGray();
     void selectionsFollowALayerThatMoves();
@@ -142,6 +147,56 @@ void TestDocumentModel::thumbnailsShowTheCanvas()
     QCOMPARE(thumbnail.size(), QSize(64, 32));
     QCOMPARE(thumbnail.pixel(48, 16), qRgba(255, 0, 0, 255));
     QCOMPARE(qAlpha(thumbnail.pixel(16, 16)), 0);
+}
+
+void TestDocumentModel::thumbnailsAreMeansOfPoints_data()
+{
+    QTest::addColumn<QSize>("canvas");
+    QTest::addColumn<QRect>("layer");
+    QTest::newRow("smaller than a thumbnail") << QSize(30, 20) << QRect(0, 0, 30, 20);
+    QTest::newRow("one pixel") << QSize(1, 1) << QRect(0, 0, 1, 1);
+    QTest::newRow("on several tiles") << QSize(700, 300) << QRect(0, 0, 700, 300);
+    QTest::newRow("beyond the top left") << QSize(400, 500) << QRect(-150, -70, 300, 290);
+    QTest::newRow("within the canvas") << QSize(400, 500) << QRect(131, 77, 129, 300);
+    QTest::newRow("beside the canvas") << QSize(200, 200) << QRect(250, 0, 20, 20);
+}
+
+// The mean of four by four points in each pixel, colors weighing as much as they cover.
+void TestDocumentModel::thumbnailsAreMeansOfPoints()
+{
+    QFETCH(QSize, canvas);
+    QFETCH(QRect, layer);
+    LXImage32 image(layer.width(), layer.height());
+    image.Fill(LXRGBA32i(0x80204060));
+    std::mt19937 random(3);
+    for (int y = 0; y < image.Height() * 2 / 3; ++y) {
+        for (int x = 0; x < image.Width(); ++x)
+            image.SetColor(x, y, LXRGBA32i(quint32(random())));
+    }
+    const QImage thumbnail = Thumbnail::OfLayer(image, layer.topLeft(), canvas);
+    const auto canvasPoint = [](int point, int pixels, int length) {
+        return qMin(length - 1, int((point + 0.5) / 4 * length / pixels));
+    };
+    for (int y = 0; y < thumbnail.height(); ++y) {
+        for (int x = 0; x < thumbnail.width(); ++x) {
+            int sums[4] = {};
+            for (int i = 0; i < 16; ++i) {
+                const QPoint point(canvasPoint(4 * x + i % 4, thumbnail.width(), canvas.width()),
+                                   canvasPoint(4 * y + i / 4, thumbnail.height(), canvas.height()));
+                if (!layer.contains(point)) continue;
+                const QPoint inLayer = point - layer.topLeft();
+                const LXRGBA32i pixel = image.GetColor(inLayer.x(), inLayer.y());
+                sums[0] += pixel.Alpha();
+                sums[1] += pixel.Alpha() * pixel.Red();
+                sums[2] += pixel.Alpha() * pixel.Green();
+                sums[3] += pixel.Alpha() * pixel.Blue();
+            }
+            const int weight = qMax(1, sums[0]);
+            const QRgb expected =
+                sums[0] == 0 ? 0 : qRgba(sums[1] / weight, sums[2] / weight, sums[3] / weight, sums[0] / 16);
+            QCOMPARE(thumbnail.pixel(x, y), expected);
+        }
+    }
 }
 
 void TestDocumentModel::thumbnailsFollowChanges()

@@ -63,6 +63,13 @@ private slots:
     void swappedTilesAreCompressed();
     void noiseComesBackFromTheSwapFile();
     void manyTilesComeAndGo();
+    void natureTellsSolidAndOpaqueTiles_data();
+    void natureTellsSolidAndOpaqueTiles();
+    void natureIsLookedAtOnce();
+    void natureOfAWrittenTileIsLookedAtAgain();
+    void natureIsNotRememberedWhileATileIsWritten();
+    void natureOfABlankTileTakesNoMemory();
+    void natureDiesWithItsTile();
 };
 
 void TestTileStore::newTilesAreZeroEvenWhenMemoryIsUsedAgain()
@@ -367,6 +374,102 @@ void TestTileStore::manyTilesComeAndGo()
         if (tile != nullptr) store.CleanUpTile(tile);
     }
     QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+void TestTileStore::natureTellsSolidAndOpaqueTiles_data()
+{
+    QTest::addColumn<quint32>("color");
+    QTest::addColumn<int>("otherPlace");
+    QTest::addColumn<quint32>("other");
+    QTest::addColumn<bool>("isSolid");
+    QTest::addColumn<bool>("isOpaque");
+    const quint32 opaque = 0xFF102030;
+    const quint32 faint = 0x7F102030;
+    QTest::newRow("one opaque color") << opaque << 0 << opaque << true << true;
+    QTest::newRow("one translucent color") << faint << 0 << faint << true << false;
+    QTest::newRow("another color in the last pixel") << opaque << 16383 << 0xFF102031u << false << true;
+    QTest::newRow("another color in the first pixel") << opaque << 0 << 0xFF112030u << false << true;
+    QTest::newRow("a translucent last pixel") << opaque << 16383 << 0xFE102030u << false << false;
+    QTest::newRow("a translucent pixel in the middle") << opaque << 8000 << 0u << false << false;
+    QTest::newRow("a single opaque pixel") << faint << 129 << opaque << false << false;
+}
+
+void TestTileStore::natureTellsSolidAndOpaqueTiles()
+{
+    QFETCH(quint32, color);
+    QFETCH(int, otherPlace);
+    QFETCH(quint32, other);
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    auto* const pixels = static_cast<quint32*>(store.GetMemory(handle, true));
+    std::fill_n(pixels, TileBytes / 4, color);
+    pixels[otherPlace] = other;
+    store.FreeMemory(handle);
+    QTEST(store.NatureOf(handle).isSolid, "isSolid");
+    QTEST(store.NatureOf(handle).isOpaque, "isOpaque");
+}
+
+void TestTileStore::natureIsLookedAtOnce()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    Write(store, handle, 255);
+    QVERIFY(store.NatureOf(handle).isSolid);
+    // Behind the store's back, which would see it if it looked again.
+    *const_cast<uchar*>(static_cast<const uchar*>(store.GetMemory(handle, false))) = 1;
+    store.FreeMemory(handle);
+    QVERIFY(store.NatureOf(handle).isSolid);
+}
+
+void TestTileStore::natureOfAWrittenTileIsLookedAtAgain()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    Write(store, handle, 255);
+    QVERIFY(store.NatureOf(handle).isOpaque);
+    Write(store, handle, 254);
+    QVERIFY(!store.NatureOf(handle).isOpaque);
+    QVERIFY(store.NatureOf(handle).isSolid);
+}
+
+void TestTileStore::natureIsNotRememberedWhileATileIsWritten()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    auto* const bytes = static_cast<uchar*>(store.GetMemory(handle, true));
+    QVERIFY(store.NatureOf(handle).isSolid);
+    bytes[77] = 1;
+    QVERIFY(!store.NatureOf(handle).isSolid);
+    // A reader comes and goes while the writer is still there.
+    store.GetMemory(handle, false);
+    store.FreeMemory(handle);
+    bytes[77] = 0;
+    QVERIFY(store.NatureOf(handle).isSolid);
+    bytes[77] = 1;
+    store.FreeMemory(handle);
+    QVERIFY(!store.NatureOf(handle).isSolid);
+}
+
+void TestTileStore::natureOfABlankTileTakesNoMemory()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    QVERIFY(store.NatureOf(handle).isSolid);
+    QVERIFY(!store.NatureOf(handle).isOpaque);
+    QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+void TestTileStore::natureDiesWithItsTile()
+{
+    TileStore store(Plenty, {});
+    void* const first = store.MakeTile();
+    Write(store, first, 255);
+    QVERIFY(store.NatureOf(first).isOpaque);
+    store.CleanUpTile(first);
+    QVERIFY_EXCEPTION_THROWN(store.NatureOf(first), LXTMAlreadyFree);
+    // In the same place.
+    void* const second = store.MakeTile();
+    QVERIFY(!store.NatureOf(second).isOpaque);
 }
 
 ZK_REGISTER_TEST(tst_tilestore, TestTileStore)
