@@ -48,7 +48,7 @@ void AddContour(const LXPath& path, int first, int end, std::vector<PathAnchor>&
     const int last = end - 1;
     const bool isClosed = IsClosed(path, first, last);
     for (int i = first; i < (isClosed ? last : end); ++i)
-        anchors.push_back({i, i, isClosed || i > first, isClosed || i < last});
+        anchors.push_back({i, i});
     if (isClosed) anchors[anchors.size() - std::size_t(last - first)].in = last;
 }
 
@@ -125,9 +125,8 @@ QPointF Guide(const LXPath& path, const PathAnchor& anchor, GuideSide side)
 
 bool HasGuide(const LXPath& path, const PathAnchor& anchor, GuideSide side)
 {
-    const bool hasCurve = side == GuideSide::In ? anchor.hasIn : anchor.hasOut;
     const int element = side == GuideSide::In ? anchor.in : anchor.out;
-    return hasCurve && !AreSame(Guide(path, anchor, side), path[element].GetCenterPoint());
+    return !AreSame(Guide(path, anchor, side), path[element].GetCenterPoint());
 }
 
 bool IsSmooth(const LXPath& path, const PathAnchor& anchor)

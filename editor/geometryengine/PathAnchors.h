@@ -11,9 +11,7 @@
 struct PathAnchor
 {
     int in = -1;  ///< the element whose in guide bends the curve before the anchor
-    int out = -1; ///< the element whose out guide bends the curve behind it; `in` unless a contour closes
-    bool hasIn = false;  ///< whether there is a curve before
-    bool hasOut = false; ///< whether there is a curve behind
+    int out = -1; ///< the element whose out guide bends the curve behind it; `in` unless it closes a contour
 };
 
 enum class GuideSide
@@ -33,7 +31,7 @@ ZK_EDITOR_EXPORT int IndexOf(const std::vector<PathAnchor>& anchors, int element
 
 ZK_EDITOR_EXPORT QPointF Center(const LXPath& path, const PathAnchor& anchor);
 ZK_EDITOR_EXPORT QPointF Guide(const LXPath& path, const PathAnchor& anchor, GuideSide side);
-/// Whether a curve is there that the guide bends, and it does.
+/// Whether the guide lies anywhere but on its anchor.
 ZK_EDITOR_EXPORT bool HasGuide(const LXPath& path, const PathAnchor& anchor, GuideSide side);
 /// Whether both guides lie on one line through the anchor, on two sides of it, as far as an eye can tell.
 ZK_EDITOR_EXPORT bool IsSmooth(const LXPath& path, const PathAnchor& anchor);

@@ -107,8 +107,8 @@ private slots:
     void theEndOfAClosedPathIsItsFirstAnchor();
     void aPathThatClosesButForRoundingIsClosed();
     void eachContourIsClosedByItself();
-    void oneElementIsOneAnchorWithoutCurves();
-    void guidesThatBendNothingAreNone();
+    void oneElementIsOneAnchor();
+    void guidesOnTheirAnchorAreNone();
     void smoothnessIsReadFromTheGuides();
     void aMovedClosingAnchorTakesBothElementsAlong();
     void mirroredGuidesOfAClosingAnchor();
@@ -136,8 +136,6 @@ void TestPathAnchors::anOpenPathHasAnAnchorForEachElement()
         const PathAnchor& anchor = anchors[std::size_t(i)];
         QCOMPARE(anchor.in, i);
         QCOMPARE(anchor.out, i);
-        QCOMPARE(anchor.hasIn, i > 0);
-        QCOMPARE(anchor.hasOut, i < 3);
     }
 }
 
@@ -147,8 +145,6 @@ void TestPathAnchors::theEndOfAClosedPathIsItsFirstAnchor()
     QCOMPARE(anchors.size(), std::size_t(4));
     QCOMPARE(anchors[0].in, 4);
     QCOMPARE(anchors[0].out, 0);
-    for (const PathAnchor& anchor : anchors)
-        QVERIFY(anchor.hasIn && anchor.hasOut);
     QCOMPARE(PathAnchors::IndexOf(anchors, 4), 0);
     QCOMPARE(PathAnchors::IndexOf(anchors, 3), 3);
     QCOMPARE(PathAnchors::IndexOf(anchors, 5), -1);
@@ -172,21 +168,21 @@ void TestPathAnchors::eachContourIsClosedByItself()
     QCOMPARE(anchors[4].in, 8);
 }
 
-void TestPathAnchors::oneElementIsOneAnchorWithoutCurves()
+void TestPathAnchors::oneElementIsOneAnchor()
 {
     QVERIFY(PathAnchors::Of({}).empty());
     const auto anchors = PathAnchors::Of({LXPathElement({3, 4})});
     QCOMPARE(anchors.size(), std::size_t(1));
-    QVERIFY(!anchors[0].hasIn && !anchors[0].hasOut);
 }
 
-void TestPathAnchors::guidesThatBendNothingAreNone()
+void TestPathAnchors::guidesOnTheirAnchorAreNone()
 {
-    const LXPath path = {LXPathElement({0, 0}, {-5, 0}, {5, 0}), LXPathElement({20, 0})};
+    const LXPath path = {LXPathElement({0, 0}, {-5, 0}, {5, 0}), LXPathElement({20, 0}, {15, 0}, {20, 0})};
     const auto anchors = PathAnchors::Of(path);
+    QVERIFY(PathAnchors::HasGuide(path, anchors[0], GuideSide::In));
     QVERIFY(PathAnchors::HasGuide(path, anchors[0], GuideSide::Out));
-    QVERIFY(!PathAnchors::HasGuide(path, anchors[0], GuideSide::In)); // no curve comes in
-    QVERIFY(!PathAnchors::HasGuide(path, anchors[1], GuideSide::In)); // on its anchor
+    QVERIFY(PathAnchors::HasGuide(path, anchors[1], GuideSide::In));
+    QVERIFY(!PathAnchors::HasGuide(path, anchors[1], GuideSide::Out));
 }
 
 void TestPathAnchors::smoothnessIsReadFromTheGuides()
