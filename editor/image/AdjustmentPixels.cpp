@@ -38,43 +38,19 @@ double Adjusted(const LXAdjustment& a, double c)
     return c;
 }
 
-/// A color as its hue in sixths of a turn and the span of its channels round their middle, 0 to 255 each.
-struct Span
+HueRule HueOf(const LXAdjustment& a)
 {
-    float hue;   ///< 0 to 6
-    float sum;   ///< of the largest and the smallest channel
-    float width; ///< between these two
-};
-
-Span SpanOf(float red, float green, float blue)
-{
-    const float most = std::max({red, green, blue});
-    const float least = std::min({red, green, blue});
-    const float width = most - least;
-    float hue = 0;
-    if (width > 0) {
-        if (most == red) {
-            hue = (green - blue) / width + (green < blue ? 6.0F : 0.0F);
-        } else if (most == green) {
-            hue = (blue - red) / width + 2;
-        } else {
-            hue = (red - green) / width + 4;
-        }
-    }
-    return {hue, most + least, width};
-}
-
-/// 0 to 1 of the channel whose full strength lies at the hue `full`.
-float PartAt(float hue, float full)
-{
-    const float way = std::abs(hue - full);
-    const float around = std::min(way, 6 - way);
-    return std::clamp(2 - around, 0.0F, 1.0F);
+    HueRule rule;
+    rule.turn = static_cast<float>(a.hue) / 60;
+    rule.saturation = 1 + static_cast<float>(a.saturation) / 100;
+    rule.kept = 1 - static_cast<float>(std::abs(a.lightness)) / 100;
+    rule.added = 255 * (static_cast<float>(std::max(a.lightness, 0)) / 100);
+    return rule;
 }
 } // namespace
 
 AdjustmentPixels::AdjustmentPixels(const LXAdjustment& adjustment)
-    : m_Adjustment(Clamped(adjustment)), m_Table()
+    : m_Adjustment(Clamped(adjustment)), m_Hue(HueOf(m_Adjustment)), m_Table()
 {
     for (std::size_t c = 0; c < m_Table.size(); ++c) {
         m_Table[c] = ToByte(Adjusted(m_Adjustment, static_cast<double>(c)));
@@ -101,7 +77,7 @@ LXAdjustment AdjustmentPixels::Clamped(const LXAdjustment& adjustment)
 void AdjustmentPixels::Run(LXRGBA32i* pixels, int count) const
 {
     if (m_Adjustment.kind == LXAdjustment::HueSaturation) {
-        RunByHue(pixels, count);
+        HueKernels::Turn(m_Hue, pixels, count);
     } else {
         RunByTable(pixels, count);
     }
@@ -113,28 +89,5 @@ void AdjustmentPixels::RunByTable(LXRGBA32i* pixels, int count) const
         const quint32 value = pixels[i].value;
         pixels[i].value = Opaque | quint32(m_Table[value >> 16 & 0xFF]) << 16 |
                           quint32(m_Table[value >> 8 & 0xFF]) << 8 | m_Table[value & 0xFF];
-    }
-}
-
-void AdjustmentPixels::RunByHue(LXRGBA32i* pixels, int count) const
-{
-    const float turn = static_cast<float>(m_Adjustment.hue) / 60;
-    const float saturation = 1 + static_cast<float>(m_Adjustment.saturation) / 100;
-    const float toWhite = static_cast<float>(std::max(m_Adjustment.lightness, 0)) / 100;
-    const float kept = 1 - static_cast<float>(std::abs(m_Adjustment.lightness)) / 100;
-    for (int i = 0; i < count; ++i) {
-        const quint32 value = pixels[i].value;
-        const Span span = SpanOf(static_cast<float>(value >> 16 & 0xFF),
-                                 static_cast<float>(value >> 8 & 0xFF), static_cast<float>(value & 0xFF));
-        const float turned = span.hue + turn;
-        const float hue = turned < 0 ? turned + 6 : (turned >= 6 ? turned - 6 : turned);
-        // The saturation is the width as a part of the largest that the lightness allows.
-        const float width = std::min(span.width * saturation, std::min(span.sum, 510 - span.sum));
-        const float least = (span.sum - width) / 2;
-        const auto channel = [&](float full) {
-            const float c = (least + PartAt(hue, full) * width) * kept + 255 * toWhite;
-            return static_cast<quint32>(std::clamp(c + 0.5F, 0.0F, 255.0F));
-        };
-        pixels[i].value = Opaque | channel(0) << 16 | channel(2) << 8 | channel(4);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/HueKernels.h"
 #include "image/LXAdjustment.h"
 #include "image/LXRGBA32i.h"
 
@@ -20,8 +21,8 @@ public:
 
 private:
     void RunByTable(LXRGBA32i* pixels, int count) const;
-    void RunByHue(LXRGBA32i* pixels, int count) const;
 
     LXAdjustment m_Adjustment;
+    HueRule m_Hue;
     std::array<quint8, 256> m_Table; ///< of all kinds but hue and saturation
 };
