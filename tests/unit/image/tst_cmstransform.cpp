@@ -1,35 +1,46 @@
+#include "image/LXImage.h"
 #include "image/ZKCMSTransform.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
+#include <QColorSpace>
 #include <QTest>
 
 #include <lcms2.h>
 
+#include <array>
+#include <cstdlib>
 #include <thread>
 #include <vector>
 
-namespace {
-/// The bytes of a profile that the library makes itself.
-ZKCMSProfile Bytes(cmsHPROFILE profile)
-{
-    cmsUInt32Number size = 0;
-    cmsSaveProfileToMem(profile, nullptr, &size);
-    QByteArray icc(int(size), '\0');
-    cmsSaveProfileToMem(profile, icc.data(), &size);
-    cmsCloseProfile(profile);
-    return ZKCMSProfile(icc);
-}
+using namespace IccProfiles;
 
-/// sRGB's primaries with a straight line for a curve.
-ZKCMSProfile Linear()
+namespace {
+/// From Adobe RGB to WideRgb() in double precision: the channels of each pixel, 0 to 1.
+std::vector<std::array<double, 3>> ByTheLibrary(const std::vector<LXRGBA32i>& pixels, int intent,
+                                                bool blackPoint)
 {
-    const cmsCIExyY white{0.3127, 0.3290, 1.0};
-    const cmsCIExyYTRIPLE primaries{{0.6400, 0.3300, 1.0}, {0.3000, 0.6000, 1.0}, {0.1500, 0.0600, 1.0}};
-    cmsToneCurve* line = cmsBuildGamma(nullptr, 1.0);
-    cmsToneCurve* curves[3] = {line, line, line};
-    const ZKCMSProfile profile = Bytes(cmsCreateRGBProfile(&white, &primaries, curves));
-    cmsFreeToneCurve(line);
-    return profile;
+    const QByteArray from = AdobeRgb().GetData();
+    const QByteArray to = WideRgb().GetData();
+    cmsHPROFILE source = cmsOpenProfileFromMem(from.constData(), cmsUInt32Number(from.size()));
+    cmsHPROFILE target = cmsOpenProfileFromMem(to.constData(), cmsUInt32Number(to.size()));
+    const cmsUInt32Number flags = cmsFLAGS_NOOPTIMIZE | (blackPoint ? cmsFLAGS_BLACKPOINTCOMPENSATION : 0);
+    cmsHTRANSFORM transform =
+        cmsCreateTransform(source, TYPE_RGB_DBL, target, TYPE_RGB_DBL, cmsUInt32Number(intent), flags);
+    std::vector<std::array<double, 3>> result;
+    for (const LXRGBA32i pixel : pixels) {
+        const std::array<double, 3> in{pixel.Red() / 255.0, pixel.Green() / 255.0, pixel.Blue() / 255.0};
+        std::array<double, 3> out{};
+        cmsDoTransform(transform, in.data(), out.data(), 1);
+        for (double& channel : out) {
+            channel = std::min(1.0, std::max(0.0, channel));
+        }
+        result.push_back(out);
+    }
+    cmsDeleteTransform(transform);
+    cmsCloseProfile(source);
+    cmsCloseProfile(target);
+    return result;
 }
 } // namespace
 
@@ -46,6 +57,14 @@ private slots:
     void alphaStays();
     void anInvalidColorStaysInvalid();
     void severalThreadsShareOneTransform();
+    void profilesOfOneMeaningDoNothing();
+    void pixelsAreTheLibrarysOwn_data();
+    void pixelsAreTheLibrarysOwn();
+    void transparentPixelsKeepTheirBytes();
+    void anImageIsAllItsPixels_data();
+    void anImageIsAllItsPixels();
+    void sharedTilesStayShared();
+    void blankTilesStayBlank();
 };
 
 void TestCmsTransform::nothingIsDoneByDefault()
@@ -68,11 +87,7 @@ void TestCmsTransform::damagedAndForeignProfilesDoNothing()
     cmsSetLogErrorHandler([](cmsContext, cmsUInt32Number, const char*) {});
     QVERIFY(ZKCMSTransform(ZKCMSProfile("no profile"), Linear()).IsEmpty());
     QVERIFY(ZKCMSTransform(Linear(), ZKCMSProfile(Linear().GetData().left(100))).IsEmpty());
-    const cmsCIExyY white{0.3127, 0.3290, 1.0};
-    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
-    const ZKCMSProfile gray = Bytes(cmsCreateGrayProfile(&white, curve));
-    cmsFreeToneCurve(curve);
-    QVERIFY(ZKCMSTransform(gray, ZKCMSProfile()).IsEmpty());
+    QVERIFY(ZKCMSTransform(Gray(), ZKCMSProfile()).IsEmpty());
 }
 
 void TestCmsTransform::aLineForACurveBrightensTheMiddles()
@@ -142,6 +157,117 @@ void TestCmsTransform::severalThreadsShareOneTransform()
         thread.join();
     }
     QCOMPARE(misfits, std::vector<int>(8, 0));
+}
+
+void TestCmsTransform::profilesOfOneMeaningDoNothing()
+{
+    // Another spelling of sRGB than the library's.
+    const ZKCMSProfile other(QColorSpace(QColorSpace::SRgb).iccProfile());
+    QVERIFY(other != ZKCMSProfile::SRGB());
+    QVERIFY(ZKCMSTransform(other, ZKCMSProfile()).IsEmpty());
+    QVERIFY(ZKCMSTransform(ZKCMSProfile(), other).IsEmpty());
+    QVERIFY(ZKCMSTransform(ZKCMSProfile::SRGB(), ZKCMSProfile()).IsEmpty());
+    QVERIFY(!ZKCMSTransform(AdobeRgb(), ZKCMSProfile()).IsEmpty());
+}
+
+void TestCmsTransform::pixelsAreTheLibrarysOwn_data()
+{
+    QTest::addColumn<int>("intent");
+    QTest::addColumn<bool>("blackPoint");
+    QTest::newRow("relative") << int(ZKCMSRendering::Intent::Relative) << false;
+    QTest::newRow("relative with black point") << int(ZKCMSRendering::Intent::Relative) << true;
+    QTest::newRow("perceptual") << int(ZKCMSRendering::Intent::Perceptual) << false;
+    QTest::newRow("perceptual with black point") << int(ZKCMSRendering::Intent::Perceptual) << true;
+}
+
+void TestCmsTransform::pixelsAreTheLibrarysOwn()
+{
+    QFETCH(int, intent);
+    QFETCH(bool, blackPoint);
+    const ZKCMSRendering rendering{static_cast<ZKCMSRendering::Intent>(intent), blackPoint};
+    std::vector<LXRGBA32i> pixels;
+    for (quint32 i = 0; i < 1500; ++i) {
+        pixels.emplace_back(0xFF000000 | (i * 2654435761U >> 8));
+    }
+    const std::vector<LXRGBA32i> before = pixels;
+    ZKCMSTransform(AdobeRgb(), WideRgb(), rendering)(pixels.data(), int(pixels.size()));
+
+    const int cmsIntent = rendering.intent == ZKCMSRendering::Intent::Perceptual
+                              ? INTENT_PERCEPTUAL
+                              : INTENT_RELATIVE_COLORIMETRIC;
+    const std::vector<std::array<double, 3>> expected = ByTheLibrary(before, cmsIntent, blackPoint);
+    int moved = 0;
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const std::array<int, 3> channels{pixels[i].Red(), pixels[i].Green(), pixels[i].Blue()};
+        for (std::size_t c = 0; c < channels.size(); ++c) {
+            QVERIFY2(std::abs(channels[c] - expected[i][c] * 255) <= 1.0,
+                     qPrintable(QString("pixel %1 channel %2").arg(i).arg(c)));
+        }
+        QCOMPARE(pixels[i].Alpha(), 255);
+        if (pixels[i] != before[i]) ++moved;
+    }
+    QVERIFY(moved > 1000);
+}
+
+void TestCmsTransform::transparentPixelsKeepTheirBytes()
+{
+    std::array<LXRGBA32i, 3> pixels{LXRGBA32i(0x00123456), LXRGBA32i(0x01804020), LXRGBA32i(0x80804020)};
+    ZKCMSTransform(AdobeRgb(), ZKCMSProfile())(pixels.data(), int(pixels.size()));
+    QCOMPARE(pixels[0].value, 0x00123456U);
+    QVERIFY(pixels[1].value != 0x01804020U);
+    QCOMPARE(pixels[1].Alpha(), 1);
+    QCOMPARE(pixels[2].Alpha(), 0x80);
+    QCOMPARE(pixels[2].value & 0xFFFFFF, pixels[1].value & 0xFFFFFF);
+}
+
+void TestCmsTransform::anImageIsAllItsPixels_data()
+{
+    QTest::addColumn<QSize>("size");
+    for (const QSize& size :
+         {QSize(1, 1), QSize(127, 3), QSize(128, 128), QSize(129, 130), QSize(700, 500)}) {
+        QTest::addRow("%d x %d", size.width(), size.height()) << size;
+    }
+}
+
+void TestCmsTransform::anImageIsAllItsPixels()
+{
+    QFETCH(QSize, size);
+    const ZKCMSTransform transform(AdobeRgb(), ZKCMSProfile());
+    LXImage32 image(size.width(), size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            image.SetColor(x, y, LXRGBA32i(quint32(y * size.width() + x) * 2654435761U));
+        }
+    }
+    LXImage32 converted = image;
+    transform(converted);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            LXRGBA32i pixel = image.GetColor(x, y);
+            transform(&pixel, 1);
+            QCOMPARE(converted.GetColor(x, y).value, pixel.value);
+        }
+    }
+}
+
+void TestCmsTransform::sharedTilesStayShared()
+{
+    LXImage32 image(128 * 9, 128 * 9);
+    image.Fill(LXRGBA32i(0xFF20C040));
+    const int before = LXTileManager::Instance().LiveTileCount();
+    LXImage32 converted = image;
+    ZKCMSTransform(AdobeRgb(), ZKCMSProfile())(converted);
+    QCOMPARE(LXTileManager::Instance().LiveTileCount(), before + 1);
+    QVERIFY(converted.GetColor(1000, 1000) != image.GetColor(1000, 1000));
+    QCOMPARE(image.GetColor(1000, 1000).value, 0xFF20C040U);
+}
+
+void TestCmsTransform::blankTilesStayBlank()
+{
+    LXImage32 image(300, 300);
+    LXImage32 converted = image;
+    ZKCMSTransform(AdobeRgb(), ZKCMSProfile())(converted);
+    QCOMPARE(converted.TileAt(1, 1).data(), image.TileAt(1, 1).data());
 }
 
 ZK_REGISTER_TEST(tst_cmstransform, TestCmsTransform)

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "image/ZKCMSProfile.h"
+
+#include <QColorSpace>
+
+#include <lcms2.h>
+
+/// Profiles for tests, made by Qt and by the color library.
+namespace IccProfiles {
+/// The bytes of a profile that the library makes itself.
+inline ZKCMSProfile Bytes(cmsHPROFILE profile)
+{
+    cmsUInt32Number size = 0;
+    cmsSaveProfileToMem(profile, nullptr, &size);
+    QByteArray icc(int(size), '\0');
+    cmsSaveProfileToMem(profile, icc.data(), &size);
+    cmsCloseProfile(profile);
+    return ZKCMSProfile(icc);
+}
+
+/// sRGB's primaries with a straight line for a curve.
+inline ZKCMSProfile Linear()
+{
+    const cmsCIExyY white{0.3127, 0.3290, 1.0};
+    const cmsCIExyYTRIPLE primaries{{0.6400, 0.3300, 1.0}, {0.3000, 0.6000, 1.0}, {0.1500, 0.0600, 1.0}};
+    cmsToneCurve* line = cmsBuildGamma(nullptr, 1.0);
+    cmsToneCurve* curves[3] = {line, line, line};
+    const ZKCMSProfile profile = Bytes(cmsCreateRGBProfile(&white, &primaries, curves));
+    cmsFreeToneCurve(line);
+    return profile;
+}
+
+inline ZKCMSProfile AdobeRgb()
+{
+    return ZKCMSProfile(QColorSpace(QColorSpace::AdobeRgb).iccProfile());
+}
+
+/// Wide primaries and a plain power for a curve.
+inline ZKCMSProfile WideRgb()
+{
+    return ZKCMSProfile(QColorSpace(QColorSpace::ProPhotoRgb).iccProfile());
+}
+
+inline ZKCMSProfile Gray()
+{
+    const cmsCIExyY white{0.3127, 0.3290, 1.0};
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
+    const ZKCMSProfile gray = Bytes(cmsCreateGrayProfile(&white, curve));
+    cmsFreeToneCurve(curve);
+    return gray;
+}
+
+inline ZKCMSProfile InkLink()
+{
+    return Bytes(cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 250));
+}
+
+/// Has a table from its colors, as scanners' profiles do, and none to them.
+inline ZKCMSProfile OnlyReadable()
+{
+    cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
+    cmsSetProfileVersion(profile, 2.1);
+    cmsSetDeviceClass(profile, cmsSigInputClass);
+    cmsSetColorSpace(profile, cmsSigRgbData);
+    cmsSetPCS(profile, cmsSigLabData);
+    cmsPipeline* table = cmsPipelineAlloc(nullptr, 3, 3);
+    cmsStage* cube = cmsStageAllocCLut16bit(nullptr, 9, 3, 3, nullptr);
+    cmsStageSampleCLut16bit(
+        cube,
+        [](const cmsUInt16Number* in, cmsUInt16Number* out, void*) {
+            out[0] = in[1];
+            out[1] = static_cast<cmsUInt16Number>(0x4000 + in[0] / 2);
+            out[2] = static_cast<cmsUInt16Number>(0x4000 + in[2] / 2);
+            return TRUE;
+        },
+        nullptr, 0);
+    cmsPipelineInsertStage(table, cmsAT_END, cube);
+    cmsWriteTag(profile, cmsSigAToB0Tag, table);
+    cmsPipelineFree(table);
+    cmsWriteTag(profile, cmsSigMediaWhitePointTag, cmsD50_XYZ());
+    return Bytes(profile);
+}
+} // namespace IccProfiles
