@@ -23,7 +23,7 @@ class TestCoreLists : public QObject
 
 private slots:
     void theWorkingProfileIsOneOfTheList();
-    void anUnknownProfileIsPlain();
+    void anUnknownProfileIsSRgb();
     void aBrushToolIsFoundByItsNumber();
     void theNewestToolOfANumberCounts();
     void aToolLeavesEveryNumber();
@@ -34,15 +34,14 @@ void TestCoreLists::theWorkingProfileIsOneOfTheList()
     const ZKCMSManager* manager = ZKCMSManager::GetInstance();
     QVERIFY(manager->GetWorkingRGBIndex() >= 0);
     QVERIFY(manager->GetWorkingRGBIndex() < manager->GetRGBProfileCount());
-    // sRGB, as a picture without a profile has it.
-    QCOMPARE(manager->GetRGBProfile(manager->GetWorkingRGBIndex()), ZKCMSProfile());
+    QCOMPARE(manager->GetRGBProfile(manager->GetWorkingRGBIndex()), ZKCMSProfile::SRGB());
 }
 
-void TestCoreLists::anUnknownProfileIsPlain()
+void TestCoreLists::anUnknownProfileIsSRgb()
 {
     const ZKCMSManager* manager = ZKCMSManager::GetInstance();
-    QCOMPARE(manager->GetRGBProfile(-1), ZKCMSProfile());
-    QCOMPARE(manager->GetRGBProfile(manager->GetRGBProfileCount()), ZKCMSProfile());
+    QCOMPARE(manager->GetRGBProfile(-1), ZKCMSProfile::SRGB());
+    QCOMPARE(manager->GetRGBProfile(manager->GetRGBProfileCount()), ZKCMSProfile::SRGB());
 }
 
 void TestCoreLists::aBrushToolIsFoundByItsNumber()
