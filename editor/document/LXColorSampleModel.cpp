@@ -25,6 +25,11 @@ LXColorSampleModel::LXColorSampleModel(LXDocumentInterface* document)
 
 LXColorSampleModel::~LXColorSampleModel() = default;
 
+LXDocumentInterface* LXColorSampleModel::GetDocument() const
+{
+    return m_pPrivate->document;
+}
+
 QColor LXColorSampleModel::GetColor(int row) const
 {
     if (!m_pPrivate->IsRow(row)) return QColor();

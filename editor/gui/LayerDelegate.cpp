@@ -3,6 +3,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/LayerKind.h"
 #include "gui/AdjustmentNames.h"
+#include "gui/DisplayColors.h"
 #include "gui/ListRow.h"
 
 #include <QHelpEvent>
@@ -92,7 +93,10 @@ void LayerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         // It has no pixels to show.
         ListRow::PaintSign(*painter, places.layer, "theme:layer_adjustment.png", isTarget, option.palette);
     } else {
-        ListRow::PaintPicture(*painter, places.layer, index.data(Qt::DecorationRole).value<QImage>(),
+        const auto* layers = qobject_cast<const LXDocumentModel*>(index.model());
+        const auto picture = index.data(Qt::DecorationRole).value<QImage>();
+        ListRow::PaintPicture(*painter, places.layer,
+                              DisplayColors::Shown(layers ? layers->GetDocument() : nullptr, picture),
                               isTarget, option.palette);
     }
     painter->setBackground(option.palette.brush(QPalette::Base));

@@ -185,6 +185,7 @@ void LayersWidget::SetView(ZKDocumentView* view)
         // The list brings a selection of its own with each new model.
         const std::unique_ptr<QItemSelectionModel> unused(list->selectionModel());
         list->setSelectionModel(view->GetLayerSelection());
+        connect(view, &ZKDocumentView::ColorTransformChanged, this, [list] { list->viewport()->update(); });
         connect(view, &ZKDocumentView::AboutDestroy, this, [this] { SetView(nullptr); });
     }
     QStackedWidget* const pages = m_pPrivate->m_Ui.m_pPages;

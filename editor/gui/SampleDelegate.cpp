@@ -2,6 +2,7 @@
 
 #include "document/LXColorSampleModel.h"
 #include "gui/CanvasPainter.h"
+#include "gui/DisplayColors.h"
 #include "gui/ListRow.h"
 
 #include <QPainter>
@@ -44,7 +45,8 @@ void SampleDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setPen(option.palette.color(QPalette::Text));
     painter->drawText(number.adjusted(0, 0, -ListRow::Gap, 0), Qt::AlignRight | Qt::AlignVCenter,
                       QString::number(index.row() + 1));
-    PaintSwatch(*painter, swatch, samples->GetColor(index.row()), option.palette);
+    PaintSwatch(*painter, swatch,
+                DisplayColors::Shown(samples->GetDocument(), samples->GetColor(index.row())), option.palette);
     painter->drawText(values, Qt::AlignLeft | Qt::AlignVCenter, samples->GetColorText(index.row()));
     const QPoint point = samples->GetPoint(index.row());
     painter->setPen(option.palette.color(QPalette::PlaceholderText));

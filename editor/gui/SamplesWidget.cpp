@@ -84,6 +84,8 @@ void SamplesWidgetPrivate::Follow()
     QObject::connect(Document(), &LXDocumentInterface::Unlocked, m_pPanel, update);
     QObject::connect(m_pView, &ZKDocumentView::AboutDestroy, m_pPanel,
                      [this] { m_pPanel->SetView(nullptr); });
+    QObject::connect(m_pView, &ZKDocumentView::ColorTransformChanged, m_pPanel,
+                     [this] { m_Ui.m_pList->viewport()->update(); });
 }
 
 void SamplesWidgetPrivate::UpdateControls()

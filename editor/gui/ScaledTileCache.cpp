@@ -1,5 +1,6 @@
 #include "gui/ScaledTileCache.h"
 
+#include "gui/DisplayColors.h"
 #include "gui/TileReduction.h"
 
 #include <cstring>
@@ -50,6 +51,12 @@ void ScaledTileCache::Clear()
     m_Tiles.clear();
 }
 
+void ScaledTileCache::SetColors(const ZKCMSTransform& toScreen)
+{
+    m_ToScreen = toScreen;
+    Clear();
+}
+
 QSize ScaledTileCache::LevelSize(const QSize& size, int level)
 {
     const int box = 1 << level;
@@ -87,6 +94,7 @@ QImage ScaledTileCache::Fetch(const LXImage32& picture, const Key& key)
     }
     ReduceInto(picture, key.level, tile->stale.translated(tileRect.topLeft()), tile->image,
                tile->stale.topLeft());
+    DisplayColors::Convert(m_ToScreen, tile->image, tile->stale);
     m_MadePixels += qint64(tile->stale.width()) * tile->stale.height();
     tile->stale = QRect();
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/LXImage.h"
+#include "image/ZKCMSTransform.h"
 
 #include <QCache>
 #include <QImage>
@@ -23,6 +24,9 @@ public:
     /// What was made of this part of the picture is stale; picture coordinates.
     void Invalidate(const QRect& rect);
     void Clear();
+
+    /// From the picture's colors to those of the screen; empty at first. What was made before is dropped.
+    void SetColors(const ZKCMSTransform& toScreen);
 
     /// Size of a level of a picture of this size.
     static QSize LevelSize(const QSize& size, int level);
@@ -63,5 +67,6 @@ private:
     QImage Fetch(const LXImage32& picture, const Key& key);
 
     QCache<Key, Tile> m_Tiles; ///< cost in kilobytes
+    ZKCMSTransform m_ToScreen;
     qint64 m_MadePixels = 0;
 };

@@ -12,7 +12,17 @@
 
 namespace {
 constexpr double WheelUnitsToDouble = 360; ///< three notches
-}
+
+struct ToScreen : LXColorTransformBase
+{
+    explicit ToScreen(const ZKCMSTransform& transform) : m_Transform(transform) {}
+
+    void operator()(QColor& color) const override { m_Transform(color); }
+
+private:
+    ZKCMSTransform m_Transform;
+};
+} // namespace
 
 ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* history, QWidget* parent)
     : QGraphicsView(parent), m_pPrivate(std::make_unique<ZKDocumentViewPrivate>(this, document, history))
@@ -161,12 +171,7 @@ bool ZKDocumentView::AreSampleMarksShown() const
 
 std::shared_ptr<const LXColorTransformBase> ZKDocumentView::GetColorTransform() const
 {
-    struct Unchanged : LXColorTransformBase
-    {
-        void operator()(QColor&) const override {}
-    };
-
-    return std::make_shared<Unchanged>();
+    return std::make_shared<ToScreen>(m_pPrivate->m_ToScreen);
 }
 
 void ZKDocumentView::BlockStylizationView(bool block)

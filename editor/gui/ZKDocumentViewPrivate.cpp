@@ -1,3 +1,4 @@
+#include "core/ZKCMSManager.h"
 #include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -77,6 +78,9 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
     });
     connect(document, &LXDocumentInterface::TextCaretChanged, this, [this] { m_Caret.Update(Place()); });
     connect(document, &LXDocumentInterface::GuidesChanged, this, [this] { m_Guides.Update(Place()); });
+    connect(document, &LXDocumentInterface::ICCProfileChanged, this, &ZKDocumentViewPrivate::UpdateColors);
+    connect(ZKCMSManager::GetInstance(), &ZKCMSManager::DisplayChanged, this,
+            &ZKDocumentViewPrivate::UpdateColors);
     connect(&m_LayerSelection, &QItemSelectionModel::currentRowChanged, this,
             &ZKDocumentViewPrivate::TellCurrentLayer);
 
@@ -86,6 +90,7 @@ ZKDocumentViewPrivate::ZKDocumentViewPrivate(ZKDocumentView* view, LXDocumentInt
     connect(model, &QAbstractItemModel::modelReset, this, &ZKDocumentViewPrivate::SelectSomeLayer);
     SelectSomeLayer();
     FollowPathsAndSamples();
+    UpdateColors();
 }
 
 ZKDocumentViewPrivate* ZKDocumentViewPrivate::Get(const ZKDocumentView* view)
@@ -276,4 +281,12 @@ void ZKDocumentViewPrivate::UpdateLook()
 {
     m_Look = CanvasLook::ForSurround(m_pView->palette().color(QPalette::Dark));
     m_pView->viewport()->update();
+}
+
+void ZKDocumentViewPrivate::UpdateColors()
+{
+    m_ToScreen = ZKCMSManager::GetInstance()->ToDisplay(m_pDocument->GetICCProfile());
+    m_Tiles.SetColors(m_ToScreen);
+    m_pView->viewport()->update();
+    emit m_pView->ColorTransformChanged();
 }

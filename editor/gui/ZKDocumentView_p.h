@@ -14,6 +14,7 @@
 #include "gui/TextCaretLines.h"
 #include "gui/ViewAutoscroll.h"
 #include "gui/ViewPanning.h"
+#include "image/ZKCMSTransform.h"
 
 #include <QGraphicsScene>
 #include <QItemSelectionModel>
@@ -91,6 +92,7 @@ private:
     void TellCurrentLayer();
     void FollowPathsAndSamples();
     void UpdateLook();
+    void UpdateColors();
 
     ZKDocumentView* m_pView;
     LXDocumentInterface* m_pDocument;
@@ -100,6 +102,7 @@ private:
     ViewPanning* m_pPanning;
     ViewAutoscroll* m_pAutoscroll;
 
+    ZKCMSTransform m_ToScreen;
     ScaledTileCache m_Tiles;
     SelectionTint m_Tint;
     SelectionAnts m_Ants;

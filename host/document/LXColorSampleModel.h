@@ -32,6 +32,9 @@ public:
 
     ~LXColorSampleModel() override;
 
+    /// The document that the samples belong to.
+    LXDocumentInterface* GetDocument() const;
+
     /// The mean around the point, weighted by alpha; an invalid color outside the canvas.
     QColor GetColor(int row) const;
     /// Document pixels.

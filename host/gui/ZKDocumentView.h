@@ -85,8 +85,9 @@ public:
     void ShowSampleMarks(bool show);
     bool AreSampleMarksShown() const;
 
-    /// Turns colors of the document into those of the screen. Pictures are shown as they are, so it leaves
-    /// every color alone. Never null; the result may be used on any thread, also after the view is gone.
+    /// Turns colors of the document into those of the screen, as the view itself does. It stays as it is when
+    /// one of the two gets another profile (ColorTransformChanged). Never null; the result may be used on any
+    /// thread, also after the view is gone.
     std::shared_ptr<const LXColorTransformBase> GetColorTransform() const;
 
 signals:
@@ -97,6 +98,8 @@ signals:
     void SceneAreaChanged();
     /// Once, while everything of the view still stands.
     void AboutDestroy(ZKDocumentView* view);
+    /// GetColorTransform() answers something else from now on.
+    void ColorTransformChanged();
     /// The pointer moved over the viewport to this point, or left it.
     void CursorMoved(QPointF scenePos);
     void CursorLeft();
