@@ -35,4 +35,6 @@ constexpr int TextLayerChange = 41;
 constexpr int NewLayer = 42;
 constexpr int NewTextLayer = 43;
 constexpr int Adjustment = 44;
+constexpr int AssignProfile = 50;
+constexpr int ConvertProfile = 51;
 } // namespace CommandDataType

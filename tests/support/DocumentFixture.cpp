@@ -252,6 +252,7 @@ QStringList DocumentFixture::DescribeWhole(LXDocumentInterface* document)
 {
     QStringList lines = Describe(document);
     lines << QString("resolution %1").arg(document->GetDPI());
+    lines << QString("profile %1").arg(qHash(document->GetICCProfile().GetData(), 1));
     const LXPathsListModel* paths = document->GetPathListModel();
     for (int row = 0; row < paths->rowCount(); ++row) {
         lines << QString("path %1 %2").arg(paths->GetPathName(row), Text(paths->GetPath(row)));

@@ -45,7 +45,7 @@ bool AreEqual(const LXImage32& a, const LXImage32& b);
 /// those that are kept; without the merged picture.
 QStringList Describe(LXDocumentInterface* document);
 
-/// Describe(), the resolution, the paths, color samples and guides, and the merged picture.
+/// Describe(), the resolution, the profile, the paths, color samples and guides, and the merged picture.
 QStringList DescribeWhole(LXDocumentInterface* document);
 
 /// Every signal of the document and its model, in order, as "Name arguments".

@@ -25,7 +25,7 @@ using namespace DocumentFixture;
 
 void CommandWalker::Step()
 {
-    switch (Pick(0, 21)) {
+    switch (Pick(0, 22)) {
     case 0:
     case 1: return PaintLayer();
     case 2: return PaintMask();
@@ -47,6 +47,7 @@ void CommandWalker::Step()
     case 18:
     case 19: return WorkOnText();
     case 20: return WorkOnAdjustment();
+    case 21: return ChangeProfile();
     default: return ChangeSample();
     }
 }

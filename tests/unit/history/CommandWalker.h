@@ -74,6 +74,7 @@ private:
     void ChangeSample();
     void ChangeGuides();
     void ChangeChannels();
+    void ChangeProfile();
 
     LXDocumentInterface* m_pDocument;
     LexoUndoStack* m_pStack;

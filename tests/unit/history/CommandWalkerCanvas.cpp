@@ -18,9 +18,11 @@
 #include "history/ImageSizeCommandData.h"
 #include "history/InsertPathCommandData.h"
 #include "history/InsertSubpathCommandData.h"
+#include "history/LayerColors.h"
 #include "history/LexoUndoStack.h"
 #include "history/PathCommand.h"
 #include "history/PathCommands.h"
+#include "history/ProfileCommands.h"
 #include "history/RemovePathCommandData.h"
 #include "history/RemoveSubpathCommandData.h"
 #include "history/SubpathCommand.h"
@@ -31,6 +33,7 @@
 #include "history/TransformSelectionCommandData.h"
 
 #include <QColor>
+#include <QColorSpace>
 
 using namespace DocumentFixture;
 
@@ -281,4 +284,19 @@ void CommandWalker::ChangeChannels()
     // What moves is put down before it is read.
     m_pStack->commit();
     m_pStack->push(ChannelCommands::Save(m_pDocument, QString::number(Pick(1, 3))));
+}
+
+void CommandWalker::ChangeProfile()
+{
+    static const QVector<ZKCMSProfile> profiles{
+        ZKCMSProfile::SRGB(), ZKCMSProfile(QColorSpace(QColorSpace::AdobeRgb).iccProfile()),
+        ZKCMSProfile(QColorSpace(QColorSpace::ProPhotoRgb).iccProfile())};
+    const int present = profiles.indexOf(m_pDocument->GetICCProfile());
+    const ZKCMSProfile& other = profiles[(present + Pick(1, 2)) % profiles.size()];
+    if (PickBool()) return m_pStack->push(ProfileCommands::Assign(m_pDocument, other));
+
+    m_pStack->commit();
+    const LayerColors before = LayerColors::Of(m_pDocument);
+    const LayerColors after = before.Converted(other);
+    m_pStack->push(ProfileCommands::Convert(m_pDocument, before, after));
 }
