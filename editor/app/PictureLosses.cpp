@@ -71,8 +71,11 @@ QStringList PictureLosses::OfContent(const LXDocumentInterface* document, const 
     if (!PictureFile::KeepsAlpha(format) && HasTransparency(picture.image)) {
         losses.append(Tr("%1 holds no transparency: what is transparent becomes white.").arg(name));
     }
-    if (!PictureFile::KeepsProfile(format) && !picture.iccProfile.isEmpty()) {
-        losses.append(Tr("%1 holds no color profile: colors may look different in the file.").arg(name));
+    if (!PictureFile::KeepsProfile(format, picture.iccProfile)) {
+        const char* text = PictureFile::KeepsProfile(format)
+                               ? "%1 can't hold this color profile: colors may look different in the file."
+                               : "%1 holds no color profile: colors may look different in the file.";
+        losses.append(Tr(text).arg(name));
     }
     return losses;
 }

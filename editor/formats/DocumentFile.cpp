@@ -16,6 +16,7 @@ DocumentFile::ReadResult DocumentFile::Read(const QString& path, const FormatLim
         const PictureFile::ReadResult read = PictureFile::ReadPicture(path, limits, progress);
         result.outcome = read.outcome;
         result.picture = read.picture;
+        result.notice = read.picture.profileProblem;
     }
     return result;
 }

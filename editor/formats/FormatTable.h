@@ -62,6 +62,8 @@ struct FormatEntry
     int maxSide; ///< pixels that the format can hold, of width and of height
     PictureFile::Error (*decode)(DecodeJob& job);
     PictureFile::Error (*encode)(const EncodeJob& job); ///< null where files are only read
+    /// Whether a file holds this profile; null where it holds all of them, or none.
+    bool (*holdsProfile)(const QByteArray& icc) = nullptr;
 };
 
 /// Whether a file that begins so is of this kind.

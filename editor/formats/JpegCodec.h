@@ -9,4 +9,7 @@ constexpr int MaxSide = 65500; ///< pixels; what the library writes
 
 PictureFile::Error Decode(DecodeJob& job);
 PictureFile::Error Encode(const EncodeJob& job);
+
+/// A file has room for 255 segments of a profile.
+bool HoldsProfile(const QByteArray& icc);
 } // namespace JpegCodec

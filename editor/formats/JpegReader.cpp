@@ -197,10 +197,27 @@ bool JpegReader::TakeProfile()
     unsigned int length = 0;
     const bool isRead = Guarded(m_Errors, [&] { jpeg_read_icc_profile(&m_Jpeg, &profile, &length); });
     const std::unique_ptr<JOCTET, decltype(&std::free)> owner(profile, &std::free);
-    if (!isRead || !profile) return isRead;
-    const QByteArray bytes(reinterpret_cast<const char*>(profile), static_cast<int>(length));
-    if (PictureMetadata::IsRgbProfile(bytes)) m_Job.picture.iccProfile = bytes;
+    if (!isRead) return false;
+    if (profile) {
+        const QByteArray bytes(reinterpret_cast<const char*>(profile), static_cast<int>(length));
+        PictureMetadata::TakeProfile(bytes, m_Job.picture);
+    } else if (HasProfileSegment()) {
+        // Some of its segments are missing, or out of order.
+        m_Job.picture.profileProblem = PictureMetadata::ProfileProblem(ZKCMSProfile("segments"));
+    }
     return true;
+}
+
+bool JpegReader::HasProfileSegment() const
+{
+    constexpr char mark[] = "ICC_PROFILE";
+    for (const jpeg_marker_struct* marker = m_Jpeg.marker_list; marker; marker = marker->next) {
+        if (marker->marker == JpegLibrary::IccMarker && marker->data_length >= sizeof(mark) &&
+            std::memcmp(marker->data, mark, sizeof(mark)) == 0) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void JpegReader::TakeResolution()

@@ -47,6 +47,7 @@ private:
     PictureFile::Error Failure() const;
     void TakeExif();
     bool TakeProfile();
+    bool HasProfileSegment() const;
     void TakeResolution();
 
     DecodeJob& m_Job;

@@ -29,14 +29,16 @@ FormatFailure ErrorOfName(const QString& path)
 }
 
 /// What can't be shown as its author meant it; such things are told once, at opening.
-QString NoticeOf(const OraStack& stack)
+QString NoticeOf(const OraReader& reader)
 {
+    const OraStack& stack = reader.Stack();
     QStringList notices;
     if (stack.hasGroups) notices << Tr("Layer groups were dissolved: their layers stand in the list.");
     if (stack.hasUnknownModes) {
         notices << Tr(
             "Layers with unknown blend modes are shown in mode Normal; the file keeps their modes.");
     }
+    if (!reader.ProfileProblem().isEmpty()) notices << reader.ProfileProblem();
     return notices.join(' ');
 }
 } // namespace
@@ -84,7 +86,7 @@ OraFile::ReadResult OraFile::Read(const QString& path, const FormatLimits& limit
     }
     progress.Tell(1000);
     result.content = reader.Content();
-    result.notice = NoticeOf(reader.Stack());
+    result.notice = NoticeOf(reader);
     return result;
 }
 

@@ -156,10 +156,17 @@ FormatFailure OraReader::ReadChannels()
 
 FormatFailure OraReader::ReadProfile()
 {
-    m_Content.iccProfile = m_LayerProfile;
-    if (m_Stack.profileEntry.isEmpty()) return {};
-    m_Used.insert(m_Stack.profileEntry);
-    return m_Archive.ReadAll(m_Stack.profileEntry, MostMetadataBytes, &m_Content.iccProfile);
+    QByteArray bytes = m_LayerProfile;
+    if (!m_Stack.profileEntry.isEmpty()) {
+        m_Used.insert(m_Stack.profileEntry);
+        FormatFailure failure = m_Archive.ReadAll(m_Stack.profileEntry, MostMetadataBytes, &bytes);
+        if (!failure.IsNone()) return failure;
+    }
+    Picture picture;
+    PictureMetadata::TakeProfile(bytes, picture);
+    m_Content.iccProfile = picture.iccProfile;
+    m_ProfileProblem = picture.profileProblem;
+    return {};
 }
 
 FormatFailure OraReader::ReadMetadata(const OraStack::Layer& layer, LXImage32* image)

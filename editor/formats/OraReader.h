@@ -28,6 +28,9 @@ public:
 
     const OraStack& Stack() const { return m_Stack; }
 
+    /// As Picture::profileProblem.
+    QString ProfileProblem() const { return m_ProfileProblem; }
+
 private:
     FormatFailure CheckMimetype() const;
     FormatFailure ReadStack();
@@ -52,4 +55,5 @@ private:
     qint64 m_LayerBytes = 0;   ///< that all images will need
     qint64 m_DoneBytes = 0;    ///< of them, for the progress
     QByteArray m_LayerProfile; ///< of the first layer that brings one
+    QString m_ProfileProblem;
 };

@@ -131,6 +131,13 @@ bool PictureFile::KeepsProfile(Format format)
     return entry && entry->keeps.profile;
 }
 
+bool PictureFile::KeepsProfile(Format format, const QByteArray& iccProfile)
+{
+    const FormatEntry* entry = FindFormat(format);
+    if (iccProfile.isEmpty()) return true;
+    return entry && entry->keeps.profile && (!entry->holdsProfile || entry->holdsProfile(iccProfile));
+}
+
 bool PictureFile::KeepsExif(Format format)
 {
     const FormatEntry* entry = FindFormat(format);

@@ -90,8 +90,10 @@ ZK_EDITOR_EXPORT bool CanWrite(Format format);
 /// Whether transparency survives saving; if not, the user is told before.
 ZK_EDITOR_EXPORT bool KeepsAlpha(Format format);
 
-/// Whether the color profile survives saving.
+/// Whether color profiles survive saving.
 ZK_EDITOR_EXPORT bool KeepsProfile(Format format);
+/// Whether this one does: some formats can't hold every profile. True for none.
+ZK_EDITOR_EXPORT bool KeepsProfile(Format format, const QByteArray& iccProfile);
 
 /// Whether what the camera noted (Exif) survives saving.
 ZK_EDITOR_EXPORT bool KeepsExif(Format format);

@@ -1,16 +1,31 @@
 #include "formats/PictureMetadata.h"
 
+#include "core/IccFile.h"
 #include "formats/ExifBlock.h"
 #include "formats/Orientation.h"
 #include "formats/Picture.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
-bool PictureMetadata::IsRgbProfile(const QByteArray& bytes)
+QString PictureMetadata::ProfileProblem(const ZKCMSProfile& profile)
 {
-    constexpr int headerLength = 128;
-    constexpr int colorSpaceAt = 16;
-    return bytes.size() > headerLength && bytes.mid(colorSpaceAt, 4) == "RGB ";
+    return QCoreApplication::translate("PictureMetadata",
+                                       "The color profile in the file %1 It was left out: the colors are "
+                                       "shown as sRGB.")
+        .arg(IccFile::WhyUnusable(profile));
+}
+
+void PictureMetadata::TakeProfile(const QByteArray& bytes, Picture& picture)
+{
+    if (bytes.isEmpty()) return;
+    const ZKCMSProfile profile(bytes);
+    if (profile.IsValid()) {
+        picture.iccProfile = bytes;
+    } else {
+        picture.profileProblem = ProfileProblem(profile);
+    }
 }
 
 double PictureMetadata::TidyDpi(double dpi)

@@ -3,15 +3,21 @@
 #include <QByteArray>
 
 struct Picture;
+class QString;
+class ZKCMSProfile;
 
 /// What goes with a picture's pixels. Any thread.
 namespace PictureMetadata {
 /// Resolutions above mean nothing.
 constexpr double LargestDpi = 100000;
 
-/// Whether the bytes are an ICC profile for RGB; profiles of gray and CMYK files mean nothing for pixels that
-/// came in as RGB.
-bool IsRgbProfile(const QByteArray& bytes);
+/// What of an ICC profile in a file becomes the picture's: all of one for RGB. Damaged ones and those of gray
+/// and CMYK files, which mean nothing for pixels that came in as RGB, are told as the picture's problem.
+/// @param bytes  empty for a file without one
+void TakeProfile(const QByteArray& bytes, Picture& picture);
+
+/// The words for a profile that can't be a picture's.
+QString ProfileProblem(const ZKCMSProfile& profile);
 
 /// Pixels per inch without the dust of other units: 72 for the 2835 pixels per meter that a file has. 0 for
 /// values that mean nothing.

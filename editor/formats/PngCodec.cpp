@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -37,6 +38,12 @@ void GiveUp(png_structp png, png_const_charp)
 }
 
 void IgnoreWarning(png_structp, png_const_charp) {}
+
+/// The library warns of a profile with the name of its chunk.
+void NoteWarning(png_structp png, png_const_charp text)
+{
+    if (std::strncmp(text, "iCCP", 4) == 0) *static_cast<bool*>(png_get_error_ptr(png)) = true;
+}
 
 void ReadBytes(png_structp png, png_bytep bytes, size_t length)
 {
@@ -88,7 +95,7 @@ class PngReader
 public:
     explicit PngReader(DecodeJob& job) : m_Job(job)
     {
-        m_pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, GiveUp, IgnoreWarning);
+        m_pPng = png_create_read_struct(PNG_LIBPNG_VER_STRING, &m_bProfileRefused, GiveUp, NoteWarning);
         m_pInfo = m_pPng ? png_create_info_struct(m_pPng) : nullptr;
     }
 
@@ -109,6 +116,7 @@ private:
     png_structp m_pPng = nullptr;
     png_infop m_pInfo = nullptr;
     int m_Passes = 1;
+    bool m_bProfileRefused = false;
 };
 
 Error PngReader::Read()
@@ -199,7 +207,9 @@ void PngReader::TakeMetadata()
     png_uint_32 profileLength = 0;
     if (png_get_iCCP(m_pPng, m_pInfo, &name, &method, &profile, &profileLength)) {
         const QByteArray bytes(reinterpret_cast<const char*>(profile), static_cast<int>(profileLength));
-        if (PictureMetadata::IsRgbProfile(bytes)) picture.iccProfile = bytes;
+        PictureMetadata::TakeProfile(bytes, picture);
+    } else if (m_bProfileRefused) {
+        picture.profileProblem = PictureMetadata::ProfileProblem(ZKCMSProfile("refused"));
     }
 
     png_bytep exif = nullptr;

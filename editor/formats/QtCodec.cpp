@@ -43,8 +43,7 @@ Error Decode(DecodeJob& job, const char* format)
     if (!reader.read(&image)) return Error::Broken;
     if (job.progress.IsCancelled()) return Error::Cancelled;
 
-    const QByteArray profile = image.colorSpace().iccProfile();
-    if (PictureMetadata::IsRgbProfile(profile)) job.picture.iccProfile = profile;
+    PictureMetadata::TakeProfile(image.colorSpace().iccProfile(), job.picture);
     job.picture.dpi = DpiOf(image);
     image = image.convertToFormat(QImage::Format_ARGB32);
     if (image.isNull()) return Error::OutOfMemory;
@@ -232,4 +231,10 @@ Error QtCodec::EncodeBmp(const EncodeJob& job)
     QImageWriter writer;
     writer.setFormat("bmp");
     return Encode(job, writer, Flattened(ImageOf(job.picture)));
+}
+
+bool QtCodec::HoldsProfile(const QByteArray& icc)
+{
+    const QColorSpace space = QColorSpace::fromIccProfile(icc);
+    return space.isValid() && space.iccProfile() == icc;
 }

@@ -18,4 +18,8 @@ PictureFile::Error EncodeTiff(const EncodeJob& job);
 /// Without loss, but for the color under alpha 0.
 PictureFile::Error EncodeWebp(const EncodeJob& job);
 PictureFile::Error EncodeBmp(const EncodeJob& job);
+
+/// Qt's writers and readers keep only profiles that Qt itself can work with: those made of curves and a
+/// matrix.
+bool HoldsProfile(const QByteArray& icc);
 } // namespace QtCodec

@@ -1,5 +1,7 @@
 #include "support/FileBytes.h"
 
+#include <QColorSpace>
+
 #include <algorithm>
 
 QByteArray FileBytes::Big16(quint32 value)
@@ -102,6 +104,7 @@ QByteArray FileBytes::ExifSegment(const QByteArray& exif)
 
 QByteArray FileBytes::IccProfile(const char* colorSpace)
 {
+    if (qstrcmp(colorSpace, "RGB ") == 0) return QColorSpace(QColorSpace::ProPhotoRgb).iccProfile();
     constexpr int headerLength = 128;
     constexpr int tagTableLength = 4 + 12;
     // Long and uneven enough for libpng, which takes profiles that pack very well for too short.

@@ -80,7 +80,7 @@ QByteArray Exif(const ExifSpec& spec);
 /// The same with the mark.
 QByteArray ExifSegment(const QByteArray& exif);
 
-/// A short but regular profile.
+/// A short profile: a whole one for "RGB ", for others a regular head.
 /// @param colorSpace  what colors it is for, such as "RGB "
 QByteArray IccProfile(const char* colorSpace);
 } // namespace FileBytes
