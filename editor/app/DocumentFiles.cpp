@@ -4,6 +4,7 @@
 #include "app/MainWindow.h"
 #include "app/WaitedWork.h"
 #include "core/ZKApplication.h"
+#include "core/ZKCMSManager.h"
 #include "document/LXDocumentFactory.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -54,6 +55,13 @@ QString NewName()
     return QStringLiteral("%1 %2").arg(name).arg(number);
 }
 
+/// Colors are chosen in the working profile. sRGB is what all programs take a picture without one for.
+ZKCMSProfile ProfileOfNew()
+{
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    const int working = manager->GetWorkingRGBIndex();
+    return working == 0 ? ZKCMSProfile() : manager->GetRGBProfile(working);
+}
 } // namespace
 
 DocumentFiles::DocumentFiles(MainWindow* window) : m_pWindow(window)
@@ -72,6 +80,7 @@ LXDocumentInterface* DocumentFiles::New(const QSize& size, const QColor& backgro
         LXImage32 image(size.width(), size.height());
         if (background.alpha() > 0) image.Fill(LXRGBA32i(background.rgba()));
         document->SetDocumentSize(size);
+        document->SetICCProfile(ProfileOfNew());
         document->AddLayer(tr("Background"), image, QPoint(0, 0));
     } catch (const std::exception& error) {
         LXDocumentFactory::Instance()->Release(document);

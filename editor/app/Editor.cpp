@@ -16,6 +16,7 @@
 #include "app/ModifyMenu.h"
 #include "app/PictureDrops.h"
 #include "app/PreferencesUse.h"
+#include "app/ProfileMenu.h"
 #include "app/RecentFiles.h"
 #include "app/ViewMenu.h"
 #include "app/WindowMenu.h"
@@ -102,6 +103,7 @@ void Editor::BuildWindow()
     new ViewMenu(window);
     new GuideMenu(window);
     new DragAidsMenu(window);
+    new ProfileMenu(window);
     new LayerMenu(window);
     new ModifyMenu(window);
     new ChannelMenu(window);

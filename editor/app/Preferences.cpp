@@ -28,6 +28,7 @@ Preferences Preferences::Read()
     if (look == QLatin1String(LightTokens.name)) values.look = Theme::Look::Light;
     values.scale = ReadScale();
     values.fileLimits = FormatLimitSettings::Read();
+    values.colors = ColorPreferences::Read();
     return values;
 }
 
@@ -39,6 +40,7 @@ void Preferences::Write() const
     ZKApplication::SetUserValue(LookKey, QString::fromLatin1(Theme::Tokens(look).name));
     ZKApplication::SetUserValue(ScaleKey, scale);
     FormatLimitSettings::Write(fileLimits);
+    colors.Write();
 }
 
 double Preferences::ReadScale()

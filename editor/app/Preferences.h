@@ -2,6 +2,7 @@
 
 #include "EditorExport.h"
 
+#include "app/ColorPreferences.h"
 #include "formats/FormatLimits.h"
 #include "resource/Theme.h"
 
@@ -21,6 +22,7 @@ struct ZK_EDITOR_EXPORT Preferences
     Theme::Look look = Theme::Look::Dark;
     double scale = LeastScale; ///< of everything on the screen; counts from the next start on
     FormatLimits fileLimits;
+    ColorPreferences colors;
 
     /// What the settings file says. A value that is missing, no number or out of range is the default's.
     static Preferences Read();

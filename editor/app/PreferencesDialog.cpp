@@ -2,6 +2,9 @@
 
 #include "ui_PreferencesDialog.h"
 
+#include "core/ZKCMSManager.h"
+
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QPushButton>
 
@@ -15,6 +18,19 @@ enum LookRow
     DarkRow,
     LightRow,
 };
+
+enum IntentRow
+{
+    RelativeRow,
+    PerceptualRow,
+};
+
+/// A profile whose file is gone stays chosen until another one is.
+void Choose(QComboBox* profiles, const QString& file)
+{
+    if (profiles->findData(file) < 0) profiles->addItem(QFileInfo(file).fileName(), file);
+    profiles->setCurrentIndex(profiles->findData(file));
+}
 } // namespace
 
 PreferencesDialog::PreferencesDialog(const Preferences& values, QWidget* parent)
@@ -22,6 +38,7 @@ PreferencesDialog::PreferencesDialog(const Preferences& values, QWidget* parent)
 {
     m_pUi->setupUi(this);
     SetUpScales();
+    SetUpProfiles();
     AlignFields();
     Show(values);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -39,6 +56,19 @@ void PreferencesDialog::SetUpScales()
     for (int percent = qRound(Preferences::LeastScale * 100); percent <= qRound(Preferences::MostScale * 100);
          percent += ScaleStep) {
         m_pUi->m_pScaleCmb->addItem(tr("%1 %").arg(percent), percent / 100.0);
+    }
+}
+
+void PreferencesDialog::SetUpProfiles()
+{
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    m_pUi->m_pScreenCmb->addItem(tr("The screen's own"), QString());
+    m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(0), QString(ColorPreferences::PlainScreen));
+    for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
+        if (!manager->GetRGBProfile(index).IsTarget()) continue;
+        const QString file = manager->GetRGBProfileFile(index);
+        m_pUi->m_pWorkingCmb->addItem(manager->GetRGBProfileName(index), file);
+        if (index > 0) m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(index), file);
     }
 }
 
@@ -69,6 +99,11 @@ void PreferencesDialog::Show(const Preferences& values)
     m_pUi->m_pLookCmb->setCurrentIndex(values.look == Theme::Look::Light ? LightRow : DarkRow);
     const int scale = m_pUi->m_pScaleCmb->findData(values.scale);
     m_pUi->m_pScaleCmb->setCurrentIndex(qMax(0, scale));
+    Choose(m_pUi->m_pWorkingCmb, values.colors.workingProfile);
+    Choose(m_pUi->m_pScreenCmb, values.colors.screenProfile);
+    const bool isPerceptual = values.colors.rendering.intent == ZKCMSRendering::Intent::Perceptual;
+    m_pUi->m_pIntentCmb->setCurrentIndex(isPerceptual ? PerceptualRow : RelativeRow);
+    m_pUi->m_pBlackPointChb->setChecked(values.colors.rendering.blackPoint);
     m_pUi->m_pMemorySpn->setValue(values.memoryMegabytes);
     m_pUi->m_pUndoStepsSpn->setValue(values.undoSteps);
     m_pUi->m_pUndoMemorySpn->setValue(values.undoMegabytes);
@@ -81,6 +116,12 @@ Preferences PreferencesDialog::GetValues() const
     Preferences values;
     values.look = m_pUi->m_pLookCmb->currentIndex() == LightRow ? Theme::Look::Light : Theme::Look::Dark;
     values.scale = m_pUi->m_pScaleCmb->currentData().toDouble();
+    values.colors.workingProfile = m_pUi->m_pWorkingCmb->currentData().toString();
+    values.colors.screenProfile = m_pUi->m_pScreenCmb->currentData().toString();
+    const bool isPerceptual = m_pUi->m_pIntentCmb->currentIndex() == PerceptualRow;
+    values.colors.rendering = {isPerceptual ? ZKCMSRendering::Intent::Perceptual
+                                            : ZKCMSRendering::Intent::Relative,
+                               m_pUi->m_pBlackPointChb->isChecked()};
     const int memory = m_pUi->m_pMemorySpn->value();
     values.memoryMegabytes = memory == 0 ? 0 : qMax(memory, Preferences::LeastMemoryMegabytes);
     values.undoSteps = m_pUi->m_pUndoStepsSpn->value();

@@ -25,6 +25,7 @@ public:
 
 private:
     void SetUpScales();
+    void SetUpProfiles();
     void AlignFields();
     void Show(const Preferences& values);
 

@@ -4,8 +4,10 @@
 #include "app/PreferencesDialog.h"
 #include "gui/LXMdiArea.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/LXMessageBox.h"
 #include "history/LexoUndoStack.h"
 #include "image/LXTileManager.h"
+#include "resource/LXResource.h"
 
 namespace {
 constexpr qint64 Megabyte = 1024 * 1024;
@@ -51,6 +53,20 @@ void PreferencesUse::Use(const Preferences& values)
     for (ZKDocumentView* view : m_pWindow->GetDocumentArea()->findChildren<ZKDocumentView*>())
         LimitHistory(view);
     if (values.look != Theme::Current()) Theme::Apply(values.look, m_Resources);
+    const QString message = values.colors.Use();
+    if (!message.isEmpty()) Tell(message);
+}
+
+void PreferencesUse::Tell(const QString& message)
+{
+    // At the start there is no window yet to show it over.
+    QMetaObject::invokeMethod(
+        this,
+        [this, message] {
+            LXMessageBox::Warning(m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
+                                  message);
+        },
+        Qt::QueuedConnection);
 }
 
 void PreferencesUse::LimitHistory(ZKDocumentView* view) const

@@ -6,8 +6,8 @@ class MainWindow;
 class ZKDocumentView;
 struct Preferences;
 
-/// Makes the running program follow the preferences: its look, the memory for pictures and the limits of
-/// every history. Reads them at its start and whenever they are changed. Main thread only.
+/// Makes the running program follow the preferences: its look, its color profiles, the memory for pictures
+/// and the limits of every history. Reads them at its start and whenever they are changed. Main thread only.
 class PreferencesUse : public QObject
 {
     Q_OBJECT
@@ -24,6 +24,7 @@ public:
 
 private:
     void Use(const Preferences& values);
+    void Tell(const QString& message);
     void LimitHistory(ZKDocumentView* view) const;
 
     MainWindow* m_pWindow;

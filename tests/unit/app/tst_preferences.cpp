@@ -26,21 +26,33 @@ private slots:
 };
 
 namespace {
-constexpr const char* Keys[] = {
-    "Editor/MemoryMegabytes", "Editor/UndoSteps",  "Editor/UndoMegabytes",         "Editor/Look",
-    "Editor/Scale",           "Files/LargestSide", "Files/LargestDecodedMegabytes"};
+constexpr const char* Keys[] = {"Editor/MemoryMegabytes",
+                                "Editor/UndoSteps",
+                                "Editor/UndoMegabytes",
+                                "Editor/Look",
+                                "Editor/Scale",
+                                "Files/LargestSide",
+                                "Files/LargestDecodedMegabytes",
+                                "Color/WorkingProfile",
+                                "Color/ScreenProfile",
+                                "Color/Rendering",
+                                "Color/BlackPoint"};
 
 /// All values in one line, for comparing.
 QString Line(const Preferences& values)
 {
-    return QStringLiteral("memory %1, undo %2 steps %3 MB, look %4, scale %5, files %6 px %7 bytes")
+    return QStringLiteral("memory %1, undo %2 steps %3 MB, look %4, scale %5, files %6 px %7 bytes, "
+                          "colors %8 on %9, %10 %11")
         .arg(values.memoryMegabytes)
         .arg(values.undoSteps)
         .arg(values.undoMegabytes)
         .arg(values.look == Theme::Look::Light ? "light" : "dark")
         .arg(values.scale)
         .arg(values.fileLimits.maxSide)
-        .arg(values.fileLimits.maxDecodedBytes);
+        .arg(values.fileLimits.maxDecodedBytes)
+        .arg(values.colors.workingProfile, values.colors.screenProfile)
+        .arg(int(values.colors.rendering.intent))
+        .arg(values.colors.rendering.blackPoint);
 }
 
 Preferences OtherValues()
@@ -53,6 +65,9 @@ Preferences OtherValues()
     values.scale = 1.75;
     values.fileLimits.maxSide = 9000;
     values.fileLimits.maxDecodedBytes = qint64(300) * 1024 * 1024;
+    values.colors.workingProfile = "/gone/working.icc";
+    values.colors.screenProfile = ColorPreferences::PlainScreen;
+    values.colors.rendering = {ZKCMSRendering::Intent::Perceptual, false};
     return values;
 }
 } // namespace
@@ -99,6 +114,8 @@ void TestPreferences::aWrongValueIsTheDefault_data()
                                         << "2.25";
     QTest::newRow("scale is no number") << "Editor/Scale"
                                         << "nan";
+    QTest::newRow("unknown rendering") << "Color/Rendering"
+                                       << "bright";
     QTest::newRow("side is 0") << "Files/LargestSide"
                                << "0";
 }
