@@ -2,6 +2,7 @@
 
 #include "common/MaskBlend.h"
 #include "image/LXImageConvert.h"
+#include "image/ZKCMSTransform.h"
 #include "utils/Utils.h"
 
 #include <QPointF>
@@ -173,9 +174,11 @@ QImage ClipboardPixels::FitInto(const LXImage32& image, int side)
 
 QImage ClipboardPixels::ForSystemClipboard(const LXImage32& image)
 {
-    if (image.Width() > LongestSide || image.Height() > LongestSide) return FitInto(image, LongestSide);
+    LXImage32 shared = image;
+    ZKCMSTransform(image.m_Profile, ZKCMSProfile())(shared);
+    if (image.Width() > LongestSide || image.Height() > LongestSide) return FitInto(shared, LongestSide);
 
     QImage converted;
-    ConvertImage(image, converted);
+    ConvertImage(shared, converted);
     return converted;
 }

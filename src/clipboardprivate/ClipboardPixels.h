@@ -63,7 +63,7 @@ bool AreSame(const LXImage32& one, const LXImage32& other);
 /// would be shorter than a pixel.
 QImage FitInto(const LXImage32& image, int side);
 
-/// For the system clipboard, where no side is longer than LongestSide.
+/// For the system clipboard, where no side is longer than LongestSide and colors are those of sRGB.
 QImage ForSystemClipboard(const LXImage32& image);
 
 constexpr int LongestSide = 5000;

@@ -1,7 +1,9 @@
 #include "clipboardprivate/ClipboardPixels.h"
 
 #include "image/BlendMode.h"
+#include "image/ZKCMSTransform.h"
 #include "support/BlendTwin.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>
@@ -102,6 +104,7 @@ private slots:
     void theSystemClipboardGetsNoLongerSideThan5000_data();
     void theSystemClipboardGetsNoLongerSideThan5000();
     void theSystemClipboardGetsTheBytes();
+    void theSystemClipboardGetsTheColorsOfSRgb();
 
 private:
     std::mt19937 m_Random{7};
@@ -315,6 +318,21 @@ void TestClipboardPixels::theSystemClipboardGetsTheBytes()
         for (int x = 0; x < image.width; ++x)
             QCOMPARE(given.pixel(x, y), image.At(x, y).value);
     }
+}
+
+void TestClipboardPixels::theSystemClipboardGetsTheColorsOfSRgb()
+{
+    LXImage32 image(20, 10);
+    image.Fill(LXRGBA32i(0x80C85A28));
+    image.m_Profile = IccProfiles::AdobeRgb();
+    LXRGBA32i expected(0x80C85A28);
+    ZKCMSTransform(image.m_Profile, ZKCMSProfile())(&expected, 1);
+    QVERIFY(expected.value != 0x80C85A28);
+    QCOMPARE(ClipboardPixels::ForSystemClipboard(image).pixel(3, 3), expected.value);
+    // The row keeps its own.
+    QCOMPARE(image.GetColor(3, 3).value, 0x80C85A28U);
+    image.m_Profile = ZKCMSProfile("a profile");
+    QCOMPARE(ClipboardPixels::ForSystemClipboard(image).pixel(3, 3), 0x80C85A28U);
 }
 
 ZK_REGISTER_TEST(tst_clipboardpixels, TestClipboardPixels)
