@@ -1,6 +1,7 @@
 #include "scripting/ScriptApplication.h"
 
 #include "core/ZKApplication.h"
+#include "core/ZKCMSManager.h"
 #include "gui/LexoAppKeyHook.h"
 #include "resource/LXResource.h"
 #include "scripting/CursorWords.h"
@@ -75,6 +76,35 @@ void ScriptApplication::SetPattern(int index)
     Call([&] {
         ZKApplication::SetTexturePatternIndex(
             ScriptArguments::ToInteger(index, "pattern", 0, ZKApplication::GetPatternCount() - 1));
+    });
+}
+
+QStringList ScriptApplication::GetProfiles() const
+{
+    QStringList names;
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
+        names << manager->GetRGBProfileName(index);
+    }
+    return names;
+}
+
+QString ScriptApplication::GetWorkingProfile() const
+{
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    return manager->GetRGBProfileName(manager->GetWorkingRGBIndex());
+}
+
+void ScriptApplication::SetWorkingProfile(const QString& name)
+{
+    Call([&] {
+        ZKCMSManager* manager = ZKCMSManager::GetInstance();
+        const int index = manager->FindRGBProfile(name);
+        if (index < 0) throw ScriptError(QStringLiteral("There is no color profile \"%1\".").arg(name));
+        manager->SetWorkingRGBIndex(index);
+        if (manager->GetWorkingRGBIndex() != index) {
+            throw ScriptError(QStringLiteral("No color can be brought into \"%1\".").arg(name));
+        }
     });
 }
 

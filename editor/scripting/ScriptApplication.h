@@ -3,6 +3,7 @@
 #include "scripting/ScriptObject.h"
 
 #include <QString>
+#include <QStringList>
 
 /// `application`: what belongs to the program and not to a document.
 class ScriptApplication : public ScriptObject
@@ -17,6 +18,10 @@ class ScriptApplication : public ScriptObject
     Q_PROPERTY(int patternCount READ GetPatternCount)
     /// The index of the chosen pattern.
     Q_PROPERTY(int pattern READ GetPattern WRITE SetPattern)
+    /// The names of the color profiles, sRGB first.
+    Q_PROPERTY(QStringList profiles READ GetProfiles)
+    /// The name of the one that the two colors are meant in; until the end of the program.
+    Q_PROPERTY(QString workingProfile READ GetWorkingProfile WRITE SetWorkingProfile)
     Q_PROPERTY(QString name READ GetName)
     Q_PROPERTY(QString version READ GetVersion)
     Q_PROPERTY(QString dataFolder READ GetDataFolder)
@@ -42,6 +47,9 @@ public:
     int GetPatternCount() const;
     int GetPattern() const;
     void SetPattern(int index);
+    QStringList GetProfiles() const;
+    QString GetWorkingProfile() const;
+    void SetWorkingProfile(const QString& name);
     QString GetName() const;
     QString GetVersion() const;
     QString GetDataFolder() const;

@@ -35,6 +35,8 @@ class ScriptDocument : public ScriptObject
     Q_PROPERTY(QJSValue samples READ GetSamples)
     /// The names of the selections that it keeps, the oldest first.
     Q_PROPERTY(QStringList savedSelections READ GetSavedSelections)
+    /// The name of its color profile; empty for none.
+    Q_PROPERTY(QString profile READ GetProfile)
 
 public:
     ScriptDocument(ScriptContext& context, LXDocumentInterface* document);
@@ -57,6 +59,7 @@ public:
     QStringList GetPaths() const;
     QJSValue GetSamples() const;
     QStringList GetSavedSelections() const;
+    QString GetProfile() const;
 
     /// Brings its window to the front.
     Q_INVOKABLE void activate();
@@ -74,6 +77,12 @@ public:
     Q_INVOKABLE void loadSelection(const QString& name, const QString& mode = QString());
     /// One step.
     Q_INVOKABLE void deleteSavedSelection(const QString& name);
+    /// Another profile for the same values: a name of `application.profiles`, a file, or "" for none; one
+    /// step.
+    Q_INVOKABLE void assignProfile(const QString& nameOrFile);
+    /// The same colors in another profile; one step. `intent` is "relative" unless told, or "perceptual";
+    /// `blackPoint` true unless told.
+    Q_INVOKABLE void convertToProfile(const QString& nameOrFile, const QJSValue& options = QJSValue());
     /// As the menu does, with its question. False when somebody refused.
     Q_INVOKABLE bool close();
 

@@ -1,9 +1,12 @@
 #include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXPathsListModel.h"
+#include "image/ZKCMSTransform.h"
 #include "support/EditorScriptFixture.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
+#include <QFile>
 #include <QImage>
 #include <QTimer>
 
@@ -31,7 +34,19 @@ private slots:
     void guidesAreTold();
     void colorSamplesAndPathsAreTold();
     void stateAndResolutionAreThoseOfTheDocument();
+    void profilesAreAssignedAndConvertedToBySteps();
+    void wrongProfilesAreRefused();
+    void newDocumentsAreMeantInTheWorkingProfile();
 };
+
+namespace {
+QString ProfileFile(const QString& path)
+{
+    QFile file(path);
+    const QByteArray icc = IccProfiles::AdobeRgb().GetData();
+    return file.open(QIODevice::WriteOnly) && file.write(icc) == icc.size() ? path : QString();
+}
+} // namespace
 
 void TestScriptDocuments::aNewDocumentIsAsAsked()
 {
@@ -296,4 +311,61 @@ void TestScriptDocuments::stateAndResolutionAreThoseOfTheDocument()
 }
 
 #include "tst_scriptdocuments.moc"
+
+void TestScriptDocuments::profilesAreAssignedAndConvertedToBySteps()
+{
+    EditorScriptFixture editor;
+    ProfileFile(editor.TempFile("adobe.icc"));
+    editor.Check(R"(
+        const made = documents.create(20, 10, { background: "#c85a28" })
+        expect.equal(made.profile, "")
+        expect.ok(application.profiles.includes("sRGB"))
+        made.assignProfile(script.folder + "/adobe.icc")
+        expect.equal(made.profile, "Adobe RGB")
+        expect.ok(application.profiles.includes("Adobe RGB"))
+        expect.equal(history.texts, ["Assign profile"])
+        made.convertToProfile("sRGB", { intent: "perceptual", blackPoint: false })
+        expect.equal(made.profile, "sRGB")
+        expect.equal(history.texts, ["Assign profile", "Convert to profile"])
+    )");
+    LXRGBA32i pixel(0xFFC85A28);
+    ZKCMSTransform(IccProfiles::AdobeRgb(), ZKCMSProfile::SRGB(),
+                   {ZKCMSRendering::Intent::Perceptual, false})(&pixel, 1);
+    QVERIFY(pixel.value != 0xFFC85A28);
+    QCOMPARE(editor.Pixels(1).pixel(3, 3), pixel.value);
+    editor.Check("history.undo(); history.undo(); expect.equal(documents.active.profile, '')");
+    QCOMPARE(editor.Pixels(1).pixel(3, 3), 0xFFC85A28U);
+    editor.Check("documents.active.assignProfile('')");
+    QCOMPARE(editor.Document()->GetICCProfile(), ZKCMSProfile());
+}
+
+void TestScriptDocuments::wrongProfilesAreRefused()
+{
+    EditorScriptFixture editor;
+    editor.Check(R"(
+        const made = documents.create(20, 10)
+        const told = act => { try { act(); return "" } catch (error) { return error.message } }
+        expect.ok(told(() => made.assignProfile("no such profile")).includes("can't be read"))
+        expect.ok(told(() => made.convertToProfile("")).includes("needs a name"))
+        expect.ok(told(() => made.convertToProfile("sRGB", { intent: "bright" })).includes('not "bright"'))
+        expect.ok(told(() => made.convertToProfile("sRGB", { bright: 1 })).includes("no option"))
+        expect.ok(told(() => application.workingProfile = "nothing").includes("no color profile"))
+        expect.equal(history.texts, [])
+    )");
+}
+
+void TestScriptDocuments::newDocumentsAreMeantInTheWorkingProfile()
+{
+    EditorScriptFixture editor;
+    ProfileFile(editor.TempFile("adobe.icc"));
+    editor.Check(R"(
+        expect.equal(application.workingProfile, "sRGB")
+        documents.create(20, 10).assignProfile(script.folder + "/adobe.icc")
+        application.workingProfile = "Adobe RGB"
+        expect.equal(documents.create(20, 10).profile, "Adobe RGB")
+        application.workingProfile = "sRGB"
+        expect.equal(documents.create(20, 10).profile, "")
+    )");
+}
+
 ZK_REGISTER_TEST(tst_scriptdocuments, TestScriptDocuments)
