@@ -11,6 +11,7 @@
 #include "app/NewDocumentDialog.h"
 #include "app/PanelArea.h"
 #include "app/PreferencesDialog.h"
+#include "app/ProfileDialog.h"
 #include "app/SaveSelectionDialog.h"
 #include "app/Tour.h"
 #include "app/WidgetGallery.h"
@@ -239,6 +240,8 @@ bool Screenshots::TakeDialogs()
     const QStringList names{tr("Sky"), tr("Trees")};
     SaveSelectionDialog save(names, window);
     LoadSelectionDialog load(names, true, window);
+    ProfileDialog assign(ProfileDialog::Purpose::Assign, ZKCMSProfile(), window);
+    ProfileDialog convert(ProfileDialog::Purpose::Convert, ZKCMSProfile::SRGB(), window);
     QColorDialog color(SkyColor, window);
     color.setOption(QColorDialog::DontUseNativeDialog);
 
@@ -249,6 +252,8 @@ bool Screenshots::TakeDialogs()
            TakeDialog(modify, QStringLiteral("dialog-modify-selection")) &&
            TakeDialog(save, QStringLiteral("dialog-save-selection")) &&
            TakeDialog(load, QStringLiteral("dialog-load-selection")) &&
+           TakeDialog(assign, QStringLiteral("dialog-assign-profile")) &&
+           TakeDialog(convert, QStringLiteral("dialog-convert-to-profile")) &&
            TakeDialog(color, QStringLiteral("dialog-color")) && TakeColorRange() && TakeExport();
 }
 

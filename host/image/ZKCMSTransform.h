@@ -50,7 +50,7 @@ public:
     /// bytes.
     void operator()(LXRGBA32i* pixels, int count) const;
     /// A whole image in place, on several threads; tiles that were shared inside it stay so. Its own profile
-    /// stays as it is. Throws what LXTileManager::MakeTile() throws; then a part is converted.
+    /// stays as it is. Throws what LXTileManager::MakeTile() throws, and then has changed nothing.
     void operator()(LXImage32& image) const;
 
 private:
