@@ -1,6 +1,7 @@
 #include "geometryengine/ControlNode.h"
 
 #include "geometryengine/InversePaint.h"
+#include "geometryengine/ViewScale.h"
 
 #include <QCursor>
 #include <QFontMetricsF>
@@ -19,6 +20,7 @@ constexpr double Reach = 12; ///< from the middle, for a press to hit
 constexpr double InkWidth = 1;
 constexpr double HaloWidth = 3;
 constexpr double InverseWidth = 1.5; ///< a little more, since it has no halo
+constexpr double InverseFrame = 2;
 constexpr double LabelGap = 2;
 const QColor Ink(0x1e, 0x1e, 0x1e);
 const QColor Halo(0xff, 0xff, 0xff, 0xd0);
@@ -31,25 +33,6 @@ QRectF Square(double side)
 QRectF Grown(const QRectF& rect, double by)
 {
     return rect.adjusted(-by, -by, by, by);
-}
-
-/// The view that the pointer is over; else the first one. Null for a scene without a view.
-const QGraphicsView* ViewAtPointer(const QGraphicsScene* scene)
-{
-    if (!scene) return nullptr;
-    const QList<QGraphicsView*> views = scene->views();
-    for (const QGraphicsView* view : views) {
-        if (view->viewport()->underMouse()) return view;
-    }
-    return views.isEmpty() ? nullptr : views.first();
-}
-
-/// From one scene point to another, in the view's pixels.
-QPointF ScreenDelta(const QGraphicsView* view, const QPointF& from, const QPointF& to)
-{
-    if (!view) return to - from;
-    const QTransform toView = view->viewportTransform();
-    return toView.map(to) - toView.map(from);
 }
 
 double Distance(const QPointF& delta)
@@ -96,17 +79,18 @@ public:
         painter->setRenderHint(QPainter::Antialiasing, false);
         QPainterPath frame;
         frame.addRect(Square(Side));
-        if (!isSunken) frame.addRect(Square(Side - 2 * InverseWidth));
-        PaintInverse(painter, frame);
+        if (!isSunken) frame.addRect(Square(Side - 2 * InverseFrame));
+        FillInverse(painter, frame);
     }
 
     void PaintInverseShape(QPainter* painter) const
     {
-        QPainterPathStroker stroker;
-        stroker.setWidth(InverseWidth);
-        stroker.setCapStyle(Qt::FlatCap);
-        const QPainterPath outline = stroker.createStroke(shape);
-        PaintInverse(painter, isSunken ? outline.united(shape) : outline);
+        const QPen pen(Qt::black, InverseWidth, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin);
+        if (isSunken) {
+            FillInverse(painter, QPainterPathStroker(pen).createStroke(shape).united(shape));
+        } else {
+            StrokeInverse(painter, shape, pen);
+        }
     }
 
     QPainterPath shape; ///< empty: the square
@@ -216,7 +200,7 @@ void ControlNode::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWid
 {
     painter->setRenderHint(QPainter::Antialiasing);
     if (m_pPrivate->isInverse) {
-        PaintInverse(painter, m_pPrivate->labelPath);
+        FillInverse(painter, m_pPrivate->labelPath);
     } else {
         painter->strokePath(m_pPrivate->labelPath,
                             QPen(Halo, HaloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -232,7 +216,7 @@ void ControlNode::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWid
 
 QVariant ControlNode::itemChange(GraphicsItemChange change, const QVariant& value)
 {
-    const QVariant result = QGraphicsItem::itemChange(change, value);
+    QVariant result = QGraphicsItem::itemChange(change, value);
     if (change == ItemSelectedHasChanged) emit itemSelectionChange(this, value.toBool());
     return result;
 }

@@ -16,6 +16,14 @@ SceneFixture::SceneFixture(double scale) : scene(0, 0, 2 * Middle.x(), 2 * Middl
     [[maybe_unused]] const bool shown = QTest::qWaitForWindowExposed(&view);
 }
 
+QImage SceneFixture::ShownAtRatio(double ratio)
+{
+    QImage image(view.viewport()->size() * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    view.viewport()->render(&image);
+    return image;
+}
+
 QPointF SceneFixture::Beside(const QPointF& scenePos, const QPointF& pixels) const
 {
     const QTransform toView = view.viewportTransform();

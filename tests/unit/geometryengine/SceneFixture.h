@@ -17,6 +17,9 @@ public:
     /// The view's pixels without a frame, scroll bars or anything else beside the scene.
     QImage Shown() { return view.viewport()->grab().toImage(); }
 
+    /// The same on a screen with more pixels to a unit.
+    QImage ShownAtRatio(double ratio);
+
     /// The scene point so many viewport pixels beside another one.
     QPointF Beside(const QPointF& scenePos, const QPointF& pixels) const;
 

@@ -127,6 +127,7 @@ void TestControlNode::aNodeKeepsItsSizeAtAnyScale()
     // On white the halo isn't seen: the square of 8 pixels is.
     const QRect inked = Inked(fixture.Shown(), Qt::white);
     QCOMPARE(inked.size(), QSize(8, 8));
+    QCOMPARE(Inked(fixture.ShownAtRatio(2), Qt::white).size(), QSize(16, 16));
     QVERIFY(QRect(-1, -1, 2, 2).contains(inked.topLeft() + QPoint(4, 4) - fixture.view.mapFromScene(Middle)));
 }
 

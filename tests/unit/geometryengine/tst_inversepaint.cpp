@@ -23,6 +23,10 @@ private slots:
     void aWidgetIsPaintedLikeAnImage();
     void aDeviceWithoutPixelsGetsTheInverse();
     void nothingOfAPathBesideThePictureIsPainted();
+    void aCosmeticLineKeepsItsWidth();
+    void aLineOfItsOwnUnitsGrowsWithTheScale();
+    void aLongLineContrastsAllAlong();
+    void sharpCornersContrastToo();
 };
 
 namespace {
@@ -53,7 +57,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(rect(), Qt::yellow);
-        PaintInverse(&painter, path);
+        FillInverse(&painter, path);
     }
 };
 } // namespace
@@ -87,7 +91,7 @@ void TestInversePaint::onlyThePathIsPainted()
 {
     QImage image = Filled(Qt::white);
     QPainter painter(&image);
-    PaintInverse(&painter, RectPath({2, 2, 4, 4}));
+    FillInverse(&painter, RectPath({2, 2, 4, 4}));
     painter.end();
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
@@ -103,7 +107,7 @@ void TestInversePaint::eachPixelContrastsToItsOwnGround()
     image.setPixelColor(3, 3, Qt::black);
     image.setPixelColor(4, 3, Qt::blue);
     QPainter painter(&image);
-    PaintInverse(&painter, RectPath({2, 2, 4, 4}));
+    FillInverse(&painter, RectPath({2, 2, 4, 4}));
     painter.end();
     QCOMPARE(image.pixelColor(2, 3), QColor(Qt::black));
     QCOMPARE(image.pixelColor(3, 3), QColor(Qt::white));
@@ -116,7 +120,7 @@ void TestInversePaint::aPaintersTransformHolds()
     image.setDevicePixelRatio(2);
     QPainter painter(&image);
     painter.translate(1, 1);
-    PaintInverse(&painter, RectPath({1, 0, 2, 1}));
+    FillInverse(&painter, RectPath({1, 0, 2, 1}));
     // What is painted later stands where the transform says.
     painter.fillRect(QRectF(0, 0, 1, 1), Qt::red);
     painter.end();
@@ -132,7 +136,7 @@ void TestInversePaint::aPixmapIsPaintedLikeAnImage()
     QPixmap pixmap(16, 8);
     pixmap.fill(Qt::gray);
     QPainter painter(&pixmap);
-    PaintInverse(&painter, RectPath({2, 2, 4, 4}));
+    FillInverse(&painter, RectPath({2, 2, 4, 4}));
     painter.end();
     const QImage image = pixmap.toImage();
     QCOMPARE(image.pixelColor(3, 3), QColor(Qt::black));
@@ -159,7 +163,7 @@ void TestInversePaint::aDeviceWithoutPixelsGetsTheInverse()
 {
     QPicture recorded;
     QPainter recorder(&recorded);
-    PaintInverse(&recorder, RectPath({2, 2, 4, 4}));
+    FillInverse(&recorder, RectPath({2, 2, 4, 4}));
     recorder.end();
     QImage image = Filled(Qt::yellow);
     QPainter painter(&image);
@@ -173,13 +177,91 @@ void TestInversePaint::nothingOfAPathBesideThePictureIsPainted()
 {
     QImage image = Filled(Qt::white);
     QPainter painter(&image);
-    PaintInverse(&painter, RectPath({-50, 2, 40, 4}));
-    PaintInverse(&painter, QPainterPath());
-    PaintInverse(&painter, RectPath({12, -1e6, 1e6, 2e6}));
+    FillInverse(&painter, RectPath({-50, 2, 40, 4}));
+    FillInverse(&painter, QPainterPath());
+    FillInverse(&painter, RectPath({12, -1e6, 1e6, 2e6}));
     painter.end();
     QCOMPARE(image.pixelColor(3, 3), QColor(Qt::white));
     QCOMPARE(image.pixelColor(11, 3), QColor(Qt::white));
     QCOMPARE(image.pixelColor(12, 3), QColor(Qt::black));
+}
+
+void TestInversePaint::aCosmeticLineKeepsItsWidth()
+{
+    QImage image = Filled(Qt::white);
+    QPainter painter(&image);
+    painter.scale(4, 4);
+    QPainterPath line(QPointF(0, 1));
+    line.lineTo(4, 1);
+    QPen pen(Qt::red, 2);
+    pen.setCosmetic(true);
+    StrokeInverse(&painter, line, pen);
+    painter.end();
+    for (int y = 0; y < image.height(); ++y) {
+        const bool isOnLine = y == 3 || y == 4;
+        QCOMPARE(image.pixelColor(8, y), QColor(isOnLine ? Qt::black : Qt::white));
+    }
+}
+
+void TestInversePaint::aLineOfItsOwnUnitsGrowsWithTheScale()
+{
+    QImage image = Filled(Qt::white);
+    QPainter painter(&image);
+    painter.scale(4, 4);
+    QPainterPath line(QPointF(0, 1));
+    line.lineTo(4, 1);
+    StrokeInverse(&painter, line, QPen(Qt::red, 1));
+    painter.end();
+    for (int y = 0; y < image.height(); ++y) {
+        const bool isOnLine = y >= 2 && y <= 5;
+        QCOMPARE(image.pixelColor(8, y), QColor(isOnLine ? Qt::black : Qt::white));
+    }
+}
+
+void TestInversePaint::aLongLineContrastsAllAlong()
+{
+    // Stripes of black and white, crossed by a line from corner to corner.
+    QImage image(600, 400, QImage::Format_ARGB32_Premultiplied);
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y)
+            image.setPixelColor(x, y, x / 8 % 2 ? Qt::black : Qt::white);
+    }
+    const QImage ground = image;
+    QPainter painter(&image);
+    QPainterPath line(QPointF(-1e5, -1e5 * 2 / 3));
+    line.lineTo(1e5, 1e5 * 2 / 3);
+    StrokeInverse(&painter, line, QPen(Qt::red, 3));
+    painter.end();
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            const double away = qAbs(y + 0.5 - (x + 0.5) * 2 / 3);
+            const bool isBlack = ground.pixelColor(x, y) == QColor(Qt::black);
+            const bool isOnLine = away < 1;
+            if (!isOnLine && away < 3) continue;
+            QCOMPARE(image.pixelColor(x, y), QColor(isBlack == isOnLine ? Qt::white : Qt::black));
+        }
+    }
+}
+
+void TestInversePaint::sharpCornersContrastToo()
+{
+    QImage image(300, 40, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    QPainterPath spike(QPointF(0, 15));
+    spike.lineTo(60, 20);
+    spike.lineTo(0, 25);
+    QPen pen(Qt::red, 8, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
+    pen.setMiterLimit(20);
+    StrokeInverse(&painter, spike, pen);
+    painter.end();
+    QCOMPARE(image.pixelColor(95, 20), QColor(Qt::black));
+    for (int x = 0; x < image.width(); ++x) {
+        for (int y = 0; y < image.height(); ++y) {
+            const QColor color = image.pixelColor(x, y);
+            QVERIFY2(color == QColor(Qt::black) || color == QColor(Qt::white), qPrintable(color.name()));
+        }
+    }
 }
 
 ZK_REGISTER_TEST(tst_inversepaint, TestInversePaint)
