@@ -3,6 +3,10 @@
 #include "app/Tour.h"
 #include "core/ZKActivateAction.h"
 #include "core/ZKApplication.h"
+#include "geometryengine/ControlNode.h"
+#include "geometryengine/PathStrokeItem.h"
+#include "geometryengine/PolylineItem.h"
+#include "geometryengine/RectangleItem.h"
 #include "gui/LXFillOptionsDialog.h"
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LXUndefinedOperationProgress.h"
@@ -13,11 +17,13 @@
 
 #include <QAction>
 #include <QFileInfo>
+#include <QFont>
 #include <QGraphicsRectItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QPainterPath>
 #include <QPixmap>
 
 namespace {
@@ -109,6 +115,77 @@ std::unique_ptr<QWidget> MakeToolButtons(const Ground&)
     layout->addWidget(several);
     return row;
 }
+
+// ---- items of scenes
+
+/// A target with four arms that leave its middle free.
+QPainterPath TargetShape()
+{
+    constexpr double ring = 5;
+    constexpr double arm = 9;
+    QPainterPath shape;
+    shape.addEllipse(QPointF(), ring, ring);
+    for (const QPointF& direction : {QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0), QPointF(0, -1)}) {
+        shape.moveTo(direction * ring);
+        shape.lineTo(direction * arm);
+    }
+    return shape;
+}
+
+/// A handle, a chosen one, and both with a shape and a number.
+void AddHandles(QGraphicsScene& scene, const QPointF& corner, bool inverse)
+{
+    QFont font;
+    font.setPointSize(8);
+    for (int i = 0; i < 4; ++i) {
+        auto* node = new ControlNode;
+        scene.addItem(node);
+        node->setPos(corner + QPointF(18 + 26 * i, 16));
+        node->useInverseColor(inverse);
+        node->setSunken(i % 2 == 1);
+        if (i < 2) continue;
+        node->setNodeShape(TargetShape());
+        node->setLabel(QString::number(i), font);
+    }
+}
+
+std::unique_ptr<QWidget> MakeHandles(const Ground&)
+{
+    return WidgetGallery::OnGrounds([](QGraphicsScene& scene) {
+        for (int i = 0; i < WidgetGallery::GroundCount; ++i) {
+            const QPointF corner(i * WidgetGallery::GroundSize, 0);
+            AddHandles(scene, corner + QPointF(0, 10), false);
+            AddHandles(scene, corner + QPointF(0, 60), true);
+        }
+    });
+}
+
+/// A rectangle to be dragged, a polyline with its nodes, and a line in inverse.
+std::unique_ptr<QWidget> MakeOutlines(const Ground&)
+{
+    return WidgetGallery::OnGrounds([](QGraphicsScene& scene) {
+        for (int i = 0; i < WidgetGallery::GroundCount; ++i) {
+            const QPointF corner(i * WidgetGallery::GroundSize, 0);
+            auto* rectangle = new RectangleItem;
+            scene.addItem(rectangle);
+            rectangle->setRect(QRectF(corner + QPointF(16, 14), QSizeF(60, 36)));
+            rectangle->setMovable(true);
+
+            auto* polyline = new PolylineItem;
+            scene.addItem(polyline);
+            polyline->editActivate(true);
+            for (const QPointF& point : {QPointF(14, 80), QPointF(60, 64), QPointF(106, 82)})
+                polyline->addPoint(corner + point);
+
+            QPainterPath line(corner + QPointF(10, 110));
+            line.cubicTo(corner + QPointF(40, 80), corner + QPointF(80, 130), corner + QPointF(110, 14));
+            auto* stroke = new PathStrokeItem;
+            stroke->setPath(line);
+            stroke->useInverseColor(true);
+            scene.addItem(stroke);
+        }
+    });
+}
 } // namespace
 
 const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
@@ -120,6 +197,8 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"fill-options", MakeFillOptions},
         {"patterns", MakePatternList},
         {"tool-buttons", MakeToolButtons},
+        {"handles", MakeHandles},
+        {"outlines", MakeOutlines},
     };
     return samples;
 }
