@@ -58,6 +58,7 @@ ControlNode* PathHandles::MakeNode(PathGrip grip) const
         QPainterPath circle;
         circle.addEllipse(QPointF(), GuideRadius, GuideRadius);
         node->setNodeShape(circle);
+        node->setSunken(true);
     }
     if (m_OnCreated) m_OnCreated(node);
     return node;
