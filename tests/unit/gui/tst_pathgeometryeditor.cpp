@@ -1,92 +1,17 @@
-#include "ViewFixture.h"
+#include "PathEditorFixture.h"
 
-#include "document/LXPathConvert.h"
-#include "geometryengine/ControlNode.h"
-#include "gui/PathGeometryEditor.h"
-#include "scripting/InputDriver.h"
 #include "support/PathFixture.h"
 #include "support/TestRegistry.h"
 
 #include <QGraphicsSceneMouseEvent>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <random>
-
+using namespace PathCurve;
 using namespace ViewFixture;
+using Fixture = PathEditorFixture;
 
 namespace {
-/// A view with an editor in its scene. Points of paths and of the mouse are given in viewport pixels, so that
-/// they mean the same at any scale.
-class Fixture
-{
-public:
-    explicit Fixture(double scale = 1)
-        : document(GuiFixture::MakeDocument({200, 150})), view(ShowView(document))
-    {
-        view->Zoom(scale, Middle(*view), false);
-        editor = new PathGeometryEditor;
-        view->scene()->addItem(editor);
-    }
-
-    QPointF Scene(const QPointF& pixel) const { return PointAt(*view, pixel); }
-
-    QPointF Pixel(const QPointF& scene) const { return view->viewportTransform().map(scene); }
-
-    LXPathElement Element(const QPointF& anchor, const QPointF& in, const QPointF& out) const
-    {
-        return {Scene(anchor), Scene(in), Scene(out)};
-    }
-
-    /// A smooth anchor between two corners.
-    void ShowCurve() const
-    {
-        editor->MakeFromPath({Element({60, 150}, {60, 150}, {60, 150}),
-                              Element({160, 100}, {110, 100}, {260, 100}),
-                              Element({320, 150}, {320, 150}, {320, 150})});
-    }
-
-    void Drag(const QPoint& from, const QPoint& to, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        input.Drag(view->viewport(), {from, to}, Qt::LeftButton, modifiers);
-    }
-
-    void Click(const QPoint& pixel, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        input.Click(view->viewport(), pixel, Qt::LeftButton, modifiers);
-    }
-
-    QList<ControlNode*> Handles() const
-    {
-        QList<ControlNode*> handles;
-        for (QGraphicsItem* item : editor->childItems()) {
-            if (item->type() == ControlNode::Type && item->isVisible())
-                handles.append(static_cast<ControlNode*>(item));
-        }
-        return handles;
-    }
-
-    ControlNode* HandleAt(const QPointF& pixel) const
-    {
-        for (ControlNode* handle : Handles()) {
-            if ((Pixel(handle->scenePos()) - pixel).manhattanLength() < 0.01) return handle;
-        }
-        return nullptr;
-    }
-
-    GuiFixture::OwnedDocument document;
-    std::unique_ptr<ZKDocumentView> view;
-    QPointer<PathGeometryEditor> editor;
-    InputDriver input;
-};
-
-const QPoint First(60, 150);
-const QPoint Smooth(160, 100);
-const QPoint InGuide(110, 100);
-const QPoint OutGuide(260, 100);
-const QPoint Last(320, 150);
-
 /// Runs a function with each press that comes to a scene, before its items get it, as tools do.
 class PressFilter : public QObject
 {
@@ -116,15 +41,12 @@ void AddScales()
 }
 } // namespace
 
-#define COMPARE_PIXELS(fixture, scene, pixel) COMPARE_POINTS((fixture).Pixel(scene), QPointF(pixel), 0.01)
-
-/// The item that edits a sub path, with real input in a view.
+/// The item that edits a sub path, under the hands of a person: real input in a view.
 class TestPathGeometryEditor : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void aPathComesBackToTheLastBit();
     void anchorsAndGuidesHaveHandles();
     void aDraggedAnchorTakesItsGuidesAlong_data();
     void aDraggedAnchorTakesItsGuidesAlong();
@@ -149,43 +71,12 @@ private slots:
     void aPathOfOneAnchorIsDragged();
     void anchorsOnOnePlaceComeApart();
     void noPathHasNoHandles();
-    void anInsertedNodeLeavesTheShapeAndIsCurrent();
-    void insertionAndRemovalAreGestures();
-    void nothingIsInsertedWhereThereIsNoCurve();
-    void removalKeepsTheCurrentAnchor();
-    void removalOfTheLastAnchorIsSilent();
-    void badNumbersAreHarmless();
-    void theCurrentNodeMayBeDeletedDuringADrag();
-    void anotherPathDuringADragEndsIt();
-    void theEditorMayBeDeletedDuringADrag_data();
-    void theEditorMayBeDeletedDuringADrag();
-    void takenOutOfTheSceneDuringADragItLetsGo();
+    void guidesAreDrawnWithTheirLines();
     void ignoredSceneEventsGoBelow();
     void ignoringDuringADragEndsIt();
     void arrowKeysMoveTheCurrentAnchor();
     void aNudgeEndsWithTheFocus();
-    void handlesAreKnownAsTheEditors();
-    void guidesAreDrawnWithTheirLines();
 };
-
-void TestPathGeometryEditor::aPathComesBackToTheLastBit()
-{
-    PathGeometryEditor editor;
-    std::mt19937 random(2);
-    std::uniform_real_distribution<double> coordinate(-1e6, 1e6);
-    for (int round = 0; round < 100; ++round) {
-        LXPath path;
-        for (int i = 0; i < round % 9; ++i) {
-            const auto point = [&] { return QPointF(coordinate(random), coordinate(random)); };
-            path.append(LXPathElement(point(), point(), point()));
-            path.last().SetStartsContour(i > 0 && round % 3 == 0);
-        }
-        if (round % 2 == 0 && !path.isEmpty()) path.append(path.first());
-        editor.MakeFromPath(path);
-        QVERIFY(editor.GetPath() == path);
-        QCOMPARE(editor.ElementCount(), path.size());
-    }
-}
 
 void TestPathGeometryEditor::anchorsAndGuidesHaveHandles()
 {
@@ -489,161 +380,17 @@ void TestPathGeometryEditor::noPathHasNoHandles()
     QVERIFY(!Shown(*fixture.view).isNull());
 }
 
-void TestPathGeometryEditor::anInsertedNodeLeavesTheShapeAndIsCurrent()
-{
-    const Fixture fixture;
-    fixture.ShowCurve();
-    const QPainterPath before = ConvertFrom(fixture.editor->GetPath());
-    fixture.editor->InsertNode(fixture.Scene({240, 110}));
-    QCOMPARE(fixture.editor->ElementCount(), 4);
-    QCOMPARE(fixture.editor->GetCurrentEditNodeIndex(), 2);
-    const QPainterPath after = ConvertFrom(fixture.editor->GetPath());
-    QVERIFY(qAbs(after.length() - before.length()) < 0.01);
-    COMPARE_POINTS(after.boundingRect().topLeft(), before.boundingRect().topLeft(), 1e-9);
-    COMPARE_POINTS(after.boundingRect().bottomRight(), before.boundingRect().bottomRight(), 1e-9);
-}
-
-void TestPathGeometryEditor::insertionAndRemovalAreGestures()
-{
-    const Fixture fixture;
-    fixture.ShowCurve();
-    QStringList told;
-    QObject::connect(fixture.editor, &PathGeometryEditor::PathChanged,
-                     [&] { told << QString("changed %1").arg(fixture.editor->ElementCount()); });
-    QObject::connect(fixture.editor, &PathGeometryEditor::Released, [&] { told << "released"; });
-    fixture.editor->InsertNode(fixture.Scene({240, 110}));
-    fixture.editor->DeleteCurrentNode();
-    fixture.editor->DeleteNode(0);
-    QCOMPARE(told, QStringList({"changed 4", "released", "changed 3", "released", "changed 2", "released"}));
-    fixture.editor->DeleteCurrentNode();
-    QCOMPARE(told.size(), 6);
-}
-
-void TestPathGeometryEditor::nothingIsInsertedWhereThereIsNoCurve()
-{
-    const Fixture fixture;
-    QSignalSpy changed(fixture.editor, &PathGeometryEditor::PathChanged);
-    fixture.editor->InsertNode({10, 10});
-    fixture.editor->MakeFromPath({LXPathElement({10, 10})});
-    fixture.editor->InsertNode({10, 10});
-    QCOMPARE(fixture.editor->ElementCount(), 1);
-    QCOMPARE(changed.count(), 0);
-}
-
-void TestPathGeometryEditor::removalKeepsTheCurrentAnchor()
+void TestPathGeometryEditor::guidesAreDrawnWithTheirLines()
 {
     Fixture fixture;
     fixture.ShowCurve();
-    fixture.Click(Last);
-    fixture.editor->DeleteNode(0);
-    QCOMPARE(fixture.editor->GetCurrentEditNodeIndex(), 1);
-    fixture.editor->DeleteNode(1);
-    QCOMPARE(fixture.editor->GetCurrentEditNodeIndex(), -1);
-}
-
-void TestPathGeometryEditor::removalOfTheLastAnchorIsSilent()
-{
-    Fixture fixture;
-    fixture.editor->MakeFromPath({LXPathElement(fixture.Scene(First))});
-    fixture.Click(First);
-    QSignalSpy changed(fixture.editor, &PathGeometryEditor::PathChanged);
-    QSignalSpy released(fixture.editor, &PathGeometryEditor::Released);
-    fixture.editor->DeleteCurrentNode();
-    QCOMPARE(fixture.editor->ElementCount(), 0);
-    QCOMPARE(changed.count() + released.count(), 0);
-    QVERIFY(fixture.Handles().isEmpty());
-}
-
-void TestPathGeometryEditor::badNumbersAreHarmless()
-{
-    const Fixture fixture;
-    fixture.ShowCurve();
-    QSignalSpy changed(fixture.editor, &PathGeometryEditor::PathChanged);
-    for (const int element : {-1, 3, 1000})
-        fixture.editor->DeleteNode(element);
-    QCOMPARE(fixture.editor->ElementCount(), 3);
-    QCOMPARE(changed.count(), 0);
-}
-
-void TestPathGeometryEditor::theCurrentNodeMayBeDeletedDuringADrag()
-{
-    Fixture fixture;
-    fixture.ShowCurve();
-    QWidget* viewport = fixture.view->viewport();
-    for (const QPoint& grip : {OutGuide, Last}) {
-        fixture.ShowCurve();
-        QSignalSpy released(fixture.editor, &PathGeometryEditor::Released);
-        fixture.input.Press(viewport, grip);
-        fixture.input.Move(viewport, grip + QPoint(10, 10));
-        fixture.editor->DeleteCurrentNode();
-        QCOMPARE(released.count(), 1);
-        const LXPath left = fixture.editor->GetPath();
-        QCOMPARE(left.size(), 2);
-        fixture.input.Move(viewport, grip + QPoint(30, 30));
-        fixture.input.Release(viewport, grip + QPoint(30, 30));
-        QVERIFY(fixture.editor->GetPath() == left);
-        QCOMPARE(released.count(), 1);
-        QCOMPARE(fixture.Handles().size(), grip == Last ? 4 : 2);
-    }
-    fixture.Drag(First, First + QPoint(0, 20));
-    COMPARE_PIXELS(fixture, fixture.editor->GetPath()[0].GetCenterPoint(), First + QPoint(0, 20));
-}
-
-void TestPathGeometryEditor::anotherPathDuringADragEndsIt()
-{
-    Fixture fixture;
-    fixture.ShowCurve();
-    QWidget* viewport = fixture.view->viewport();
-    const LXPath path = fixture.editor->GetPath();
-    fixture.input.Press(viewport, Smooth);
-    fixture.input.Move(viewport, Smooth + QPoint(10, 10));
-    fixture.editor->MakeFromPath(path);
-    fixture.input.Move(viewport, Smooth + QPoint(30, 30));
-    fixture.input.Release(viewport, Smooth + QPoint(30, 30));
-    QVERIFY(fixture.editor->GetPath() == path);
-    QVERIFY(fixture.HandleAt(Smooth));
-}
-
-void TestPathGeometryEditor::theEditorMayBeDeletedDuringADrag_data()
-{
-    QTest::addColumn<bool>("byHandler");
-    QTest::newRow("by the handler of a step") << true;
-    QTest::newRow("between two steps") << false;
-}
-
-void TestPathGeometryEditor::theEditorMayBeDeletedDuringADrag()
-{
-    QFETCH(bool, byHandler);
-    Fixture fixture;
-    fixture.ShowCurve();
-    QWidget* viewport = fixture.view->viewport();
-    if (byHandler)
-        QObject::connect(fixture.editor, &PathGeometryEditor::PathChanged, fixture.editor,
-                         &QObject::deleteLater);
-    fixture.input.Press(viewport, Smooth);
-    fixture.input.Move(viewport, Smooth + QPoint(10, 10));
-    if (!byHandler) delete fixture.editor;
-    QTRY_VERIFY(!fixture.editor);
-    fixture.input.Move(viewport, Smooth + QPoint(30, 30));
-    fixture.input.Release(viewport, Smooth + QPoint(30, 30));
-    QVERIFY(!fixture.view->scene()->mouseGrabberItem());
-}
-
-void TestPathGeometryEditor::takenOutOfTheSceneDuringADragItLetsGo()
-{
-    Fixture fixture;
-    fixture.ShowCurve();
-    QWidget* viewport = fixture.view->viewport();
-    QSignalSpy released(fixture.editor, &PathGeometryEditor::Released);
-    fixture.input.Press(viewport, Smooth);
-    fixture.input.Move(viewport, Smooth + QPoint(10, 10));
-    const LXPath path = fixture.editor->GetPath();
-    fixture.view->scene()->removeItem(fixture.editor);
-    const std::unique_ptr<PathGeometryEditor> owner(fixture.editor);
-    fixture.input.Move(viewport, Smooth + QPoint(30, 30));
-    fixture.input.Release(viewport, Smooth + QPoint(30, 30));
-    QVERIFY(owner->GetPath() == path);
-    QCOMPARE(released.count(), 1);
+    const QPoint onLine((Smooth + OutGuide) / 2);
+    const QColor dim = Shown(*fixture.view).pixelColor(onLine);
+    QVERIFY(dim.lightness() < 240);
+    fixture.Click(Smooth);
+    QVERIFY(Shown(*fixture.view).pixelColor(onLine).lightness() < dim.lightness() - 20);
+    fixture.Click(Smooth, Qt::AltModifier);
+    QCOMPARE(Shown(*fixture.view).pixelColor(onLine), QColor(Qt::white));
 }
 
 void TestPathGeometryEditor::ignoredSceneEventsGoBelow()
@@ -711,37 +458,6 @@ void TestPathGeometryEditor::aNudgeEndsWithTheFocus()
     QCOMPARE(released.count(), 1);
     fixture.input.KeyUp(Qt::Key_Left);
     QCOMPARE(released.count(), 1);
-}
-
-void TestPathGeometryEditor::handlesAreKnownAsTheEditors()
-{
-    const Fixture fixture;
-    fixture.ShowCurve();
-    PathGeometryEditor other;
-    QCOMPARE(fixture.editor->CentralNodeOf(fixture.HandleAt(First)), 0);
-    QCOMPARE(fixture.editor->CentralNodeOf(fixture.HandleAt(Smooth)), 1);
-    QCOMPARE(fixture.editor->CentralNodeOf(fixture.HandleAt(InGuide)), -1);
-    QCOMPARE(fixture.editor->CentralNodeOf(fixture.editor), -1);
-    QCOMPARE(fixture.editor->CentralNodeOf(nullptr), -1);
-    QCOMPARE(other.CentralNodeOf(fixture.HandleAt(First)), -1);
-    QVERIFY(fixture.editor->IsEditorItem(fixture.HandleAt(InGuide)));
-    QVERIFY(fixture.editor->IsEditorItem(fixture.editor));
-    QVERIFY(!fixture.editor->IsEditorItem(nullptr));
-    QVERIFY(!other.IsEditorItem(fixture.HandleAt(First)));
-    QVERIFY(fixture.editor->IsEditorItem(fixture.view->itemAt(Smooth)));
-}
-
-void TestPathGeometryEditor::guidesAreDrawnWithTheirLines()
-{
-    Fixture fixture;
-    fixture.ShowCurve();
-    const QPoint onLine((Smooth + OutGuide) / 2);
-    const QColor dim = Shown(*fixture.view).pixelColor(onLine);
-    QVERIFY(dim.lightness() < 240);
-    fixture.Click(Smooth);
-    QVERIFY(Shown(*fixture.view).pixelColor(onLine).lightness() < dim.lightness() - 20);
-    fixture.Click(Smooth, Qt::AltModifier);
-    QCOMPARE(Shown(*fixture.view).pixelColor(onLine), QColor(Qt::white));
 }
 
 ZK_REGISTER_TEST(tst_pathgeometryeditor, TestPathGeometryEditor)
