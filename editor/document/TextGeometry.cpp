@@ -33,8 +33,38 @@ TextGeometry::TextGeometry(const TextContent& content)
 
 QRectF TextGeometry::Box() const
 {
-    return ToDocument(RectPath(m_Lines.Box())).boundingRect() |
-           (Letters().boundingRect() | Decorations().boundingRect());
+    QRectF box = ToDocument(RectPath(m_Lines.Box())).boundingRect() |
+                 (Letters().boundingRect() | Decorations().boundingRect());
+    for (const Picture& picture : Pictures())
+        box |= picture.Rect();
+    return box;
+}
+
+bool TextGeometry::Bend(const QRectF& box, QTransform* transform) const
+{
+    const QPolygonF corners({box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft()});
+    QPolygonF bent;
+    for (const QPointF& corner : corners)
+        bent << m_Warp.Map(corner);
+    QTransform bend;
+    if (!QTransform::quadToQuad(corners, bent, bend)) return false;
+    *transform *= bend;
+    return true;
+}
+
+std::vector<TextGeometry::Picture> TextGeometry::Pictures() const
+{
+    std::vector<Picture> pictures;
+    for (const GlyphPicture& letter : m_Lines.Pictures()) {
+        const QRectF& box = letter.box;
+        QTransform toLines =
+            QTransform::fromTranslate(box.left(), box.top())
+                .scale(box.width() / letter.image.width(), box.height() / letter.image.height());
+        // One that a bend has folded can't be seen.
+        if (!m_Warp.IsIdle() && !Bend(box, &toLines)) continue;
+        pictures.push_back({letter.image, toLines * m_Transform});
+    }
+    return pictures;
 }
 
 int TextGeometry::IndexAt(const QPointF& docPos) const

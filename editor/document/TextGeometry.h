@@ -4,10 +4,14 @@
 #include "document/TextLines.h"
 #include "document/TextWarp.h"
 
+#include <QImage>
 #include <QLineF>
 #include <QPainterPath>
 #include <QPolygonF>
 #include <QRectF>
+#include <QTransform>
+
+#include <vector>
 
 /// A text where it lies in the document: outlines, box and caret, in document pixels. Any thread.
 class TextGeometry
@@ -19,6 +23,18 @@ public:
     QPainterPath Letters() const { return ToDocument(m_Lines.Letters()); }
 
     QPainterPath Decorations() const { return ToDocument(m_Lines.Decorations()); }
+
+    /// A letter that is a picture, and the way from the picture's pixels to the document's. A bend moves its
+    /// corners; between them it stays straight.
+    struct Picture
+    {
+        QImage image;
+        QTransform transform;
+
+        QRectF Rect() const { return transform.mapRect(QRectF(image.rect())); }
+    };
+
+    std::vector<Picture> Pictures() const;
 
     /// Around all lines, also where they hold nothing that is seen. Never empty.
     QRectF Box() const;
@@ -37,6 +53,9 @@ private:
     QPainterPath ToDocument(const QPainterPath& path) const { return m_Transform.map(m_Warp.Map(path)); }
 
     QPointF ToDocument(const QPointF& point) const { return m_Transform.map(m_Warp.Map(point)); }
+
+    /// Adds to the transform what the bend makes of the box's corners.
+    bool Bend(const QRectF& box, QTransform* transform) const;
 
     TextLines m_Lines;
     TextWarp m_Warp;

@@ -89,7 +89,7 @@ TextLines::TextLines(const QString& text, const QFont& font)
         start = end + 1;
     }
     for (const Line& line : m_Lines) {
-        AddOutlines(line);
+        AddLetters(line);
         if (line.width > 0) AddDecorations(line, font);
     }
 }
@@ -108,7 +108,7 @@ void TextLines::AddLine(const QString& text, int start, const QFont& font)
     m_Lines.push_back(std::move(line));
 }
 
-void TextLines::AddOutlines(const Line& line)
+void TextLines::AddLetters(const Line& line)
 {
     const double ascent = line.layout->lineAt(0).ascent();
     const QList<QGlyphRun> runs = line.layout->glyphRuns();
@@ -121,10 +121,21 @@ void TextLines::AddOutlines(const Line& line)
             const QTransform toLine = QTransform::fromTranslate(line.left, line.baseline)
                                           .scale(m_Scale, m_Scale)
                                           .translate(place.x(), place.y());
-            m_Letters.addPath(toLine.map(font.pathForGlyph(glyphs[i])));
+            AddLetter(font, glyphs[i], toLine);
         }
     }
     m_Letters.setFillRule(Qt::WindingFill);
+}
+
+void TextLines::AddLetter(const QRawFont& font, quint32 glyph, const QTransform& toLines)
+{
+    const QPainterPath outline = font.pathForGlyph(glyph);
+    if (!outline.isEmpty()) return m_Letters.addPath(toLines.map(outline));
+
+    std::optional<GlyphPicture> picture = GlyphPicture::Of(font, glyph);
+    if (!picture) return;
+    picture->box = toLines.mapRect(picture->box);
+    m_Pictures.push_back(std::move(*picture));
 }
 
 void TextLines::AddDecorations(const Line& line, const QFont& font)
@@ -146,6 +157,8 @@ QRectF TextLines::Box() const
         box |= QRectF(line.left, line.baseline - m_Ascent, std::max(line.width, m_Descent / 2),
                       m_Ascent + m_Descent);
     }
+    for (const GlyphPicture& picture : m_Pictures)
+        box |= picture.box;
     return box | m_Letters.boundingRect() | m_Decorations.boundingRect();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "document/GlyphPicture.h"
+
 #include <QFont>
 #include <QLineF>
 #include <QPainterPath>
@@ -10,7 +12,9 @@
 #include <memory>
 #include <vector>
 
+class QRawFont;
 class QTextLayout;
+class QTransform;
 
 /// A text set in lines, as outlines. The first baseline begins at (0, 0), y growing downward; a line that
 /// reads from the right ends there and goes to the left. Sizes are document pixels, but everything is set at
@@ -24,10 +28,13 @@ public:
     /// Fills by the winding rule.
     const QPainterPath& Letters() const { return m_Letters; }
 
+    /// The letters that fonts hold as pictures, such as colored emoji; each box is where it lies.
+    const std::vector<GlyphPicture>& Pictures() const { return m_Pictures; }
+
     /// What underlines and strikes out; it overlaps the letters.
     const QPainterPath& Decorations() const { return m_Decorations; }
 
-    /// Around the lines from their ascent to their descent, and around the outlines. Never flat.
+    /// Around the lines from their ascent to their descent, and around all that is drawn. Never flat.
     QRectF Box() const;
 
     /// How many places a caret has; those inside of a letter of several code units count too.
@@ -53,7 +60,8 @@ private:
     };
 
     void AddLine(const QString& text, int start, const QFont& font);
-    void AddOutlines(const Line& line);
+    void AddLetters(const Line& line);
+    void AddLetter(const QRawFont& font, quint32 glyph, const QTransform& toLines);
     void AddDecorations(const Line& line, const QFont& font);
     const Line& LineOf(int index) const;
 
@@ -64,5 +72,6 @@ private:
     int m_Length = 0;
     std::vector<Line> m_Lines;
     QPainterPath m_Letters;
+    std::vector<GlyphPicture> m_Pictures;
     QPainterPath m_Decorations;
 };

@@ -2,9 +2,12 @@
 
 #include "document/TextGeometry.h"
 #include "image/LXBlend.h"
+#include "image/LXImageConvert.h"
+#include "image/LXTransform.h"
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 /// Around a small canvas, so that a text beside it can be moved in without being drawn again.
@@ -37,21 +40,42 @@ struct Shapes
     explicit Shapes(const TextContent& content) : Shapes(TextGeometry(content)) {}
 
     explicit Shapes(const TextGeometry& geometry)
-        : letters(geometry.Letters()), decorations(geometry.Decorations()), origin(geometry.Origin())
+        : letters(geometry.Letters()),
+          decorations(geometry.Decorations()),
+          pictures(geometry.Pictures()),
+          origin(geometry.Origin())
     {}
 
     /// Cut as real numbers: what a transform makes of a text need not fit into integers.
     QRect RectIn(const QRect& reach) const
     {
-        const QRectF seen = (letters.boundingRect() | decorations.boundingRect()) & QRectF(reach);
+        QRectF all = letters.boundingRect() | decorations.boundingRect();
+        for (const TextGeometry::Picture& picture : pictures)
+            all |= picture.Rect();
+        const QRectF seen = all & QRectF(reach);
         const QRect rect = seen.isEmpty() ? QRect() : seen.toAlignedRect() & reach;
         return rect.isEmpty() ? QRect(PixelAt(origin, reach), QSize(0, 0)) : rect;
     }
 
     QPainterPath letters;
     QPainterPath decorations;
+    std::vector<TextGeometry::Picture> pictures;
     QPointF origin;
 };
+
+/// Over what is drawn already, with the colors that it has.
+void DrawPicture(PlacedImage& placed, const TextGeometry::Picture& picture)
+{
+    const QRect rect = picture.Rect().toAlignedRect() & placed.Rect();
+    if (rect.isEmpty()) return;
+    LXImage32 letter;
+    ConvertImage(picture.image, letter);
+    LXImage32 drawn(rect.width(), rect.height());
+    const QTransform toDrawn = picture.transform * QTransform::fromTranslate(-rect.left(), -rect.top());
+    if (!TransformImage(letter, toDrawn, drawn, drawn.Rect())) return;
+    BlendOn(drawn, drawn.Rect(), BlendMode::Normal, placed.image, rect.translated(-placed.offset), 1.0,
+            false);
+}
 
 /// The path as polygons whose corners lie on the curves, nearer to them than pixels tell: filled as they are,
 /// small curves lose up to a sixth of a pixel.
@@ -113,6 +137,8 @@ PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
             FillPath(placed.image, BlendMode::Source, polygons, content.brush);
         }
     }
+    for (const TextGeometry::Picture& picture : shapes.pictures)
+        DrawPicture(placed, picture);
     return placed;
 }
 
