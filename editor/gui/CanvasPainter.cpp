@@ -62,16 +62,6 @@ QRect PictureBehind(const QRect& exposed, const CanvasPlace& place)
            QRect(QPoint(0, 0), place.size);
 }
 
-QBrush MakeChecker(int square, const QColor& light, const QColor& dark)
-{
-    QPixmap squares(2 * square, 2 * square);
-    squares.fill(light);
-    QPainter painter(&squares);
-    painter.fillRect(0, 0, square, square, dark);
-    painter.fillRect(square, square, square, square, dark);
-    return squares;
-}
-
 QRect CanvasPlace::Rect() const
 {
     const QPoint end(qRound(size.width() * scale), qRound(size.height() * scale));

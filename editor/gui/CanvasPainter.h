@@ -1,9 +1,8 @@
 #pragma once
 
 #include "gui/ScaledTileCache.h"
+#include "guicore/Checker.h"
 
-#include <QBrush>
-#include <QColor>
 #include <QPoint>
 #include <QSize>
 
@@ -36,9 +35,6 @@ struct CanvasLook
     /// @param surround  the neutral ground; the rest goes with it
     static CanvasLook ForSurround(const QColor& surround);
 };
-
-/// A pattern of squares that tells transparency.
-QBrush MakeChecker(int square, const QColor& light, const QColor& dark);
 
 /// The pixels of the picture that PaintCanvas may read to paint a part of the viewport, whatever the cache
 /// holds.

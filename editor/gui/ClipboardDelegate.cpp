@@ -1,8 +1,8 @@
 #include "gui/ClipboardDelegate.h"
 
-#include "gui/CanvasPainter.h"
 #include "gui/ClipboardRole.h"
 #include "gui/ListRow.h"
+#include "guicore/Checker.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -12,7 +12,6 @@
 
 namespace {
 constexpr int PictureSide = 32;
-constexpr int CheckerSquare = 4;
 
 // Columns of the list, each with two lines.
 constexpr int NameColumn = 1;
@@ -64,8 +63,7 @@ void ClipboardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     QRect picture(option.rect.left() + gap, 0, PictureSide, PictureSide);
     picture.moveTop(option.rect.top() + (option.rect.height() - PictureSide) / 2);
     painter->setBrushOrigin(picture.topLeft());
-    painter->fillRect(QRect(picture.topLeft(), SizeInPicture(index)),
-                      MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
+    painter->fillRect(QRect(picture.topLeft(), SizeInPicture(index)), SmallChecker());
     index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture, Qt::AlignLeft | Qt::AlignTop);
 
     const QString state = LinesOf(index, StateColumn).last();

@@ -2,6 +2,7 @@
 
 #include "core/ZKCMSManager.h"
 #include "gui/DisplayColors.h"
+#include "guicore/ColorSwatch.h"
 
 #include <QPainter>
 
@@ -26,13 +27,7 @@ QSize ColorWell::sizeHint() const
 
 void ColorWell::paintEvent(QPaintEvent*)
 {
-    // A line that shows on the panel, then one that shows on the color.
-    const QColor shown = DisplayColors::ShownOwn(m_Color);
     QPainter painter(this);
-    painter.setPen(hasFocus() ? palette().color(QPalette::Link) : palette().color(QPalette::Mid));
-    painter.setBrush(shown);
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(shown.lightness() < 128 ? QColor(255, 255, 255, 96) : QColor(255, 255, 255, 160));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(rect().adjusted(1, 1, -2, -2));
+    const QColor line = palette().color(hasFocus() ? QPalette::Link : QPalette::Mid);
+    ColorSwatch::PaintFramed(painter, rect(), DisplayColors::ShownOwn(m_Color), line);
 }

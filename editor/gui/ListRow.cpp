@@ -1,6 +1,6 @@
 #include "gui/ListRow.h"
 
-#include "gui/CanvasPainter.h"
+#include "guicore/Checker.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QApplication>
@@ -9,7 +9,6 @@
 #include <QStyleOptionViewItem>
 
 namespace {
-constexpr int CheckerSquare = 4;
 constexpr int SignSize = 24;
 
 void PaintFrame(QPainter& painter, const QRect& place, bool isTarget, const QPalette& palette)
@@ -45,7 +44,7 @@ void ListRow::PaintPicture(QPainter& painter, const QRect& frame, const QImage& 
     QRect place(QPoint(0, 0), size);
     place.moveCenter(frame.center());
     painter.setBrushOrigin(place.topLeft());
-    painter.fillRect(place, MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
+    painter.fillRect(place, SmallChecker());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(place, picture);
     PaintFrame(painter, place, isTarget, palette);

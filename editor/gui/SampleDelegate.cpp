@@ -1,9 +1,9 @@
 #include "gui/SampleDelegate.h"
 
 #include "document/LXColorSampleModel.h"
-#include "gui/CanvasPainter.h"
 #include "gui/DisplayColors.h"
 #include "gui/ListRow.h"
+#include "guicore/Checker.h"
 
 #include <QPainter>
 
@@ -11,12 +11,11 @@ namespace {
 constexpr int RowHeight = 40;
 constexpr int NumberWidth = 28;
 constexpr int SwatchSize = 24;
-constexpr int CheckerSquare = 4;
 
 void PaintSwatch(QPainter& painter, const QRect& place, const QColor& color, const QPalette& palette)
 {
     painter.setBrushOrigin(place.topLeft());
-    painter.fillRect(place, MakeChecker(CheckerSquare, QColor(0xb4, 0xb4, 0xb4), QColor(0x9a, 0x9a, 0x9a)));
+    painter.fillRect(place, SmallChecker());
     if (color.isValid()) painter.fillRect(place, color);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(palette.color(QPalette::Mid));
