@@ -2,10 +2,10 @@
 
 #include "core/ZKApplication.h"
 #include "gui/ColorWell.h"
+#include "gui/LXColorDlg.h"
 #include "gui/LXShortcut.h"
 #include "utils/ZKIconHelper.h"
 
-#include <QColorDialog>
 #include <QToolButton>
 
 namespace {
@@ -34,7 +34,7 @@ ColorWells::ColorWells(QWidget* parent)
         well->SetColor(color);
         connect(ZKApplication::GetInstance(), changed, well, &ColorWell::SetColor);
         connect(well, &ColorWell::clicked, this, [=] {
-            const QColor chosen = QColorDialog::getColor(well->GetColor(), window(), name);
+            const QColor chosen = LXColorDlg::Choose(window(), name, well->GetColor());
             if (chosen.isValid()) set(chosen);
         });
     };

@@ -4,8 +4,8 @@
 
 #include "core/ZKApplication.h"
 #include "gui/BlendModeNames.h"
+#include "gui/LXColorDlg.h"
 
-#include <QColorDialog>
 #include <QFileInfo>
 
 namespace {
@@ -63,7 +63,7 @@ void LXFillOptionsDialogPrivate::SetUp(LXFillOptionsDialog* dialog)
                      [this] { ShowContents(); });
     QObject::connect(m_Ui.m_pColorBtn, &QAbstractButton::clicked, dialog, [this, dialog] {
         const QColor chosen =
-            QColorDialog::getColor(m_Ui.m_pColorBtn->GetColor(), dialog, LXFillOptionsDialog::tr("Color"));
+            LXColorDlg::Choose(dialog, LXFillOptionsDialog::tr("Color"), m_Ui.m_pColorBtn->GetColor());
         if (chosen.isValid()) m_Ui.m_pColorBtn->SetColor(chosen);
     });
     QObject::connect(m_Ui.m_pOpacitySldr, &QSlider::valueChanged, m_Ui.m_pOpacitySpn, &QSpinBox::setValue);

@@ -14,12 +14,12 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXSelectionMaskHelper.h"
+#include "gui/LXColorDlg.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LexoAppKeyHook.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 
-#include <QColorDialog>
 #include <QCoreApplication>
 #include <QMainWindow>
 #include <QtConcurrentRun>
@@ -265,7 +265,7 @@ void ColorRangeSelectPrivate::OnProcessPointSlot(QPointF scenePos)
 
 void ColorRangeSelectPrivate::OnChooseColor()
 {
-    const QColor color = QColorDialog::getColor(Qt::white, m_pDlg, tr("Choose a color"));
+    const QColor color = LXColorDlg::Choose(m_pDlg, tr("Choose a color"), Qt::white);
     if (m_pDlg && color.isValid()) AddColor(color);
 }
 

@@ -1,0 +1,26 @@
+#include "gui/ColorPatch.h"
+
+#include "guicore/ColorSwatch.h"
+#include "guicore/ColorText.h"
+
+#include <QPainter>
+
+ColorPatch::ColorPatch(QWidget* parent) : QWidget(parent) {}
+
+void ColorPatch::SetColor(const QColor& color)
+{
+    m_Color = color;
+    setAccessibleDescription(ColorText::WithAlpha(color));
+    update();
+}
+
+QSize ColorPatch::sizeHint() const
+{
+    return {48, 32};
+}
+
+void ColorPatch::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    ColorSwatch::PaintFramed(painter, rect(), m_Color, palette().color(QPalette::Mid));
+}
