@@ -26,7 +26,6 @@
 #include <QAbstractItemModel>
 #include <QAction>
 #include <QBrush>
-#include <QColorDialog>
 #include <QDir>
 #include <QDockWidget>
 #include <QEventLoop>
@@ -242,8 +241,6 @@ bool Screenshots::TakeDialogs()
     LoadSelectionDialog load(names, true, window);
     ProfileDialog assign(ProfileDialog::Purpose::Assign, ZKCMSProfile(), window);
     ProfileDialog convert(ProfileDialog::Purpose::Convert, ZKCMSProfile::SRGB(), window);
-    QColorDialog color(SkyColor, window);
-    color.setOption(QColorDialog::DontUseNativeDialog);
 
     return TakeDialog(create, QStringLiteral("dialog-new")) &&
            TakeDialog(preferences, QStringLiteral("dialog-preferences")) &&
@@ -253,8 +250,8 @@ bool Screenshots::TakeDialogs()
            TakeDialog(save, QStringLiteral("dialog-save-selection")) &&
            TakeDialog(load, QStringLiteral("dialog-load-selection")) &&
            TakeDialog(assign, QStringLiteral("dialog-assign-profile")) &&
-           TakeDialog(convert, QStringLiteral("dialog-convert-to-profile")) &&
-           TakeDialog(color, QStringLiteral("dialog-color")) && TakeColorRange() && TakeExport();
+           TakeDialog(convert, QStringLiteral("dialog-convert-to-profile")) && TakeColorRange() &&
+           TakeExport();
 }
 
 /// It stands beside the picture, whose colors are clicked while it is open.

@@ -7,15 +7,24 @@
 #include "geometryengine/PathStrokeItem.h"
 #include "geometryengine/PolylineItem.h"
 #include "geometryengine/RectangleItem.h"
+#include "gui/LXColorButton.h"
+#include "gui/LXColorDlg.h"
 #include "gui/LXFillOptionsDialog.h"
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LXUndefinedOperationProgress.h"
+#include "gui/LexoCustomShapePresetModel.h"
 #include "gui/PatternSelectWidget.h"
+#include "gui/RecentColors.h"
 #include "gui/ZKButtonsContainer.h"
+#include "guicore/LXColorComboBox.h"
 #include "guicore/LXMessageBox.h"
+#include "guicore/LXWidget.h"
+#include "guicore/LexoListView.h"
+#include "guicore/LexoPopupDialog.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QFileInfo>
 #include <QFont>
 #include <QGraphicsRectItem>
@@ -25,8 +34,12 @@
 #include <QHBoxLayout>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QVBoxLayout>
 
 namespace {
+const QColor SkyColor(0xF2, 0xA6, 0x5A);
+const QColor TranslucentColor(0x3A, 0x7B, 0xD5, 0x80);
+
 using Ground = WidgetGallery::Ground;
 
 QString Tr(const char* text)
@@ -79,7 +92,86 @@ std::unique_ptr<QWidget> MakeFillOptions(const Ground& ground)
     return std::make_unique<LXFillOptionsDialog>(ground.window);
 }
 
+std::unique_ptr<QWidget> MakeColorDialog(const Ground& ground)
+{
+    auto dialog = std::make_unique<LXColorDlg>(ground.window);
+    dialog->SetColor(SkyColor);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> MakeColorDialogWithAlpha(const Ground& ground)
+{
+    for (int step = 0; step < 9; ++step)
+        RecentColors::Add(QColor(step * 28, 90, 255 - step * 28, step == 4 ? 0x80 : 0xff));
+    auto dialog = std::make_unique<LXColorDlg>(ground.window);
+    dialog->SetAlphaEnabled(true);
+    dialog->SetColor(TranslucentColor);
+    return dialog;
+}
+
+std::unique_ptr<QWidget> MakePopupDialog(const Ground& ground)
+{
+    auto dialog = std::make_unique<LexoPopupDialog>(ground.window);
+    auto* layout = new QVBoxLayout(dialog.get());
+    layout->addWidget(new QCheckBox(Tr("From center"), dialog.get()));
+    layout->addWidget(new QCheckBox(Tr("Snap to pixels"), dialog.get()));
+    return dialog;
+}
+
 // ---- controls
+
+std::unique_ptr<QWidget> MakeOptionsWidget(bool hasTitle)
+{
+    auto widget = std::make_unique<LXWidget>();
+    widget->setWindowTitle(Tr("Pen tool options"));
+    widget->SetTitleBarVisible(hasTitle);
+    widget->SetResizable(hasTitle);
+    auto* layout = new QVBoxLayout(widget.get());
+    layout->addWidget(new QCheckBox(Tr("Rubber band"), widget.get()));
+    return widget;
+}
+
+std::unique_ptr<QWidget> MakePanelWidget(const Ground&)
+{
+    return MakeOptionsWidget(true);
+}
+
+std::unique_ptr<QWidget> MakePopupWidget(const Ground&)
+{
+    return MakeOptionsWidget(false);
+}
+
+/// Opaque, translucent, and off.
+std::unique_ptr<QWidget> MakeColorButtons(const Ground&)
+{
+    auto row = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(row.get());
+    for (const QColor& color : {SkyColor, TranslucentColor, SkyColor}) {
+        auto* button = new LXColorButton(row.get());
+        button->SetColor(color);
+        button->setEnabled(layout->count() < 2);
+        layout->addWidget(button);
+    }
+    return row;
+}
+
+std::unique_ptr<QWidget> MakeColorBox(const Ground&)
+{
+    auto box = std::make_unique<LXColorComboBox>();
+    for (int step = 0; step < 6; ++step)
+        box->AddColor(QColor(255, step * 51, 0));
+    box->setCurrentIndex(3);
+    return box;
+}
+
+std::unique_ptr<QWidget> MakeShapeList(const Ground&)
+{
+    auto list = std::make_unique<LexoListView>();
+    list->setModel(new LexoCustomShapePresetModel(list.get()));
+    list->setCurrentIndex(list->model()->index(0, 0));
+    list->resize(list->sizeHint());
+    return list;
+}
 
 std::unique_ptr<QWidget> MakePatternList(const Ground&)
 {
@@ -199,6 +291,14 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"tool-buttons", MakeToolButtons},
         {"handles", MakeHandles},
         {"outlines", MakeOutlines},
+        {"color", MakeColorDialog},
+        {"color-with-alpha", MakeColorDialogWithAlpha},
+        {"color-buttons", MakeColorButtons},
+        {"color-box", MakeColorBox},
+        {"popup-dialog", MakePopupDialog},
+        {"widget-with-title", MakePanelWidget},
+        {"widget-without-title", MakePopupWidget},
+        {"shapes", MakeShapeList},
     };
     return samples;
 }
