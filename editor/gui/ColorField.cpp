@@ -2,6 +2,7 @@
 
 #include "gui/ColorChoice.h"
 #include "gui/ColorMark.h"
+#include "gui/ShownGradients.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -81,8 +82,7 @@ void ColorField::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const QRect inside = Inside();
-    painter.fillRect(inside, HuesOver(inside));
-    painter.fillRect(inside, WhiteOver(inside));
+    PaintShownGradients(painter, inside, {HuesOver(inside), WhiteOver(inside)});
     ColorMark::PaintLine(painter, rect(), *this);
 
     painter.setClipRect(inside);

@@ -1,5 +1,6 @@
 #include "gui/ColorPatch.h"
 
+#include "gui/DisplayColors.h"
 #include "guicore/ColorSwatch.h"
 #include "guicore/ColorText.h"
 
@@ -22,5 +23,6 @@ QSize ColorPatch::sizeHint() const
 void ColorPatch::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    ColorSwatch::PaintFramed(painter, rect(), m_Color, palette().color(QPalette::Mid));
+    ColorSwatch::PaintFramed(painter, rect(), DisplayColors::ShownOwn(m_Color),
+                             palette().color(QPalette::Mid));
 }

@@ -1,6 +1,7 @@
 #include "gui/ColorStrip.h"
 
 #include "gui/ColorMark.h"
+#include "gui/ShownGradients.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -56,7 +57,7 @@ void ColorStrip::paintEvent(QPaintEvent*)
     QLinearGradient values(0, inside.bottom() + 0.5, 0, inside.top() + 0.5);
     values.setColorAt(0, Qt::black);
     values.setColorAt(1, m_Brightest);
-    painter.fillRect(inside, values);
+    PaintShownGradients(painter, inside, {values});
     ColorMark::PaintLine(painter, rect(), *this);
     painter.setClipRect(inside);
     ColorMark::PaintBar(painter, inside, PlaceOf(value()));

@@ -25,6 +25,12 @@ ZKCMSTransform ToScreen(const LXDocumentInterface* document)
 {
     return ZKCMSManager::GetInstance()->ToDisplay(document ? document->GetICCProfile() : ZKCMSProfile());
 }
+
+ZKCMSTransform OwnToScreen()
+{
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    return manager->ToDisplay(manager->GetRGBProfile(manager->GetWorkingRGBIndex()));
+}
 } // namespace
 
 void DisplayColors::Convert(const ZKCMSTransform& toScreen, QImage& image, const QRect& part)
@@ -58,8 +64,14 @@ QColor DisplayColors::Shown(const LXDocumentInterface* document, const QColor& c
 
 QColor DisplayColors::ShownOwn(const QColor& color)
 {
-    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
     QColor shown = color;
-    manager->ToDisplay(manager->GetRGBProfile(manager->GetWorkingRGBIndex()))(shown);
+    OwnToScreen()(shown);
+    return shown;
+}
+
+QImage DisplayColors::ShownOwn(const QImage& picture)
+{
+    QImage shown = picture;
+    Convert(OwnToScreen(), shown, shown.rect());
     return shown;
 }

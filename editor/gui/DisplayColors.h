@@ -20,4 +20,6 @@ QImage Shown(const LXDocumentInterface* document, const QImage& picture);
 QColor Shown(const LXDocumentInterface* document, const QColor& color);
 /// A color of the program's own, such as the foreground. Main thread only.
 QColor ShownOwn(const QColor& color);
+/// A picture of such colors, of any of the two formats. Main thread only.
+QImage ShownOwn(const QImage& picture);
 } // namespace DisplayColors

@@ -1,5 +1,7 @@
 #include "gui/LXColorButton.h"
 
+#include "core/ZKCMSManager.h"
+#include "gui/DisplayColors.h"
 #include "gui/LXColorDlg.h"
 #include "guicore/ColorSwatch.h"
 #include "guicore/ColorText.h"
@@ -32,6 +34,9 @@ LXColorButton::LXColorButton(QWidget* parent)
     setAccessibleName(tr("Color"));
     setAccessibleDescription(ColorText::WithAlpha(m_pPrivate->m_Color));
     connect(this, &QToolButton::clicked, this, &LXColorButton::Ask);
+    const auto repaint = qOverload<>(&QWidget::update);
+    connect(ZKCMSManager::GetInstance(), &ZKCMSManager::DisplayChanged, this, repaint);
+    connect(ZKCMSManager::GetInstance(), &ZKCMSManager::WorkingProfileChanged, this, repaint);
 }
 
 LXColorButton::~LXColorButton() = default;
@@ -81,7 +86,7 @@ void LXColorButton::paintEvent(QPaintEvent*)
 
     const QRect swatch = rect().adjusted(SwatchMargin, SwatchMargin, -SwatchMargin, -SwatchMargin);
     if (!isEnabled()) painter.setOpacity(OffOpacity);
-    ColorSwatch::Paint(painter, swatch, m_pPrivate->m_Color);
+    ColorSwatch::Paint(painter, swatch, DisplayColors::ShownOwn(m_pPrivate->m_Color));
     // Lets a swatch in the color of the bar be seen.
     PaintLineFrame(painter, swatch, palette().color(QPalette::Mid));
 }

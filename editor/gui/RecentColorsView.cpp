@@ -1,5 +1,6 @@
 #include "gui/RecentColorsView.h"
 
+#include "gui/DisplayColors.h"
 #include "gui/RecentColors.h"
 #include "guicore/ColorSwatch.h"
 #include "guicore/ColorText.h"
@@ -28,7 +29,7 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
         const QRect swatch = option.rect.adjusted(SwatchMargin, SwatchMargin, -SwatchMargin, -SwatchMargin);
-        ColorSwatch::Paint(*painter, swatch, index.data(ColorRole).value<QColor>());
+        ColorSwatch::Paint(*painter, swatch, DisplayColors::ShownOwn(index.data(ColorRole).value<QColor>()));
         PaintLineFrame(*painter, swatch, option.palette.color(QPalette::Mid));
 
         const bool isFocus = option.state.testFlag(QStyle::State_HasFocus);

@@ -12,8 +12,7 @@ class LXColorDlgPrivate;
 /// color as text, all of which follow each other; the old color beside the new one; the colors that were
 /// chosen last. Enter accepts, Escape rejects. Main thread only.
 ///
-/// Colors are numbers of a picture or of the program: nothing is converted for the screen, and nothing is
-/// read from it.
+/// Colors are the program's own, whatever the screen: what is shown is converted to it, what is chosen isn't.
 class ZK_HOST_EXPORT LXColorDlg : public LXDialog
 {
     Q_OBJECT

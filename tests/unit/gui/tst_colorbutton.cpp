@@ -1,12 +1,29 @@
 #include "core/ZKApplication.h"
+#include "core/ZKCMSManager.h"
 #include "gui/LXColorButton.h"
 #include "gui/LXColorDlg.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
+
+namespace {
+struct PaintCounter : public QObject
+{
+    explicit PaintCounter(QObject* watched) { watched->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+} // namespace
 
 /// The button that shows a color and asks for another.
 class TestColorButton : public QObject
@@ -28,6 +45,7 @@ private slots:
     void theAlphaIsAskedForOnlyWhereItIsWanted();
     void whoAsksInAnotherWayHearsThePress();
     void aButtonMayGoWhileItAsks();
+    void anotherScreenIsSeenAtOnce();
 
 private:
     QColor SeenAt(const QPoint& place) const { return m_pButton->grab().toImage().pixelColor(place); }
@@ -51,6 +69,7 @@ void TestColorButton::init()
 void TestColorButton::cleanup()
 {
     m_pWindow.reset();
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
 }
 
 void TestColorButton::itBeginsWithBlack()
@@ -175,6 +194,23 @@ void TestColorButton::aButtonMayGoWhileItAsks()
     m_pButton->setFocus();
     m_Input.Key(Qt::Key_Space);
     QCOMPARE(m_Input.CountWaitingActions(), 0);
+}
+
+void TestColorButton::anotherScreenIsSeenAtOnce()
+{
+    m_pButton->SetColor(QColor(200, 90, 40));
+    QCOMPARE(SeenAt({20, 12}), QColor(200, 90, 40));
+    const ZKCMSProfile screen = IccProfiles::AdobeRgb();
+    QColor shown(200, 90, 40);
+    ZKCMSTransform(ZKCMSProfile::SRGB(), screen)(shown);
+
+    QCoreApplication::processEvents();
+    PaintCounter paints(m_pButton);
+    ZKCMSManager::GetInstance()->SetDisplay(screen, {});
+    QCoreApplication::processEvents();
+    QVERIFY(paints.count > 0);
+    QCOMPARE(SeenAt({20, 12}).rgb(), shown.rgb());
+    QCOMPARE(m_pButton->GetColor(), QColor(200, 90, 40));
 }
 
 ZK_REGISTER_TEST(tst_colorbutton, TestColorButton)

@@ -1,4 +1,5 @@
 #include "core/ZKApplication.h"
+#include "core/ZKCMSManager.h"
 #include "gui/ColorField.h"
 #include "gui/ColorPatch.h"
 #include "gui/ColorStrip.h"
@@ -6,6 +7,7 @@
 #include "gui/LXColorDlg.h"
 #include "gui/RecentColors.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 #include "support/WidgetWalk.h"
 
@@ -47,6 +49,7 @@ private slots:
     void everyControlHasANameAndIsReached();
     void choosingWaitsForTheAnswer();
     void aParentMayGoWhileThereIsNoAnswer();
+    void whatIsShownIsConvertedAndWhatIsChosenIsNot();
 
 private:
     template <typename Control>
@@ -76,6 +79,7 @@ void TestColorDialog::init()
 void TestColorDialog::cleanup()
 {
     m_pDialog.reset();
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
 }
 
 void TestColorDialog::Show()
@@ -381,6 +385,27 @@ void TestColorDialog::aParentMayGoWhileThereIsNoAnswer()
     m_Input.WhenModalShows<LXColorDlg>([parent](LXColorDlg*) { delete parent; });
     QVERIFY(!LXColorDlg::Choose(parent, "Color of the sky", QColor(1, 2, 3)).isValid());
     QCOMPARE(m_Input.CountWaitingActions(), 0);
+}
+
+void TestColorDialog::whatIsShownIsConvertedAndWhatIsChosenIsNot()
+{
+    const ZKCMSProfile screen = IccProfiles::AdobeRgb();
+    QColor shown(200, 90, 40);
+    ZKCMSTransform(ZKCMSProfile::SRGB(), screen)(shown);
+    QVERIFY(shown != QColor(200, 90, 40));
+    ZKCMSManager::GetInstance()->SetDisplay(screen, {});
+
+    RecentColors::Add(QColor(200, 90, 40));
+    m_pDialog = std::make_unique<LXColorDlg>();
+    m_pDialog->SetColor(QColor(200, 90, 40));
+    Show();
+    auto* recent = Find<QListWidget>("m_pRecentLst");
+    const QPoint swatch = recent->visualItemRect(recent->item(0)).center();
+    QCOMPARE(Find<ColorPatch>("m_pNewPatch")->grab().toImage().pixel(10, 10), shown.rgb());
+    QCOMPARE(Find<ColorWell>("m_pOldWell")->grab().toImage().pixel(10, 10), shown.rgb());
+    QCOMPARE(recent->viewport()->grab().toImage().pixel(swatch), shown.rgb());
+    QCOMPARE(m_pDialog->GetColor(), QColor(200, 90, 40));
+    QCOMPARE(Text()->text(), QString("#C85A28"));
 }
 
 ZK_REGISTER_TEST(tst_colordialog, TestColorDialog)

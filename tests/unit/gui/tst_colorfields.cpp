@@ -1,7 +1,9 @@
+#include "core/ZKCMSManager.h"
 #include "gui/ColorChoice.h"
 #include "gui/ColorField.h"
 #include "gui/ColorStrip.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
 #include <QSignalSpy>
@@ -27,6 +29,7 @@ private slots:
     void theStripShowsItsColors();
     void aPressOnTheStripChoosesTheValue();
     void arrowsStepTheValue();
+    void bothAreShownInTheColorsOfTheScreen();
 
 private:
     /// Where the pixel of the field with this hue and saturation is seen, without the mark.
@@ -62,6 +65,7 @@ void TestColorFields::init()
 void TestColorFields::cleanup()
 {
     m_pWindow.reset();
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
 }
 
 QColor TestColorFields::SeenAt(double hue, double saturation)
@@ -220,6 +224,26 @@ void TestColorFields::arrowsStepTheValue()
     QCOMPARE(m_pStrip->value(), 255);
     input.Key(Qt::Key_Home);
     QCOMPARE(m_pStrip->value(), 0);
+}
+
+void TestColorFields::bothAreShownInTheColorsOfTheScreen()
+{
+    const ZKCMSProfile screen = IccProfiles::AdobeRgb();
+    const ZKCMSTransform toScreen(ZKCMSProfile::SRGB(), screen);
+    ZKCMSManager::GetInstance()->SetDisplay(screen, {});
+    const QColor inField = ToRgb({120, 0.5, 1});
+    QColor expected = inField;
+    toScreen(expected);
+    const QColor seen = SeenAt(120, 0.5);
+    QVERIFY2(IsLike(seen, expected), qPrintable(seen.name() + ' ' + expected.name()));
+    QVERIFY(!IsLike(seen, inField));
+
+    m_pStrip->SetBrightest(QColor(0, 255, 0));
+    m_pStrip->setValue(0);
+    expected = QColor(0, 200, 0);
+    toScreen(expected);
+    const QColor onStrip = m_pStrip->grab().toImage().pixelColor(11, m_pStrip->PlaceOf(200));
+    QVERIFY2(IsLike(onStrip, expected), qPrintable(onStrip.name() + ' ' + expected.name()));
 }
 
 ZK_REGISTER_TEST(tst_colorfields, TestColorFields)
