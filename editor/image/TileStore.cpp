@@ -72,9 +72,10 @@ void* TileStore::CopyTile(void* handle)
 
 void* TileStore::GetMemory(void* handle, bool write)
 {
-    const Guard guard(m_Mutex);
+    std::unique_lock<std::mutex> lock(m_Mutex);
     Block& block = Find(handle);
     uchar* const memory = Pin(block);
+    Clear(block, lock);
     if (write) {
         block.isBlank = false;
         block.isBeingWritten = true;
@@ -228,7 +229,7 @@ void TileStore::BringIn(Block& block)
         m_Arena.Free(memory);
         throw;
     }
-    if (block.isBlank) std::memset(memory, 0, TileArena::BlockBytes);
+    block.content = block.isBlank ? Block::Content::Anything : Block::Content::ItsBytes;
     block.memory = memory;
     m_ResidentBytes += BlockBytes;
     AppendUnpinned(block);
@@ -240,6 +241,20 @@ uchar* TileStore::Pin(Block& block)
     if (block.pins == 0) RemoveUnpinned(block);
     ++block.pins;
     return block.memory;
+}
+
+/// Clears the new memory of a pinned blank block without the lock, for that takes longer than all else here.
+void TileStore::Clear(Block& block, std::unique_lock<std::mutex>& lock)
+{
+    if (block.content == Block::Content::Anything) {
+        block.content = Block::Content::BeingCleared;
+        lock.unlock();
+        std::memset(block.memory, 0, TileArena::BlockBytes);
+        lock.lock();
+        block.content = Block::Content::ItsBytes;
+        m_Cleared.notify_all();
+    }
+    m_Cleared.wait(lock, [&block] { return block.content == Block::Content::ItsBytes; });
 }
 
 void TileStore::Unpin(Block& block)

@@ -6,6 +6,7 @@
 
 #include <QtGlobal>
 
+#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <optional>
@@ -17,7 +18,7 @@
 ///
 /// One mutex guards everything: a tile is pinned once for 16384 pixels of work, so it is hardly ever
 /// contended. Swapping happens under it too, which makes others wait only when memory has run out. A blank
-/// tile gets memory when somebody asks for its bytes.
+/// tile gets memory when somebody asks for its bytes, and that is cleared outside the mutex.
 class TileStore
 {
 public:
@@ -49,13 +50,22 @@ private:
 
     struct Block
     {
+        /// What the memory holds, where there is memory.
+        enum class Content
+        {
+            Anything,
+            BeingCleared,
+            ItsBytes
+        };
+
         uchar* memory = nullptr; ///< null while swapped out, blank and never asked for, or not alive
         SwapFile::Slot swapSlot; ///< a copy on disk that is still right
         int pins = 0;
         bool isBeingWritten = false; ///< somebody pinned it for writing, and pins are left since
         quint32 writes = 0;          ///< how often it was pinned for writing
         std::optional<TileNature> nature;
-        bool isBlank = false;   ///< all zeros: never pinned for writing
+        bool isBlank = false; ///< all zeros: never pinned for writing
+        Content content = Content::ItsBytes;
         quint32 generation = 0; ///< odd while alive, so that an old handle is told from its successor
         // Neighbours in the list of resident blocks that nobody pins, least recently used first.
         Block* older = nullptr;
@@ -70,12 +80,14 @@ private:
     void SwapOut(Block& block);
     void BringIn(Block& block);
     uchar* Pin(Block& block);
+    void Clear(Block& block, std::unique_lock<std::mutex>& lock);
     void Unpin(Block& block);
     void DropSwapCopy(Block& block);
     void AppendUnpinned(Block& block);
     void RemoveUnpinned(Block& block);
 
     mutable std::mutex m_Mutex;
+    std::condition_variable m_Cleared;
     TileArena m_Arena;
     SwapFile m_SwapFile;
     std::deque<Block> m_Blocks; ///< a deque, because the list points into it

@@ -38,6 +38,7 @@ class TestTileThreads : public QObject
 private slots:
     void tilesOfManyThreadsKeepApartWhileSwapping();
     void readersOfOneTileMayBeMany();
+    void nobodySeesABlankTileBeforeItIsCleared();
     void imagesAreCopiedAndDroppedOnAnyThread();
     void copiesAreWrittenOnDifferentThreads();
     void differentTilesOfOneImageAreWrittenAtOnce();
@@ -89,6 +90,33 @@ void TestTileThreads::readersOfOneTileMayBeMany()
             store.CleanUpTile(own);
         }
     });
+    QCOMPARE(wrong.load(), 0);
+}
+
+/// The memory held something else before, and all ask for it at once.
+void TestTileThreads::nobodySeesABlankTileBeforeItIsCleared()
+{
+    TileStore store(8 * TileBytes, {});
+    std::atomic<int> wrong{0};
+    for (int round = 0; round < 200; ++round) {
+        void* const former = store.MakeTile();
+        std::memset(store.GetMemory(former, true), 77, TileBytes);
+        store.FreeMemory(former);
+        store.CleanUpTile(former);
+
+        void* const tile = store.MakeTile();
+        std::atomic<int> ready{0};
+        RunInThreads([&](int) {
+            for (++ready; ready < ThreadCount;) {
+                std::this_thread::yield();
+            }
+            const auto* const bytes = static_cast<const uchar*>(store.GetMemory(tile, false));
+            // From the end, which is cleared last.
+            if (bytes[TileBytes - 1] != 0 || bytes[TileBytes / 2] != 0 || bytes[0] != 0) ++wrong;
+            store.FreeMemory(tile);
+        });
+        store.CleanUpTile(tile);
+    }
     QCOMPARE(wrong.load(), 0);
 }
 
