@@ -11,6 +11,7 @@
 #include "image/TileWalk.h"
 
 #include <algorithm>
+#include <cstddef>
 
 HWY_BEFORE_NAMESPACE();
 
@@ -19,27 +20,36 @@ namespace HWY_NAMESPACE {
 namespace {
 
 constexpr int TileSide = TileWalk::TileSide;
-constexpr int Slack = 64; ///< of a register that reaches beyond a row
 using D16Whole = hn::ScalableTag<uint16_t>;
 using D8Half = hn::Rebind<uint8_t, D16Whole>;
+using D8Whole = hn::Repartition<uint8_t, D32>;
 using Sums = hn::Vec<D16Whole>;
-
-/// Sums of alphas down the columns of a box, with room for its reach before and after.
-using ColumnSums = uint16_t[TileSide + 2 * Slack];
 
 HWY_INLINE Sums LoadAlphas(const quint8* alphas)
 {
     return hn::PromoteTo(D16Whole(), hn::LoadU(D8Half(), alphas));
 }
 
-void ReadAlphaRows(const LXRGBA32i* pixels, int count, int rows, quint8* alphas)
+/// The alphas of four registers of pixels.
+HWY_INLINE hn::Vec<D8Whole> AlphasOf(const LXRGBA32i* pixels)
 {
     const D32 d;
-    const int lanes = static_cast<int>(hn::Lanes(d));
+    const auto load = [&](int i) HWY_ATTR {
+        const auto* const words = Words(pixels) + static_cast<std::size_t>(i) * hn::Lanes(d);
+        return hn::BitCast(D16Whole(), hn::LoadU(d, words));
+    };
+    const auto lower = hn::ConcatOdd(D16Whole(), load(1), load(0));
+    const auto upper = hn::ConcatOdd(D16Whole(), load(3), load(2));
+    return hn::ConcatOdd(D8Whole(), hn::BitCast(D8Whole(), upper), hn::BitCast(D8Whole(), lower));
+}
+
+void ReadAlphaRows(const LXRGBA32i* pixels, int count, int rows, quint8* alphas)
+{
+    const int lanes = static_cast<int>(hn::Lanes(D8Whole()));
     for (int y = 0; y < rows; ++y) {
         int x = 0;
         for (; x + lanes <= count; x += lanes) {
-            hn::StoreU(hn::TruncateTo(D8(), Alpha(hn::LoadU(d, Words(pixels + x)))), D8(), alphas + x);
+            hn::StoreU(AlphasOf(pixels + x), D8Whole(), alphas + x);
         }
         for (; x < count; ++x) {
             alphas[x] = static_cast<quint8>(pixels[x].Alpha());
@@ -49,82 +59,80 @@ void ReadAlphaRows(const LXRGBA32i* pixels, int count, int rows, quint8* alphas)
     }
 }
 
-/// Moves the sums of a box of this reach down to row `y`; row 0 comes first and is summed whole.
-void MoveDown(const AlphaPlane& plane, int reach, int y, int width, uint16_t* sums)
+HWY_INLINE void WriteAlphas(Sums alphas, LXRGBA32i* pixels)
 {
-    const D16Whole d;
-    const int lanes = static_cast<int>(hn::Lanes(d));
-    for (int x = -BoxKernel::MostReach; x < width + BoxKernel::MostReach; x += lanes) {
-        Sums sum = hn::Zero(d);
-        if (y == 0) {
-            for (int j = -reach; j <= reach; ++j) {
-                sum = hn::Add(sum, LoadAlphas(plane.At(x, j)));
-            }
-        } else {
-            sum = hn::Sub(hn::LoadU(d, sums + Slack + x), LoadAlphas(plane.At(x, y - reach - 1)));
-            sum = hn::Add(sum, LoadAlphas(plane.At(x, y + reach)));
-        }
-        hn::StoreU(sum, d, sums + Slack + x);
-    }
+    const D32 d;
+    const hn::Half<D16Whole> half;
+    const auto write = [&](auto part, uint32_t* words) HWY_ATTR {
+        hn::StoreU(WithAlpha(hn::LoadU(d, words), hn::PromoteTo(d, part)), d, words);
+    };
+    write(hn::LowerHalf(half, alphas), Words(pixels));
+    write(hn::UpperHalf(half, alphas), Words(pixels) + hn::Lanes(d));
 }
 
-HWY_INLINE Sums SumAcross(const uint16_t* sums, int reach)
-{
-    const D16Whole d;
-    Sums sum = hn::LoadU(d, sums);
-    for (int i = 1; i <= reach; ++i) {
-        sum = hn::Add(sum, hn::Add(hn::LoadU(d, sums - i), hn::LoadU(d, sums + i)));
-    }
-    return sum;
-}
-
-void ConvolveRow(const BoxKernel& kernel, const ColumnSums* columns, const quint8* middle, int width,
-                 quint8* result)
+/// A register's width of columns from the top to the bottom. A row's sums across are taken once, and added at
+/// once to all sums that they belong to: those of the rows within reach, which stay in registers.
+///
+/// Always inlined: GCC 12 takes some functions of this kind for such without effect, and drops the calls.
+template <int Reach>
+HWY_INLINE void ConvolveColumns(const BoxKernel& kernel, const quint8* alphas, int count, int height,
+                                LXRGBA32i* pixels)
 {
     const D16Whole d;
     const int lanes = static_cast<int>(hn::Lanes(d));
     const Sums half = hn::Set(d, kernel.half);
     const Sums factor = hn::Set(d, kernel.factor);
-    for (int x = 0; x < width; x += lanes) {
-        Sums sum = hn::Add(half, hn::Mul(LoadAlphas(middle + x), hn::Set(d, kernel.boxes[0])));
-        for (int reach = 1; reach <= kernel.reach; ++reach) {
-            const quint16 weight = kernel.boxes[static_cast<std::size_t>(reach)];
-            if (weight == 0) continue;
-            const Sums box = SumAcross(columns[reach] + Slack + x, reach);
-            sum = hn::Add(sum, weight == 1 ? box : hn::Mul(box, hn::Set(d, weight)));
+    Sums open[2 * Reach + 1]; // of the rows from y - Reach on
+    std::fill_n(open, 2 * Reach + 1, half);
+    for (int y = -Reach; y < height + Reach; ++y) {
+        const quint8* const row = alphas + std::ptrdiff_t(y) * AlphaPlane::Stride;
+        Sums shares[Reach + 1]; // for the rows so far away
+        Sums box = LoadAlphas(row);
+        shares[0] = hn::Mul(box, hn::Set(d, kernel.boxes[0]));
+        for (int i = 1; i <= Reach; ++i) {
+            box = hn::Add(box, hn::Add(LoadAlphas(row - i), LoadAlphas(row + i)));
+            shares[i] = hn::Mul(box, hn::Set(d, kernel.boxes[static_cast<std::size_t>(i)]));
         }
-        const Sums quotient = hn::ShiftRightSame(hn::MulHigh(sum, factor), kernel.shift);
-        hn::StoreU(hn::DemoteTo(D8Half(), hn::BitCast(hn::RebindToSigned<D16Whole>(), quotient)), D8Half(),
-                   result + x);
+        for (int i = Reach; i > 0; --i) {
+            shares[i - 1] = hn::Add(shares[i - 1], shares[i]);
+        }
+        const Sums sum = hn::Add(open[0], shares[Reach]);
+        for (int i = 1; i <= 2 * Reach; ++i) {
+            open[i - 1] = hn::Add(open[i], shares[i < Reach ? Reach - i : i - Reach]);
+        }
+        if (y < Reach) continue;
+
+        const Sums result = hn::ShiftRightSame(hn::MulHigh(sum, factor), kernel.shift);
+        LXRGBA32i* const target = pixels + std::ptrdiff_t(y - Reach) * TileSide;
+        if (count >= lanes) {
+            WriteAlphas(result, target);
+        } else {
+            uint16_t buffer[HWY_MAX_BYTES / 2];
+            hn::StoreU(result, d, buffer);
+            for (int x = 0; x < count; ++x) {
+                target[x].bytes[3] = static_cast<quint8>(buffer[x]);
+            }
+        }
     }
 }
 
-void WriteAlphas(const quint8* alphas, int count, LXRGBA32i* pixels)
+template <int Reach>
+HWY_INLINE void ConvolveByReach(const BoxKernel& kernel, const AlphaPlane& plane, int width, int height,
+                                LXRGBA32i* pixels)
 {
-    const D32 d;
-    const int lanes = static_cast<int>(hn::Lanes(d));
-    int x = 0;
-    for (; x + lanes <= count; x += lanes) {
-        uint32_t* const words = Words(pixels + x);
-        hn::StoreU(WithAlpha(hn::LoadU(d, words), Bytes(alphas + x)), d, words);
-    }
-    for (; x < count; ++x) {
-        pixels[x].bytes[3] = alphas[x];
+    const int lanes = static_cast<int>(hn::Lanes(D16Whole()));
+    for (int x = 0; x < width; x += lanes) {
+        ConvolveColumns<Reach>(kernel, plane.At(x, 0), width - x, height, pixels + x);
     }
 }
 
 void ConvolveTile(const BoxKernel& kernel, const AlphaPlane& plane, int width, int height, LXRGBA32i* pixels)
 {
-    ColumnSums columns[BoxKernel::MostReach + 1] = {};
-    quint8 alphas[TileSide + Slack];
-    for (int y = 0; y < height; ++y) {
-        for (int reach = 1; reach <= kernel.reach; ++reach) {
-            if (kernel.boxes[static_cast<std::size_t>(reach)] != 0) {
-                MoveDown(plane, reach, y, width, columns[reach]);
-            }
-        }
-        ConvolveRow(kernel, columns, plane.At(0, y), width, alphas);
-        WriteAlphas(alphas, width, pixels + y * TileSide);
+    switch (kernel.reach) {
+    case 0: ConvolveByReach<0>(kernel, plane, width, height, pixels); break;
+    case 1: ConvolveByReach<1>(kernel, plane, width, height, pixels); break;
+    case 2: ConvolveByReach<2>(kernel, plane, width, height, pixels); break;
+    default: ConvolveByReach<3>(kernel, plane, width, height, pixels); break;
     }
 }
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -112,57 +113,114 @@ void ConvolvePlainly(const std::vector<double>& kernel, const QSize& size, LXIma
     });
 }
 
-/// The alphas of a row of tiles before any of them is written, a plane a tile.
+/// The alphas beside the lines between rows of tiles, as they were before anything is written: with them each
+/// row of tiles is convolved by itself, in place.
+class SeamAlphas
+{
+public:
+    SeamAlphas(const LXImage32& image, int reach)
+        : m_Reach(reach),
+          m_Width(image.Width()),
+          m_Alphas(static_cast<std::size_t>(m_Width) * static_cast<std::size_t>(2 * reach) *
+                   (image.m_TilesY == 0 ? 0 : image.m_TilesY - 1))
+    {
+        TileThreads::ForEach(static_cast<int>(image.m_TilesY) - 1, [&](int seam) {
+            const int middle = (seam + 1) * TileSide;
+            const QRect rows = QRect(0, middle - reach, m_Width, 2 * reach) & image.Rect();
+            TileWalk::ReadSpans(image, rows, [&](const LXRGBA32i* pixels, int x, int y, int count) {
+                ConvolveKernels::ReadAlphas(pixels, count, 1, MutableRow(rows.top() + y) + x);
+            });
+        });
+    }
+
+    /// Of a row of the image within reach of a line.
+    const quint8* Row(int y) const { return m_Alphas.data() + Place(y); }
+
+private:
+    std::size_t Place(int y) const
+    {
+        const int seam = (y + m_Reach) / TileSide; // from 1 on
+        const int row = (seam - 1) * 2 * m_Reach + y - (seam * TileSide - m_Reach);
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(m_Width);
+    }
+
+    quint8* MutableRow(int y) { return m_Alphas.data() + Place(y); }
+
+    int m_Reach;
+    int m_Width;
+    std::vector<quint8> m_Alphas;
+};
+
+/// The alphas of a row of tiles, read from left to right one tile ahead of the one that is written.
 class PlaneRow
 {
 public:
-    PlaneRow(const LXImage32& image, int reach) : m_Image(image), m_Reach(reach), m_Planes(image.m_TilesX) {}
-
-    const AlphaPlane& At(int column) const { return m_Planes[static_cast<std::size_t>(column)]; }
-
-    /// Reads a tile and what lies beside and below it; above, the plane's last rows are those of the tile
-    /// that was read before, which by now has been written. Outside the image the nearest pixel counts.
-    void Read(int column, const QRect& part)
+    PlaneRow(const LXImage32& image, const SeamAlphas& seams, int row, int reach)
+        : m_Image(image), m_Seams(seams), m_Row(row), m_Reach(reach), m_Planes(new AlphaPlane[Planes])
     {
-        AlphaPlane& plane = m_Planes[static_cast<std::size_t>(column)];
-        const bool isFirst = part.top() == 0;
-        for (int y = -m_Reach; y < 0 && !isFirst; ++y) {
-            CopyRow(plane, part.width(), y + TileSide, y);
+        Read(0);
+    }
+
+    /// Of a tile and the pixels around it; outside the image the nearest pixel counts. Columns from 0 on,
+    /// each once.
+    const AlphaPlane& Enter(int column)
+    {
+        if (column + 1 < static_cast<int>(m_Image.m_TilesX)) {
+            Read(column + 1);
+            Join(At(column), At(column + 1));
         }
-        const QRect inside = part.adjusted(-m_Reach, 0, m_Reach, m_Reach) & m_Image.Rect();
-        TileWalk::ForEachTile(inside, [&](int tileColumn, int tileRow, const QRect& known) {
-            const auto tile = m_Image.ReadTile(tileColumn, tileRow);
-            const QPoint at = known.topLeft() - part.topLeft();
-            ConvolveKernels::ReadAlphas(tile.Pixels() + TileWalk::IndexInTile(known.topLeft()), known.width(),
-                                        known.height(), plane.At(at.x(), at.y()));
-        });
-        Extend(plane, part, inside.translated(-part.topLeft()));
+        return At(column);
     }
 
 private:
-    void CopyRow(AlphaPlane& plane, int width, int from, int to) const
+    static constexpr int Planes = 2;
+
+    AlphaPlane& At(int column) { return m_Planes[static_cast<std::size_t>(column % Planes)]; }
+
+    void Read(int column)
     {
-        std::copy(plane.At(-m_Reach, from), plane.At(width + m_Reach, from), plane.At(-m_Reach, to));
+        AlphaPlane& plane = At(column);
+        const QRect part = TileWalk::TileRect(column, m_Row) & m_Image.Rect();
+        {
+            const auto tile = m_Image.ReadTile(column, m_Row);
+            ConvolveKernels::ReadAlphas(tile.Pixels(), part.width(), part.height(), plane.At(0, 0));
+        }
+        const int height = m_Image.Height();
+        for (int i = 1; i <= m_Reach; ++i) {
+            const int above = part.top() - i;
+            const int below = part.bottom() + i;
+            std::copy_n(above < 0 ? plane.At(0, 0) : m_Seams.Row(above) + part.left(), part.width(),
+                        plane.At(0, -i));
+            const bool isInside = part.bottom() + 1 < height;
+            const quint8* const last = plane.At(0, part.height() - 1);
+            std::copy_n(isInside ? m_Seams.Row(std::min(below, height - 1)) + part.left() : last,
+                        part.width(), plane.At(0, part.height() - 1 + i));
+        }
+        for (int y = -m_Reach; y < part.height() + m_Reach; ++y) {
+            if (column == 0) std::fill(plane.At(-m_Reach, y), plane.At(0, y), *plane.At(0, y));
+            std::fill(plane.At(part.width(), y), plane.At(part.width() + m_Reach, y),
+                      *plane.At(part.width() - 1, y));
+        }
     }
 
-    void Extend(AlphaPlane& plane, const QRect& part, const QRect& known) const
+    /// Gives two neighbours what each sees of the other.
+    void Join(AlphaPlane& left, AlphaPlane& right) const
     {
-        for (int y = 0; y <= known.bottom(); ++y) {
-            std::fill(plane.At(-m_Reach, y), plane.At(known.left(), y), *plane.At(known.left(), y));
-            std::fill(plane.At(known.right(), y) + 1, plane.At(part.width() + m_Reach, y),
-                      *plane.At(known.right(), y));
-        }
-        for (int y = -m_Reach; y < 0 && part.top() == 0; ++y) {
-            CopyRow(plane, part.width(), 0, y);
-        }
-        for (int y = known.bottom() + 1; y < part.height() + m_Reach; ++y) {
-            CopyRow(plane, part.width(), known.bottom(), y);
+        for (int y = -m_Reach; y < TileSide + m_Reach; ++y) {
+            std::copy_n(right.At(0, y), SeenBeside, left.At(TileSide, y));
+            std::copy_n(left.At(TileSide - SeenBeside, y), SeenBeside, right.At(-SeenBeside, y));
         }
     }
+
+    /// A little more than the reach, because that many bytes are one move.
+    static constexpr int SeenBeside = 4;
+    static_assert(SeenBeside >= BoxKernel::MostReach && SeenBeside <= AlphaPlane::Margin);
 
     const LXImage32& m_Image;
+    const SeamAlphas& m_Seams;
+    int m_Row;
     int m_Reach;
-    std::vector<AlphaPlane> m_Planes;
+    std::unique_ptr<AlphaPlane[]> m_Planes;
 };
 
 /// Whether all alphas are the same: then a kernel whose weights add up to 1 changes nothing.
@@ -178,22 +236,21 @@ bool IsUniform(const AlphaPlane& plane, const QSize& size, int reach)
     return true;
 }
 
-/// In place, a row of tiles after the other.
+/// In place, each row of tiles by one thread.
 void ConvolveBoxes(const BoxKernel& kernel, LXImage32& image)
 {
-    PlaneRow planes(image, kernel.reach);
-    for (int row = 0; row < static_cast<int>(image.m_TilesY); ++row) {
-        const QRect tiles = QRect(0, row * TileSide, image.Width(), TileSide) & image.Rect();
-        TileThreads::ForEachTile(tiles,
-                                 [&](int column, int, const QRect& part) { planes.Read(column, part); });
-        TileThreads::ForEachTile(tiles, [&](int column, int, const QRect& part) {
-            const AlphaPlane& plane = planes.At(column);
+    const SeamAlphas seams(image, kernel.reach);
+    TileThreads::ForEach(static_cast<int>(image.m_TilesY), [&](int row) {
+        PlaneRow planes(image, seams, row, kernel.reach);
+        for (int column = 0; column < static_cast<int>(image.m_TilesX); ++column) {
+            const AlphaPlane& plane = planes.Enter(column);
+            const QSize size = (TileWalk::TileRect(column, row) & image.Rect()).size();
             // Where nothing changes the tile stays shared.
-            if (kernel.isMean && IsUniform(plane, part.size(), kernel.reach)) return;
+            if (kernel.isMean && IsUniform(plane, size, kernel.reach)) continue;
             const auto tile = image.WriteTile(column, row);
-            ConvolveKernels::Convolve(kernel, plane, part.width(), part.height(), tile.Pixels());
-        });
-    }
+            ConvolveKernels::Convolve(kernel, plane, size.width(), size.height(), tile.Pixels());
+        }
+    });
 }
 } // namespace
 

@@ -6,6 +6,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+#include <cstdlib>
 #include <random>
 
 namespace {
@@ -19,6 +21,24 @@ std::vector<double> SmoothingKernel()
                                1, 1, 1,  1, 1};
     for (double& weight : kernel) {
         weight /= 60.0;
+    }
+    return kernel;
+}
+
+/// Falls from ring to ring, from the middle's 10 on, and adds up to 1.
+std::vector<double> RingKernel(int reach)
+{
+    const double rings[] = {10, 4, 2, 1};
+    std::vector<double> kernel;
+    double sum = 0;
+    for (int y = -reach; y <= reach; ++y) {
+        for (int x = -reach; x <= reach; ++x) {
+            kernel.push_back(rings[std::max(std::abs(x), std::abs(y))]);
+            sum += kernel.back();
+        }
+    }
+    for (double& weight : kernel) {
+        weight /= sum;
     }
     return kernel;
 }
@@ -45,8 +65,8 @@ void TestConvolve::agreesWithTheTwin_data()
 {
     QTest::addColumn<QSize>("imageSize");
     QTest::addColumn<QSize>("kernelSize");
-    const QSize images[] = {{1, 1}, {127, 127}, {128, 128}, {129, 129}, {130, 130}, {300, 270}};
-    const QSize kernels[] = {{5, 5}, {1, 3}, {4, 2}};
+    const QSize images[] = {{1, 1}, {127, 127}, {128, 128}, {129, 129}, {130, 130}, {257, 386}, {300, 270}};
+    const QSize kernels[] = {{5, 5}, {1, 3}, {4, 2}, {3, 3}, {7, 7}};
     for (const QSize& image : images) {
         for (const QSize& kernel : kernels) {
             QTest::addRow("%d x %d by %d x %d", image.width(), image.height(), kernel.width(),
@@ -62,7 +82,9 @@ void TestConvolve::agreesWithTheTwin()
     QFETCH(QSize, kernelSize);
     std::mt19937 random(11);
     std::vector<double> kernel = SmoothingKernel();
-    if (kernelSize != QSize(5, 5)) {
+    if (kernelSize.width() == kernelSize.height() && kernelSize != QSize(5, 5)) {
+        kernel = RingKernel(kernelSize.width() / 2);
+    } else if (kernelSize != QSize(5, 5)) {
         const int weights = kernelSize.width() * kernelSize.height();
         kernel.resize(static_cast<std::size_t>(weights));
         for (double& weight : kernel) {

@@ -179,10 +179,15 @@ QString TestKernelFuzz::TryConvolution()
                                    4, 1, 1, 4, 4, 4, 1, 1, 1, 1, 1, 1};
     std::vector<double> kernel;
     QSize size(5, 5);
-    if (Below(2) == 0) {
+    const int kind = Below(3);
+    if (kind == 0) {
         for (const double weight : soft) {
             kernel.push_back(weight / 60.0);
         }
+    } else if (kind == 1) {
+        const int side = 1 + 2 * Below(4);
+        size = QSize(side, side);
+        kernel.assign(static_cast<std::size_t>(side * side), 1.0 / (side * side));
     } else {
         size = QSize(1 + Below(4), 1 + Below(4));
         for (int i = 0; i < size.width() * size.height(); ++i) {
