@@ -5,18 +5,30 @@
 #include <hwy/cache_control.h>
 
 #include <algorithm>
-#include <utility>
+#include <cstddef>
 
 using TileWalk::TileSide;
 
-ColumnPicker::ColumnPicker(const LXImage32& source, const std::vector<int>& columns, int first, int end)
-    : m_Strip(source, first, end), m_Columns(columns)
+namespace {
+constexpr int PixelsOfALine = 16;
+
+/// In tiles the processor doesn't see that rows come evenly, so it is told of the row after the next one.
+constexpr int RowsAhead = 2;
+} // namespace
+
+ColumnPicker::ColumnPicker(const LXImage32& source, const PickedPlaces& places, const QRect& part)
+    : m_Places(places),
+      m_Part(part),
+      m_SourceColumns(ColumnsOf(places, part)),
+      m_Strip(source, m_SourceColumns.first, m_SourceColumns.end)
 {
-    const int count = static_cast<int>(columns.size());
-    for (int x = first; x < end; x = (x / TileSide + 1) * TileSide) {
-        Span span{count, 0};
+    const auto first = places.columns.begin() + (part.left() - places.origin.x());
+    m_Columns.assign(first, first + part.width());
+    const int count = part.width();
+    for (int x = m_SourceColumns.first; x < m_SourceColumns.end; x = (x / TileSide + 1) * TileSide) {
+        Range span{count, 0};
         for (int i = 0; i < count; ++i) {
-            const int column = columns[static_cast<std::size_t>(i)];
+            const int column = *(first + i);
             if (column < 0 || column / TileSide != x / TileSide) continue;
             span.first = std::min(span.first, i);
             span.end = i + 1;
@@ -24,11 +36,32 @@ ColumnPicker::ColumnPicker(const LXImage32& source, const std::vector<int>& colu
         }
         m_Spans.push_back(span);
     }
+    // Rather too few than lines left out.
+    const int wide = m_SourceColumns.end - m_SourceColumns.first;
+    m_PicksInALine = std::max(1, PixelsOfALine * count / (wide + count));
 }
 
-void ColumnPicker::MakeRow(int row, LXRGBA32i* pixels)
+ColumnPicker::Range ColumnPicker::ColumnsOf(const PickedPlaces& places, const QRect& part)
+{
+    Range range{0, 0};
+    for (int x = part.left(); x <= part.right(); ++x) {
+        const int column = places.columns[static_cast<std::size_t>(x - places.origin.x())];
+        if (column < 0) continue;
+        range.first = range.end == 0 ? column : std::min(range.first, column);
+        range.end = std::max(range.end, column + 1);
+    }
+    return range;
+}
+
+int ColumnPicker::RowAt(int y) const
+{
+    return m_Places.rows[static_cast<std::size_t>(y - m_Places.origin.y())];
+}
+
+void ColumnPicker::MakeRow(int y, LXRGBA32i* pixels)
 {
     const auto count = m_Columns.size();
+    const int row = RowAt(y);
     if (row < 0 || m_Spans.empty()) {
         std::fill_n(pixels, count, LXRGBA32i());
         return;
@@ -38,15 +71,14 @@ void ColumnPicker::MakeRow(int row, LXRGBA32i* pixels)
     const int end = std::max(m_Spans.front().end, m_Spans.back().end);
     std::fill_n(pixels, first, LXRGBA32i());
     std::fill(pixels + end, pixels + count, LXRGBA32i());
-    // Rows come evenly, but the processor doesn't see that in tiles: it is told of the next one.
-    const int step = row - std::exchange(m_LastRow, row);
-    const int next = row % TileSide + step;
-    const bool isNear = next >= 0 && next < TileSide;
+
+    const int rowAhead = y + RowsAhead <= m_Part.bottom() ? RowAt(y + RowsAhead) : -1;
+    const bool isAheadNear = rowAhead >= 0 && rowAhead / TileSide == row / TileSide;
     auto span = m_Spans.begin();
-    m_Strip.ReadRow(row, [&](const LXRGBA32i* source, int, int spanCount) {
-        constexpr int line = 16; // pixels of a line of the caches
-        for (int x = 0; x < spanCount && isNear; x += line) {
-            hwy::Prefetch(source + step * TileSide + x);
+    m_Strip.ReadRow(row, [&](const LXRGBA32i* source, int, int) {
+        const LXRGBA32i* const ahead = source + std::ptrdiff_t(rowAhead - row) * TileSide;
+        for (int i = span->first; i < span->end && isAheadNear; i += m_PicksInALine) {
+            hwy::Prefetch(ahead + m_Columns[static_cast<std::size_t>(i)]);
         }
         for (int i = span->first; i < span->end; ++i) {
             pixels[i] = source[m_Columns[static_cast<std::size_t>(i)]];

@@ -3,29 +3,44 @@
 #include "image/LXImage.h"
 #include "image/SourceStrip.h"
 
+#include <QPoint>
+#include <QRect>
+
 #include <vector>
 
-/// Rows of target pixels that are copies of source pixels, the same columns in each row. One thread.
+/// Which of a source's columns and rows the columns and rows of a target come from.
+struct PickedPlaces
+{
+    QPoint origin;            ///< the target pixel that comes first
+    std::vector<int> columns; ///< rising or falling; -1 for none
+    std::vector<int> rows;    ///< likewise
+};
+
+/// The rows of a part of the target, each pixel a copy of one of the source. One thread.
 class ColumnPicker
 {
 public:
-    /// @param columns     the source column of each target pixel, rising or falling, -1 for none
-    /// @param first, end  what columns occur, from the first to the one before the end
-    ColumnPicker(const LXImage32& source, const std::vector<int>& columns, int first, int end);
+    /// Source and places must outlive this.
+    ColumnPicker(const LXImage32& source, const PickedPlaces& places, const QRect& part);
 
-    /// `row` of the source, -1 for none.
-    void MakeRow(int row, LXRGBA32i* pixels);
+    void MakeRow(int y, LXRGBA32i* pixels);
 
 private:
-    /// Target pixels whose columns lie in one tile, from the first to the one before the end.
-    struct Span
+    /// From the first to the one before the end.
+    struct Range
     {
         int first;
         int end;
     };
 
+    static Range ColumnsOf(const PickedPlaces& places, const QRect& part);
+    int RowAt(int y) const;
+
+    const PickedPlaces& m_Places;
+    QRect m_Part;
+    Range m_SourceColumns;
     SourceStrip m_Strip;
-    int m_LastRow = -1;
-    std::vector<Span> m_Spans;  ///< as the strip has its tiles
+    std::vector<Range> m_Spans; ///< target pixels of one source tile each, as the strip has its tiles
     std::vector<int> m_Columns; ///< of each target pixel, counted from its tile's span in the strip
+    int m_PicksInALine;         ///< of the caches
 };

@@ -192,22 +192,19 @@ int Picked(double middle, int side)
     return place >= 0 && place < side ? static_cast<int>(place) : -1;
 }
 
-/// Columns and rows are mapped apart, so a tile's columns are found once.
+/// Columns and rows are mapped apart, so each is found once.
 void PickScaledPixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part)
 {
+    PickedPlaces places{part.topLeft(), {}, {}};
+    for (int x = part.left(); x <= part.right(); ++x) {
+        places.columns.push_back(Picked(map.At(x, part.top()).x.middle, source.Width()));
+    }
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        places.rows.push_back(Picked(map.At(part.left(), y).y.middle, source.Height()));
+    }
     MakePixels(target, part, [&](const QRect& inTile) {
-        std::vector<int> columns;
-        int first = source.Width();
-        int end = 0;
-        for (int x = inTile.left(); x <= inTile.right(); ++x) {
-            columns.push_back(Picked(map.At(x, inTile.top()).x.middle, source.Width()));
-            if (columns.back() < 0) continue;
-            first = std::min(first, columns.back());
-            end = std::max(end, columns.back() + 1);
-        }
-        return [&map, height = source.Height(), picker = ColumnPicker(source, columns, first, end)](
-                   int x, int y, int, LXRGBA32i* pixels) mutable {
-            picker.MakeRow(Picked(map.At(x, y).y.middle, height), pixels);
+        return [picker = ColumnPicker(source, places, inTile)](int, int y, int, LXRGBA32i* pixels) mutable {
+            picker.MakeRow(y, pixels);
         };
     });
 }
