@@ -105,10 +105,13 @@ void SumAcrossRow(const float* source, const AxisKernels::TapRow& row, float* re
     const hn::CappedTag<float, 4> four;
     const int step = PixelsOfRegister();
     const float* weights = row.weights;
-    for (int i = 0; i < row.count; ++i) {
-        const float* taps = source + std::ptrdiff_t(row.firsts[i]) * Channels4;
+    const int* const firsts = row.firsts; // the compiler fears that the result overwrites what it reads
+    const int tapCount = row.taps;
+    const int count = row.count;
+    for (int i = 0; i < count; ++i) {
+        const float* taps = source + std::ptrdiff_t(firsts[i]) * Channels4;
         Floats sum = hn::Zero(d);
-        for (int k = 0; k < row.taps; k += step) {
+        for (int k = 0; k < tapCount; k += step) {
             sum = hn::MulAdd(hn::LoadU(d, taps), hn::LoadU(d, weights), sum);
             taps += step * Channels4;
             weights += step * Channels4;
@@ -117,17 +120,39 @@ void SumAcrossRow(const float* source, const AxisKernels::TapRow& row, float* re
     }
 }
 
-/// The lines are a multiple of a register long.
-void SumDownLines(const float* const* lines, const float* weights, int count, int pixels, float* result)
+/// Some registers side by side, so that a weight serves several and no sum waits for the one before.
+template <int Registers>
+HWY_INLINE void SumDownAt(const float* const* lines, const float* weights, int count, int first,
+                          float* result)
 {
     const DC d;
     const int lanes = static_cast<int>(hn::Lanes(d));
-    for (int i = 0; i < pixels * Channels4; i += lanes) {
-        Floats sum = hn::Zero(d);
-        for (int k = 0; k < count; ++k) {
-            sum = hn::MulAdd(hn::LoadU(d, lines[k] + i), hn::Set(d, weights[k]), sum);
+    Floats sums[Registers];
+    std::fill_n(sums, Registers, hn::Zero(d));
+    for (int k = 0; k < count; ++k) {
+        const float* const line = lines[k] + first;
+        const Floats weight = hn::Set(d, weights[k]);
+        for (int i = 0; i < Registers; ++i) {
+            sums[i] = hn::MulAdd(hn::LoadU(d, line + i * lanes), weight, sums[i]);
         }
-        hn::StoreU(sum, d, result + i);
+    }
+    for (int i = 0; i < Registers; ++i) {
+        hn::StoreU(sums[i], d, result + first + i * lanes);
+    }
+}
+
+/// The lines are a multiple of a register long.
+void SumDownLines(const float* const* lines, const float* weights, int count, int pixels, float* result)
+{
+    constexpr int block = 4;
+    const int lanes = static_cast<int>(hn::Lanes(DC()));
+    const int floats = pixels * Channels4;
+    int i = 0;
+    for (; i + block * lanes <= floats; i += block * lanes) {
+        SumDownAt<block>(lines, weights, count, i, result);
+    }
+    for (; i < floats; i += lanes) {
+        SumDownAt<1>(lines, weights, count, i, result);
     }
 }
 

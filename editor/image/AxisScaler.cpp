@@ -33,10 +33,25 @@ AxisScaler::Part::Columns AxisScaler::Part::Needed(const AxisScaler& scaler, con
     return needed;
 }
 
+/// Whether the part takes more rows of the source than it has itself.
+bool AxisScaler::Part::IsDownFirst(const AxisScaler& scaler, const QRect& part)
+{
+    int first = scaler.m_Source.Height();
+    int end = 0;
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const ResampleTaps& taps = scaler.RowAt(y);
+        if (taps.weights.empty()) continue;
+        first = std::min(first, taps.first);
+        end = std::max(end, taps.first + static_cast<int>(taps.weights.size()));
+    }
+    return end - first > part.height();
+}
+
 AxisScaler::Part::Part(const AxisScaler& scaler, const QRect& part)
     : m_Scaler(scaler),
       m_Part(part),
       m_Needed(Needed(scaler, part)),
+      m_IsDownFirst(IsDownFirst(scaler, part)),
       m_Strip(scaler.m_Source, m_Needed.first, m_Needed.end),
       m_Premultiplied(FloatsFor(std::max(0, m_Needed.end - m_Needed.first) + m_Needed.taps)),
       m_Row(FloatsFor(part.width()))
@@ -101,29 +116,43 @@ bool AxisScaler::Part::SumRow(const ResampleTaps& down)
     for (std::size_t k = 0; k < down.weights.size(); ++k) {
         m_DownLines.push_back(LineAt(down.first + static_cast<int>(k)));
     }
+    const int pixels = m_IsDownFirst ? m_Needed.end - m_Needed.first : m_Part.width();
     AxisKernels::SumDown(m_DownLines.data(), m_DownWeights.data(), static_cast<int>(m_DownLines.size()),
-                         m_Part.width(), m_Row.data());
+                         pixels, m_IsDownFirst ? m_Premultiplied.data() : m_Row.data());
+    if (m_IsDownFirst) ScaleAcross(m_Premultiplied.data(), m_Row.data());
     return true;
 }
 
-/// A row of the source, scaled across. Rows are asked for in order, so those of one mixture never share a
-/// slot.
+/// Rows are asked for in order, so those of one mixture never share a slot.
 const float* AxisScaler::Part::LineAt(int y)
 {
     Line& line = m_Lines[static_cast<std::size_t>(y) % m_Lines.size()];
     if (line.y == y) return line.sums.data();
     line.y = y;
-    line.sums.resize(FloatsFor(m_Part.width()));
+    if (m_IsDownFirst) {
+        line.sums.resize(m_Premultiplied.size());
+        ReadPremultiplied(y, line.sums.data());
+    } else {
+        line.sums.resize(FloatsFor(m_Part.width()));
+        ReadPremultiplied(y, m_Premultiplied.data());
+        ScaleAcross(m_Premultiplied.data(), line.sums.data());
+    }
+    return line.sums.data();
+}
+
+void AxisScaler::Part::ReadPremultiplied(int y, float* line)
+{
     const bool isLast = y % TileWalk::TileSide == TileWalk::TileSide - 1;
-    m_Strip.ReadRow(y, [this, isLast](const LXRGBA32i* pixels, int x, int count) {
+    m_Strip.ReadRow(y, [line, isLast](const LXRGBA32i* pixels, int x, int count) {
         constexpr int cached = 16; // pixels of a line of the caches
         for (int i = 0; i < count && !isLast; i += cached) {
             hwy::Prefetch(pixels + TileWalk::TileSide + i);
         }
-        AxisKernels::Premultiply(pixels, count, m_Premultiplied.data() + std::ptrdiff_t(x) * Channels);
+        AxisKernels::Premultiply(pixels, count, line + std::ptrdiff_t(x) * Channels);
     });
-    AxisKernels::SumAcross(m_Premultiplied.data(),
-                           {m_Firsts.data(), m_Weights.data(), m_Needed.taps, m_Part.width()},
-                           line.sums.data());
-    return line.sums.data();
+}
+
+void AxisScaler::Part::ScaleAcross(const float* line, float* row) const
+{
+    AxisKernels::SumAcross(line, {m_Firsts.data(), m_Weights.data(), m_Needed.taps, m_Part.width()}, row);
 }

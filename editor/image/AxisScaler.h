@@ -10,7 +10,8 @@
 
 #include <vector>
 
-/// Scales along the axes: rows of the source are scaled across first, once a tile, and then mixed down.
+/// Scales along the axes, the one first that leaves less to do: what becomes lower is mixed down and then
+/// scaled across, all else is scaled across, a row of the source once a tile, and then mixed down.
 class AxisScaler
 {
 public:
@@ -32,6 +33,7 @@ public:
         void MakePremultipliedRow(int y, LXRGBA32i* pixels);
 
     private:
+        /// A row of the source, scaled across unless that comes last.
         struct Line
         {
             int y = -1;
@@ -47,20 +49,24 @@ public:
         };
 
         static Columns Needed(const AxisScaler& scaler, const QRect& part);
+        static bool IsDownFirst(const AxisScaler& scaler, const QRect& part);
         void SetTaps();
         bool SumRow(const ResampleTaps& down);
         const float* LineAt(int y);
+        void ReadPremultiplied(int y, float* line);
+        void ScaleAcross(const float* line, float* row) const;
 
         const AxisScaler& m_Scaler;
         QRect m_Part;
         Columns m_Needed;
+        bool m_IsDownFirst;
         SourceStrip m_Strip;
         std::vector<int> m_Firsts; ///< of each target pixel's taps, counted from m_Needed.first
         std::vector<float> m_Weights;
         std::vector<float> m_Coverage;      ///< across, four times a pixel
         std::vector<float> m_RowCoverage;   ///< the same times the row's
         std::vector<Line> m_Lines;          ///< as many as a row mixes
-        std::vector<float> m_Premultiplied; ///< a row of the source, with room for taps without weight
+        std::vector<float> m_Premultiplied; ///< one row of the source's width, or what rows were mixed to
         std::vector<float> m_Row;
         std::vector<const float*> m_DownLines;
         std::vector<float> m_DownWeights;
