@@ -21,6 +21,10 @@ namespace {
 constexpr int MostTaps = WindowKernels::MostTaps;
 constexpr int TapGroup = 4;
 constexpr int MostLanes = HWY_MAX_BYTES / 4;
+constexpr int AsTold = 0; ///< by the row
+
+/// From here on floats have no fractions: a sum with it is a whole number, which stands in its lowest bits.
+constexpr float WholeNumbers = 8388608.0F;
 
 /// Where a register of target pixels lies on one axis, and how wide its pixels are there.
 struct Spans
@@ -32,6 +36,8 @@ struct Spans
 /// A source pixel's share of a window, for the taps from the first that may have one.
 struct LinearWeights
 {
+    static constexpr int TapsDown = AsTold;
+
     explicit HWY_INLINE LinearWeights(const Spans& spans)
     {
         const DF d;
@@ -60,8 +66,30 @@ struct LinearWeights
     Reals scale;
 };
 
+/// The same where no window is wider than a source pixel.
+struct PairWeights
+{
+    static constexpr int TapsDown = 2;
+
+    explicit HWY_INLINE PairWeights(const Spans& spans)
+    {
+        const Reals low = hn::Sub(spans.middle, hn::Set(DF(), 0.5F));
+        first = hn::Floor(low);
+        second = hn::Sub(low, first);
+    }
+
+    HWY_INLINE Reals Of(int tap) const { return tap == 0 ? hn::Sub(hn::Set(DF(), 1.0F), second) : second; }
+
+    static HWY_INLINE Reals Total(Reals) { return hn::Set(DF(), 1.0F); }
+
+    Reals first;
+    Reals second; ///< the right or lower pixel's share
+};
+
 struct CubicWeights
 {
+    static constexpr int TapsDown = AsTold;
+
     explicit HWY_INLINE CubicWeights(const Spans& spans)
     {
         const DF d;
@@ -109,22 +137,25 @@ struct MixSum
         blue = hn::MulAdd(share, ToReals(hn::And(pixels, byte)), blue);
     }
 
-    static HWY_INLINE Pixels ToBytes(Reals values)
+    /// value x factor to nearest, halves to the even number, brought between 0 and 255: in the lowest byte.
+    static HWY_INLINE Pixels ToByte(Reals value, Reals factor)
     {
         const DF d;
-        const Reals inside = hn::Min(hn::Max(values, hn::Zero(d)), hn::Set(d, 255.0F));
-        return ToWhole(hn::Add(inside, hn::Set(d, 0.5F)));
+        const Reals least = hn::Set(d, WholeNumbers);
+        const Reals most = hn::Set(d, WholeNumbers + 255.0F);
+        return hn::BitCast(D32(), hn::Min(hn::Max(hn::MulAdd(value, factor, least), least), most));
     }
 
     HWY_INLINE Pixels Result() const
     {
         const DF d;
-        const Pixels alphas = ToBytes(alpha);
-        const Reals factor = hn::Div(hn::Set(d, 1.0F), hn::Max(alpha, hn::Set(d, 0.25F)));
-        const Pixels color =
-            hn::Or(ToBytes(hn::Mul(blue, factor)), hn::Or(hn::ShiftLeft<8>(ToBytes(hn::Mul(green, factor))),
-                                                          hn::ShiftLeft<16>(ToBytes(hn::Mul(red, factor)))));
-        return hn::IfThenZeroElse(hn::Eq(alphas, hn::Zero(D32())), WithAlpha(color, alphas));
+        const Reals one = hn::Set(d, 1.0F);
+        const Reals factor = hn::Div(one, hn::Max(alpha, hn::Set(d, 0.25F)));
+        const Pixels alphas = hn::ShiftLeft<24>(ToByte(alpha, one));
+        const Pixels greenRed =
+            hn::Or(hn::ShiftLeft<8>(ToByte(green, factor)), hn::ShiftLeft<16>(ToByte(red, factor)));
+        const Pixels color = hn::And(hn::Or(ToByte(blue, factor), greenRed), hn::Set(D32(), 0x00FFFFFF));
+        return hn::IfThenZeroElse(hn::Eq(alphas, hn::Zero(D32())), hn::Or(color, alphas));
     }
 
     Reals alpha;
@@ -160,6 +191,12 @@ HWY_INLINE Reals WindowOf(double right, Reals down, Reals factor)
     return hn::Max(hn::Mul(width, factor), hn::Set(d, 1.0F));
 }
 
+template <class Weights>
+HWY_INLINE int TapsDown(const WindowRow& row)
+{
+    return Weights::TapsDown == AsTold ? row.tapsDown : Weights::TapsDown;
+}
+
 template <class Weights, int Taps, bool IsAffine>
 HWY_INLINE void FindWindows(const WindowBox& box, const WindowRow& row, int first, Windows<Taps>& windows)
 {
@@ -173,9 +210,9 @@ HWY_INLINE void FindWindows(const WindowBox& box, const WindowRow& row, int firs
     };
     const Weights across({hn::Mul(at(row.x), perZ), WindowOf(row.xRight, steps(row.xDown), squared)});
     const Weights down({hn::Mul(at(row.y), perZ), WindowOf(row.yRight, steps(row.yDown), squared)});
-    const auto place = hn::Add(hn::Mul(hn::ConvertTo(DI(), down.first), hn::Set(DI(), box.stride)),
-                               hn::ConvertTo(DI(), across.first));
-    hn::StoreU(place, DI(), windows.place);
+    const Reals stride = hn::Set(d, static_cast<float>(box.stride));
+    const Reals place = hn::Add(hn::MulAdd(down.first, stride, across.first), hn::Set(d, WholeNumbers));
+    hn::StoreU(hn::And(hn::BitCast(DI(), place), hn::Set(DI(), 0x7FFFFF)), DI(), windows.place);
 
     Reals sumAcross = hn::Zero(d);
     for (int i = 0; i < Taps; ++i) {
@@ -183,12 +220,13 @@ HWY_INLINE void FindWindows(const WindowBox& box, const WindowRow& row, int firs
         sumAcross = hn::Add(sumAcross, windows.across[i]);
     }
     Reals sumDown = hn::Zero(d);
-    for (int i = 0; i < row.tapsDown; ++i) {
+    const int tapsDown = TapsDown<Weights>(row);
+    for (int i = 0; i < tapsDown; ++i) {
         windows.down[i] = down.Of(i);
         sumDown = hn::Add(sumDown, windows.down[i]);
     }
     const Reals scale = hn::Div(hn::Set(d, 1.0F), Weights::Total(hn::Mul(sumAcross, sumDown)));
-    for (int i = 0; i < row.tapsDown; ++i) {
+    for (int i = 0; i < tapsDown; ++i) {
         windows.down[i] = hn::Mul(windows.down[i], scale);
     }
 }
@@ -251,7 +289,7 @@ HWY_INLINE void MixWindows(const WindowBox& box, const WindowRow& row, LXRGBA32i
     for (int first = 0; first < row.count; first += lanes) {
         FindWindows<Weights, Taps, IsAffine>(box, row, first, windows);
         MixSum sum;
-        for (int k = 0; k < row.tapsDown; ++k) {
+        for (int k = 0; k < TapsDown<Weights>(row); ++k) {
             for (int tap = 0; tap < Taps; tap += TapGroup) {
                 constexpr int columns = std::min(Taps, TapGroup);
                 Pixels neighbours[TapGroup];
@@ -266,38 +304,36 @@ HWY_INLINE void MixWindows(const WindowBox& box, const WindowRow& row, LXRGBA32i
     }
 }
 
-template <class Weights, bool IsAffine>
-HWY_INLINE void MixByTaps(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
-{
-    if (row.tapsAcross <= 2) {
-        MixWindows<Weights, 2, IsAffine>(box, row, pixels);
-    } else if (row.tapsAcross <= 3) {
-        MixWindows<Weights, 3, IsAffine>(box, row, pixels);
-    } else if (row.tapsAcross <= TapGroup) {
-        MixWindows<Weights, TapGroup, IsAffine>(box, row, pixels);
-    } else {
-        MixWindows<Weights, MostTaps, IsAffine>(box, row, pixels);
-    }
-}
-
-template <class Weights>
+template <class Weights, int Taps>
 HWY_INLINE void MixByMap(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
 {
     if (row.isAffine) {
-        MixByTaps<Weights, true>(box, row, pixels);
+        MixWindows<Weights, Taps, true>(box, row, pixels);
     } else {
-        MixByTaps<Weights, false>(box, row, pixels);
+        MixWindows<Weights, Taps, false>(box, row, pixels);
     }
 }
 
 void LinearPixels(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
 {
-    MixByMap<LinearWeights>(box, row, pixels);
+    if (std::max(row.tapsAcross, row.tapsDown) <= 2) {
+        MixByMap<PairWeights, 2>(box, row, pixels);
+    } else if (row.tapsAcross <= 3) {
+        MixByMap<LinearWeights, 3>(box, row, pixels);
+    } else if (row.tapsAcross <= TapGroup) {
+        MixByMap<LinearWeights, TapGroup>(box, row, pixels);
+    } else {
+        MixByMap<LinearWeights, MostTaps>(box, row, pixels);
+    }
 }
 
 void CubicPixels(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
 {
-    MixByMap<CubicWeights>(box, row, pixels);
+    if (row.tapsAcross <= TapGroup) {
+        MixByMap<CubicWeights, TapGroup>(box, row, pixels);
+    } else {
+        MixByMap<CubicWeights, MostTaps>(box, row, pixels);
+    }
 }
 
 } // namespace
