@@ -146,7 +146,8 @@ struct CubicWeights
     Reals offset;
 };
 
-/// Weighted sums of alpha, and of color times alpha.
+/// Weighted sums of alpha, and of color times alpha: of green 2^8 and of red 2^16 times that, because there
+/// they stand in a pixel, and a float doesn't mind.
 struct MixSum
 {
     HWY_INLINE MixSum()
@@ -155,12 +156,13 @@ struct MixSum
 
     HWY_INLINE void Add(Pixels pixels, Reals weight)
     {
-        const Pixels byte = hn::Set(D32(), 0xFF);
+        const auto channel = [pixels](uint32_t bits)
+                                 HWY_ATTR { return ToReals(hn::And(pixels, hn::Set(D32(), bits))); };
         const Reals share = hn::Mul(weight, ToReals(hn::ShiftRight<24>(pixels)));
         alpha = hn::Add(alpha, share);
-        red = hn::MulAdd(share, ToReals(hn::And(hn::ShiftRight<16>(pixels), byte)), red);
-        green = hn::MulAdd(share, ToReals(hn::And(hn::ShiftRight<8>(pixels), byte)), green);
-        blue = hn::MulAdd(share, ToReals(hn::And(pixels, byte)), blue);
+        red = hn::MulAdd(share, channel(0xFF0000), red);
+        green = hn::MulAdd(share, channel(0xFF00), green);
+        blue = hn::MulAdd(share, channel(0xFF), blue);
     }
 
     /// value x factor to nearest, halves to the even number, brought between 0 and 255: in the lowest byte.
@@ -178,8 +180,10 @@ struct MixSum
         const Reals one = hn::Set(d, 1.0F);
         const Reals factor = hn::Div(one, hn::Max(alpha, hn::Set(d, 0.25F)));
         const Pixels alphas = hn::ShiftLeft<24>(ToByte(alpha, one));
+        const Reals forGreen = hn::Mul(factor, hn::Set(d, 1.0F / 256));
+        const Reals forRed = hn::Mul(factor, hn::Set(d, 1.0F / 65536));
         const Pixels greenRed =
-            hn::Or(hn::ShiftLeft<8>(ToByte(green, factor)), hn::ShiftLeft<16>(ToByte(red, factor)));
+            hn::Or(hn::ShiftLeft<8>(ToByte(green, forGreen)), hn::ShiftLeft<16>(ToByte(red, forRed)));
         const Pixels color = hn::And(hn::Or(ToByte(blue, factor), greenRed), hn::Set(D32(), 0x00FFFFFF));
         return hn::IfThenZeroElse(hn::Eq(alphas, hn::Zero(D32())), hn::Or(color, alphas));
     }
@@ -313,9 +317,9 @@ HWY_INLINE void StorePart(Pixels pixels, LXRGBA32i* target, int count)
 }
 
 /// Always inlined, as its callers are: GCC 12 takes some of these for functions without effect, and drops the
-/// calls.
+/// calls. Box and row are copies, for the compiler fears that pixels overwrite what it can't see all of.
 template <class Weights, int Taps, bool IsAffine>
-HWY_INLINE void MixWindows(const WindowBox& box, const WindowRow& row, LXRGBA32i* pixels)
+HWY_INLINE void MixWindows(WindowBox box, WindowRow row, LXRGBA32i* pixels)
 {
     const int lanes = static_cast<int>(hn::Lanes(DF()));
     Windows<Taps> windows;
