@@ -1,6 +1,7 @@
 #include "image/LXBlend.h"
 #include "image/LXFloodFillHelper.h"
 #include "image/LXImage.h"
+#include "image/LXImageConvert.h"
 #include "image/LXImageConvoluteAlpha.h"
 #include "image/LXTransform.h"
 #include "support/BlendTwin.h"
@@ -15,6 +16,7 @@
 #include <QBrush>
 #include <QConicalGradient>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QLinearGradient>
 #include <QPainterPath>
 #include <QRadialGradient>
@@ -23,6 +25,7 @@
 
 #include <hwy/targets.h>
 
+#include <cmath>
 #include <random>
 
 namespace {
@@ -72,6 +75,8 @@ private:
     QString TryFill();
     QString TryConvolution();
     QString TryTransform();
+    QString TryNearest();
+    QString TryScaledPart();
     QString TryPath();
     QString TryGradient();
 
@@ -100,7 +105,8 @@ void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins()
         m_Random.seed(seed);
         for (QString (TestKernelFuzz::*attempt)() :
              {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution,
-              &TestKernelFuzz::TryTransform, &TestKernelFuzz::TryPath, &TestKernelFuzz::TryGradient}) {
+              &TestKernelFuzz::TryTransform, &TestKernelFuzz::TryNearest, &TestKernelFuzz::TryScaledPart,
+              &TestKernelFuzz::TryPath, &TestKernelFuzz::TryGradient}) {
             const QString difference = (this->*attempt)();
             QVERIFY2(difference.isEmpty(),
                      qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(difference)));
@@ -244,6 +250,71 @@ QString TestKernelFuzz::TryTransform()
                .arg(transform.m23())
                .arg(difference) +
            TestImages::Difference(TestImages::ToPlain(target), expected);
+}
+
+/// Scaled, mirrored and turned, by numbers whose middles never fall between two source pixels.
+QString TestKernelFuzz::TryNearest()
+{
+    const PlainImage source = RandomPicture(RandomSize());
+    const QSize size(1 + Below(300), 1 + Below(300));
+    const double scale = (0.1 + Below(300) / 100.0) * 1.00137;
+    const double angle = Below(2) == 0 ? 0 : Below(3600) / 10.0;
+    const QTransform transform =
+        QTransform::fromScale(Below(4) == 0 ? -scale : scale, scale * (1 + Below(3) * 0.3)) *
+        QTransform().rotate(angle) *
+        QTransform::fromTranslate(Below(200) - 60.0 + 0.03141, Below(200) - 60.0 + 0.02718);
+    LXImage32 target(size.width(), size.height());
+    if (!NearestNeighbourTransformImage(TestImages::ToTiles(source), transform, target, QRect()))
+        return QStringLiteral("a nearest transform was refused");
+    const QString difference = TestImages::Difference(
+        TestImages::ToPlain(target),
+        TransformTwin::Transformed(source, transform, size, TransformTwin::Method::Nearest));
+    return difference.isEmpty()
+               ? difference
+               : QStringLiteral("nearest at %1, %2 degrees: %3").arg(scale).arg(angle).arg(difference);
+}
+
+/// A part that lies inside the source, in both formats.
+QString TestKernelFuzz::TryScaledPart()
+{
+    const PlainImage source = RandomPicture(QSize(1 + Below(150), 1 + Below(16)));
+    const QPointF origin(Below(source.width * 10) / 10.0, Below(source.height * 10) / 10.0);
+    const double scale = 0.1 + Below(300) / 100.0;
+    const QSize size(static_cast<int>(std::floor((source.width - origin.x()) * scale)),
+                     static_cast<int>(std::floor((source.height - origin.y()) * scale)));
+    if (size.isEmpty()) return QString();
+
+    const LXImage32 tiles = TestImages::ToTiles(source);
+    QImage straight(size, QImage::Format_ARGB32);
+    QImage premultiplied(size, QImage::Format_ARGB32_Premultiplied);
+    if (!ScaleImage(tiles, origin, scale, straight) || !ScaleImage(tiles, origin, scale, premultiplied))
+        return QStringLiteral("a part was refused");
+
+    const QTransform transform =
+        QTransform::fromTranslate(-origin.x(), -origin.y()) * QTransform::fromScale(scale, scale);
+    const PlainImage expected =
+        TransformTwin::Transformed(source, transform, size, TransformTwin::Method::Linear);
+    PlainImage actual(size.width(), size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            actual.At(x, y) = LXRGBA32i(reinterpret_cast<const QRgb*>(straight.constScanLine(y))[x]);
+            const LXRGBA32i product(reinterpret_cast<const QRgb*>(premultiplied.constScanLine(y))[x]);
+            const LXRGBA32i color = expected.At(x, y);
+            for (int channel = 0; channel < 3; ++channel) {
+                // Color and alpha of the twin are rounded, by a half each, and so is the product.
+                const double exact = color.bytes[channel] * color.Alpha() / 255.0;
+                if (std::abs(product.bytes[channel] - exact) > 1.51)
+                    return QStringLiteral("a premultiplied part is wrong at %1, %2").arg(x).arg(y);
+            }
+        }
+    }
+    const int difference = TransformTwin::LargestDifference(actual, expected);
+    if (difference <= 1) return QString();
+    return QStringLiteral("a part from %1, %2 at %3 differs by %4 levels")
+        .arg(origin.x())
+        .arg(origin.y())
+        .arg(scale)
+        .arg(difference);
 }
 
 /// Corners and curves; where the path's coverage is sure, the pixels must be exactly the twin's.
