@@ -14,7 +14,7 @@ constexpr int LastInTile = TileSide - 1;
 constexpr RowBits AllBits = ~RowBits(0);
 
 /// A wave of fewer tiles is over before another thread has woken up.
-constexpr std::size_t SmallWave = 8;
+constexpr std::size_t SmallWave = 32;
 
 std::size_t At(int y)
 {
