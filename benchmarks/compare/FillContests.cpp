@@ -89,6 +89,19 @@ Contest MakeContest(const QString& name, double goal, const Ground& ground)
     return contest;
 }
 
+/// Goes on from the seed until a region reaches over most of the picture: at random a seed may lie in a
+/// closed cell.
+void SeekWideRegion(Ground& ground)
+{
+    QRect bounds;
+    for (; ground.seed.x() < ground.tiles.Width(); ground.seed.rx()++) {
+        ground.mask = LXImage32(ground.tiles.Width(), ground.tiles.Height());
+        LXFloodFillHelper::FloodFill(ground.tiles, ground.mask, ground.seed, Tolerance, Black, &bounds);
+        if (ground.picture.pixel(ground.seed) == 0xFFFFFFFF && bounds.width() > ground.tiles.Width() / 2)
+            return;
+    }
+}
+
 /// How much of the picture the region is, in words.
 QString RegionShare(Ground& ground)
 {
@@ -110,6 +123,7 @@ void RunFlood(const QString& name, double goal, const MakePicture& makePicture, 
     if (!Contests::IsWanted(name)) return;
     const auto ground = MakeGround(makePicture());
     ground->seed = seed;
+    if (name.contains(QLatin1String("percolation"))) SeekWideRegion(*ground);
     Contest contest = MakeContest(name + RegionShare(*ground), goal, *ground);
     contest.prepare = [ground] { ground->mask = LXImage32(ground->tiles.Width(), ground->tiles.Height()); };
     contest.ours = [ground] {
