@@ -62,7 +62,7 @@ ZKCMSProfile IccFile::Read(const QString& file, QString* message)
         *message = Tr("The color profile “%1” can't be read: %2").arg(shown, device.errorString());
         return ZKCMSProfile();
     }
-    const ZKCMSProfile profile(device.size() > MostBytes ? QByteArray() : device.readAll());
+    ZKCMSProfile profile(device.size() > MostBytes ? QByteArray() : device.readAll());
     if (profile.IsValid()) return profile;
     const QString why = profile.IsNull() ? Tr("is empty or far too large.") : WhyUnusable(profile);
     *message = Tr("The color profile “%1” %2").arg(shown, why);

@@ -56,7 +56,28 @@ inline ZKCMSProfile InkLink()
     return Bytes(cmsCreateInkLimitingDeviceLink(cmsSigCmykData, 250));
 }
 
-/// Has a table from its colors, as scanners' profiles do, and none to them.
+/// Writes a table from the profile's colors whose black has the lightness, 0 to 0xFFFF.
+inline void WriteTable(cmsHPROFILE profile, cmsTagSignature tag, cmsUInt16Number black)
+{
+    cmsPipeline* table = cmsPipelineAlloc(nullptr, 3, 3);
+    cmsStage* cube = cmsStageAllocCLut16bit(nullptr, 9, 3, 3, nullptr);
+    cmsStageSampleCLut16bit(
+        cube,
+        [](const cmsUInt16Number* in, cmsUInt16Number* out, void* data) {
+            const int lowest = *static_cast<const cmsUInt16Number*>(data);
+            out[0] = static_cast<cmsUInt16Number>(lowest + in[1] * (0xFF00 - lowest) / 0xFFFF);
+            out[1] = static_cast<cmsUInt16Number>(0x7000 + in[0] / 8);
+            out[2] = static_cast<cmsUInt16Number>(0x7000 + in[2] / 8);
+            return TRUE;
+        },
+        &black, 0);
+    cmsPipelineInsertStage(table, cmsAT_END, cube);
+    cmsWriteTag(profile, tag, table);
+    cmsPipelineFree(table);
+}
+
+/// Has tables from its colors, as scanners' profiles do, and none to them; the one for the relative intent
+/// has a lighter black than that for the perceptual one.
 inline ZKCMSProfile OnlyReadable()
 {
     cmsHPROFILE profile = cmsCreateProfilePlaceholder(nullptr);
@@ -64,20 +85,8 @@ inline ZKCMSProfile OnlyReadable()
     cmsSetDeviceClass(profile, cmsSigInputClass);
     cmsSetColorSpace(profile, cmsSigRgbData);
     cmsSetPCS(profile, cmsSigLabData);
-    cmsPipeline* table = cmsPipelineAlloc(nullptr, 3, 3);
-    cmsStage* cube = cmsStageAllocCLut16bit(nullptr, 9, 3, 3, nullptr);
-    cmsStageSampleCLut16bit(
-        cube,
-        [](const cmsUInt16Number* in, cmsUInt16Number* out, void*) {
-            out[0] = in[1];
-            out[1] = static_cast<cmsUInt16Number>(0x4000 + in[0] / 2);
-            out[2] = static_cast<cmsUInt16Number>(0x4000 + in[2] / 2);
-            return TRUE;
-        },
-        nullptr, 0);
-    cmsPipelineInsertStage(table, cmsAT_END, cube);
-    cmsWriteTag(profile, cmsSigAToB0Tag, table);
-    cmsPipelineFree(table);
+    WriteTable(profile, cmsSigAToB0Tag, 0);
+    WriteTable(profile, cmsSigAToB1Tag, 0x3000);
     cmsWriteTag(profile, cmsSigMediaWhitePointTag, cmsD50_XYZ());
     return Bytes(profile);
 }
