@@ -1,6 +1,8 @@
 #include "gui/ClipboardDelegate.h"
 
+#include "core/ZKCMSManager.h"
 #include "gui/ClipboardRole.h"
+#include "gui/DisplayColors.h"
 #include "gui/ListRow.h"
 #include "guicore/Checker.h"
 
@@ -28,6 +30,21 @@ QSize SizeInPicture(const QModelIndex& index)
 {
     const QSize size = index.data(ClipboardRole::Image).value<LXImage32>().Rect().size();
     return size.isEmpty() ? QSize() : size.scaled(PictureSide, PictureSide, Qt::KeepAspectRatio);
+}
+
+/// The row's picture, whose colors are those of the document that it was copied in.
+void PaintPicture(QPainter& painter, const QRect& place, const QModelIndex& index)
+{
+    const auto icon = index.data(Qt::DecorationRole).value<QIcon>();
+    const auto profile = index.data(ClipboardRole::Image).value<LXImage32>().m_Profile;
+    const ZKCMSTransform toScreen = ZKCMSManager::GetInstance()->ToDisplay(profile);
+    if (toScreen.IsEmpty()) {
+        icon.paint(&painter, place, Qt::AlignLeft | Qt::AlignTop);
+        return;
+    }
+    QImage picture = icon.pixmap(place.size()).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    DisplayColors::Convert(toScreen, picture, picture.rect());
+    painter.drawImage(place.topLeft(), picture);
 }
 
 /// One above the other, in the halves of the place.
@@ -64,7 +81,7 @@ void ClipboardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     picture.moveTop(option.rect.top() + (option.rect.height() - PictureSide) / 2);
     painter->setBrushOrigin(picture.topLeft());
     painter->fillRect(QRect(picture.topLeft(), SizeInPicture(index)), SmallChecker());
-    index.data(Qt::DecorationRole).value<QIcon>().paint(painter, picture, Qt::AlignLeft | Qt::AlignTop);
+    PaintPicture(*painter, picture, index);
 
     const QString state = LinesOf(index, StateColumn).last();
     const QString time = LinesOf(index, TimeColumn).first();

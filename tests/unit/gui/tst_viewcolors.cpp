@@ -5,6 +5,8 @@
 #include "core/ZKCMSManager.h"
 #include "document/LXColorSampleModel.h"
 #include "document/LXColorTransformBase.h"
+#include "gui/ClipboardDelegate.h"
+#include "gui/ClipboardRole.h"
 #include "gui/ColorWell.h"
 #include "gui/DisplayColors.h"
 #include "gui/LayersWidget.h"
@@ -17,6 +19,7 @@
 #include <QFile>
 #include <QListView>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -73,6 +76,7 @@ private slots:
     void reducedAndSoftPixelsAreConvertedToo();
     void theListOfLayersShowsTheSameColors();
     void samplesShowTheSameColors();
+    void copiedPicturesShowTheSameColors();
     void wellsAreMeantInTheWorkingProfile();
 };
 
@@ -228,6 +232,30 @@ void TestViewColors::samplesShowTheSameColors()
     // The numbers are those of the document.
     QCOMPARE(document->GetColorSamples()->GetColor(0), Paint);
     panel.SetView(nullptr);
+}
+
+void TestViewColors::copiedPicturesShowTheSameColors()
+{
+    const auto shown = [](const ZKCMSProfile& profile) {
+        LXImage32 image(32, 32);
+        image.m_Profile = profile;
+        QPixmap picture(32, 32);
+        picture.fill(Paint);
+        QStandardItemModel model;
+        auto* first = new QStandardItem(QIcon(picture), QString());
+        first->setData(QVariant::fromValue(image), ClipboardRole::Image);
+        model.appendRow({first, new QStandardItem("a"), new QStandardItem("b"), new QStandardItem("c")});
+        QListView list;
+        list.setItemDelegate(new ClipboardDelegate(&list));
+        list.setModel(&model);
+        list.resize(300, 100);
+        list.show();
+        return qMakePair(NearestTo(list.viewport(), Paint),
+                         NearestTo(list.viewport(), Converted(Paint, profile, ZKCMSProfile())));
+    };
+    QCOMPARE(shown(ZKCMSProfile()).first, 0);
+    QVERIFY(shown(AdobeRgb()).first > 5);
+    QVERIFY(shown(AdobeRgb()).second <= 1);
 }
 
 void TestViewColors::wellsAreMeantInTheWorkingProfile()
