@@ -26,7 +26,7 @@ inline ZKCMSProfile Linear()
     const cmsCIExyYTRIPLE primaries{{0.6400, 0.3300, 1.0}, {0.3000, 0.6000, 1.0}, {0.1500, 0.0600, 1.0}};
     cmsToneCurve* line = cmsBuildGamma(nullptr, 1.0);
     cmsToneCurve* curves[3] = {line, line, line};
-    const ZKCMSProfile profile = Bytes(cmsCreateRGBProfile(&white, &primaries, curves));
+    ZKCMSProfile profile = Bytes(cmsCreateRGBProfile(&white, &primaries, curves));
     cmsFreeToneCurve(line);
     return profile;
 }
@@ -46,7 +46,7 @@ inline ZKCMSProfile Gray()
 {
     const cmsCIExyY white{0.3127, 0.3290, 1.0};
     cmsToneCurve* curve = cmsBuildGamma(nullptr, 2.2);
-    const ZKCMSProfile gray = Bytes(cmsCreateGrayProfile(&white, curve));
+    ZKCMSProfile gray = Bytes(cmsCreateGrayProfile(&white, curve));
     cmsFreeToneCurve(curve);
     return gray;
 }

@@ -142,14 +142,20 @@ void TestCmsTransform::severalThreadsShareOneTransform()
     QColor expected(90, 120, 150);
     transform(expected);
     std::vector<int> misfits(8, 0);
+    LXRGBA32i expectedPixel(0xFF5A7896);
+    transform(&expectedPixel, 1);
     std::vector<std::thread> threads;
+    threads.reserve(misfits.size());
     for (int& misfit : misfits) {
-        threads.emplace_back([&misfit, &transform, &expected] {
-            const ZKCMSTransform copy = transform;
+        threads.emplace_back([&misfit, copy = transform, &expected, &expectedPixel] {
+            std::array<LXRGBA32i, 64> row{};
             for (int i = 0; i < 2000; ++i) {
                 QColor color(90, 120, 150);
                 copy(color);
                 if (color != expected) ++misfit;
+                row.fill(LXRGBA32i(0xFF5A7896));
+                copy(row.data(), int(row.size()));
+                if (row.front() != expectedPixel || row.back() != expectedPixel) ++misfit;
             }
         });
     }
