@@ -278,7 +278,7 @@ QColor LXColorDlg::Choose(QWidget* parent, const QString& title, const QColor& c
     dialog->SetColor(color);
     const bool isAccepted = dialog->Exec() == 1;
     if (!dialog) return QColor();
-    const QColor chosen = isAccepted ? dialog->GetColor() : QColor();
+    QColor chosen = isAccepted ? dialog->GetColor() : QColor();
     delete dialog;
     return chosen;
 }
