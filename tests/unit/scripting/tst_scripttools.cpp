@@ -1,9 +1,12 @@
 #include "core/ZKToolGroupManager.h"
+#include "geometryengine/ControlNode.h"
+#include "gui/ZKDocumentView.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
 #include "utils/ZKIconHelper.h"
 
 #include <QCursor>
+#include <QGraphicsScene>
 #include <QGuiApplication>
 #include <QPixmap>
 
@@ -20,6 +23,8 @@ private slots:
     void everyCursorOfTheThemeHasItsName();
     void theViewTellsAndSetsItsScale();
     void theViewScrollsAndFits();
+    void handlesAreSeenAndDragged();
+    void handlesThatAreNotThereAreToldOf();
 };
 
 void TestScriptTools::aToolIsChosenByName()
@@ -117,6 +122,52 @@ void TestScriptTools::theViewScrollsAndFits()
         expect.near(part.x + part.width / 2, 1000, 1)
         view.fit()
         expect.ok(view.scale < 0.5 && view.visible.width >= 4000 && view.visible.height >= 3000)
+    )");
+}
+
+void TestScriptTools::handlesAreSeenAndDragged()
+{
+    EditorScriptFixture editor(400, 300);
+    auto* hidden = new ControlNode;
+    auto* node = new ControlNode;
+    editor.View()->scene()->addItem(hidden);
+    editor.View()->scene()->addItem(node);
+    hidden->hide();
+    node->setPos(100.5, 80);
+    node->setLabel(QStringLiteral("1"), QFont());
+    node->setSunken(true);
+    QPointF told;
+    connect(node, &ControlNode::positionChanged, this, [&](ControlNode*, const QPointF& pos) { told = pos; });
+    editor.Check(R"(
+        view.scale = 2
+        expect.equal(view.handles.length, 1)
+        const handle = view.handles[0]
+        expect.equal([handle.x, handle.y, handle.label], [100.5, 80, "1"])
+        expect.equal([handle.movable, handle.selected, handle.sunken], [true, false, true])
+        expect.near(handle.inView.x, (100.5 - view.visible.x) * 2, 1)
+        view.dragHandle(0, 120.5, 70)
+        expect.equal([view.handles[0].x, view.handles[0].y, view.handles[0].selected], [120.5, 70, true])
+        const at = view.handles[0].inView
+        input.drag([[at.x, at.y], [at.x + 20, at.y - 8]], { in: "ZKDocumentView" })
+        expect.equal([view.handles[0].x, view.handles[0].y], [130.5, 66])
+    )");
+    QCOMPARE(told, QPointF(130.5, 66));
+}
+
+void TestScriptTools::handlesThatAreNotThereAreToldOf()
+{
+    EditorScriptFixture editor(400, 300);
+    editor.Check("expect.throws(function() { view.dragHandle(0, 1, 1) }, \"There are no handles.\")");
+    auto* node = new ControlNode;
+    editor.View()->scene()->addItem(node);
+    node->setPos(399, 299);
+    editor.Check(R"(
+        expect.throws(function() { view.dragHandle(1, 1, 1) }, "index")
+        expect.throws(function() { view.dragHandle(0, 1, 1, { button: "right" }) }, "button")
+        view.scale = 8
+        view.centerOn(10, 10)
+        expect.throws(function() { view.dragHandle(0, 1, 1) }, "The handle 0 isn't in sight")
+        expect.equal([view.handles[0].x, view.handles[0].y], [399, 299])
     )");
 }
 
