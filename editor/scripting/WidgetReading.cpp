@@ -1,6 +1,9 @@
 #include "scripting/WidgetReading.h"
 
+#include "gui/LXColorButton.h"
+#include "gui/LXColorDlg.h"
 #include "guicore/LXMessageBox.h"
+#include "scripting/ScriptArguments.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -97,6 +100,12 @@ QString WidgetReading::Text(const QWidget* widget)
 
 QVariant WidgetReading::Value(const QWidget* widget)
 {
+    if (const auto* button = qobject_cast<const LXColorButton*>(widget)) {
+        return ScriptArguments::OfColor(button->GetColor());
+    }
+    if (const auto* dialog = qobject_cast<const LXColorDlg*>(widget)) {
+        return ScriptArguments::OfColor(dialog->GetColor());
+    }
     return widget->property("value");
 }
 

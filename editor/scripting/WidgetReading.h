@@ -12,7 +12,8 @@ namespace WidgetReading {
 /// What can be read on it, without marks for keys: of a label, a button, a field, a group, a message box.
 QString Text(const QWidget* widget);
 
-/// Of spin boxes, sliders and progress bars; invalid for others.
+/// Of spin boxes, sliders and progress bars; the color of color buttons and of the color dialog, as scripts
+/// write it; invalid for others.
 QVariant Value(const QWidget* widget);
 
 /// The texts of a list, a combo box, tabs or a menu.

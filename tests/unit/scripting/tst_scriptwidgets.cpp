@@ -1,4 +1,5 @@
 #include "app/MainWindow.h"
+#include "gui/LXColorButton.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
 
@@ -31,6 +32,7 @@ private slots:
     void whatCanBeReadIsRead();
     void aClickIsRealAndRefusesWhatAPersonCouldNotClick();
     void checkMarksAreSetByClicks();
+    void colorsAreReadAndChosen();
     void valuesAreTypedIntoSpinBoxes();
     void aSliderIsDragged();
     void fieldsAreTypedOver();
@@ -355,6 +357,30 @@ void TestScriptWidgets::widgetsBehindAModalWindowAreBlocked()
         expect.contains(blocked, "is blocked by \"Question\"")
     )");
     QVERIFY(!controls.check.isChecked());
+}
+
+void TestScriptWidgets::colorsAreReadAndChosen()
+{
+    EditorScriptFixture editor(4, 3);
+    QDialog window(editor.Window());
+    auto* button = new LXColorButton(&window);
+    button->setObjectName("probe");
+    button->SetColor(QColor(10, 20, 30));
+    button->SetDialogTitle("Pick one");
+    window.show();
+    editor.Check(R"(
+        const probe = widgets.find("probe")
+        expect.equal(probe.value, "#ff0a141e")
+        dialogs.expect({ title: "Pick one" }, function(dialog) {
+            expect.equal(dialog.value, "#ff0a141e")
+            dialog.find("m_pRedSpn").setValue(200)
+            expect.equal(dialog.value, "#ffc8141e")
+            input.key("Return")
+        })
+        probe.click()
+        expect.equal(probe.value, "#ffc8141e")
+    )");
+    QCOMPARE(button->GetColor(), QColor(200, 20, 30));
 }
 
 #include "tst_scriptwidgets.moc"
