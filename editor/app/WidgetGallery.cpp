@@ -1,5 +1,6 @@
 #include "app/WidgetGallery.h"
 
+#include "app/PathSamples.h"
 #include "app/Tour.h"
 #include "core/ZKActivateAction.h"
 #include "core/ZKApplication.h"
@@ -278,6 +279,16 @@ std::unique_ptr<QWidget> MakeOutlines(const Ground&)
         }
     });
 }
+
+std::unique_ptr<QWidget> MakePathEditor(const Ground&)
+{
+    return WidgetGallery::OnGrounds(PathSamples::AddEditors);
+}
+
+std::unique_ptr<QWidget> MakePathCreator(const Ground&)
+{
+    return WidgetGallery::OnGrounds(PathSamples::AddCreators);
+}
 } // namespace
 
 const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
@@ -299,6 +310,8 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"widget-with-title", MakePanelWidget},
         {"widget-without-title", MakePopupWidget},
         {"shapes", MakeShapeList},
+        {"path-editor", MakePathEditor},
+        {"path-creator", MakePathCreator},
     };
     return samples;
 }
