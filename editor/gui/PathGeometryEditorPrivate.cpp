@@ -1,10 +1,9 @@
 #include "document/LXPathConvert.h"
 #include "geometryengine/ControlNode.h"
+#include "geometryengine/ViewScale.h"
 #include "gui/PathGeometryEditor_p.h"
 
 #include <QCursor>
-#include <QGraphicsScene>
-#include <QGraphicsView>
 #include <QGuiApplication>
 #include <QPainterPathStroker>
 #include <QPointer>
@@ -133,22 +132,15 @@ void PathGeometryEditorPrivate::TellGesture()
     if (editor) emit editor->Released();
 }
 
-double PathGeometryEditorPrivate::Pixel() const
-{
-    const QGraphicsScene* scene = m_pEditor->scene();
-    const QList<QGraphicsView*> views = scene ? scene->views() : QList<QGraphicsView*>();
-    return views.isEmpty() ? 1 : 1 / views.first()->transform().m11();
-}
-
 QRectF PathGeometryEditorPrivate::Bounds() const
 {
-    const double reach = PressWidth / 2 * Pixel();
+    const double reach = PressWidth / 2 * LongestPixel(m_pEditor);
     return m_Handles.Bounds().adjusted(-reach, -reach, reach, reach);
 }
 
 QPainterPath PathGeometryEditorPrivate::PressArea() const
 {
-    const double pixel = Pixel();
+    const double pixel = LongestPixel(m_pEditor);
     if (m_PressPixel != pixel) {
         QPainterPathStroker stroker;
         stroker.setWidth(PressWidth * pixel);

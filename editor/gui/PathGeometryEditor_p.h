@@ -50,9 +50,6 @@ private:
         bool isMoving = false;
     };
 
-    /// Of the screen, in item units, in the first view of the scene.
-    double Pixel() const;
-
     std::optional<Drag> m_Drag;
     bool m_bNudging = false;
     mutable QPainterPath m_PressArea;
