@@ -20,6 +20,14 @@ ZKIBrushTool* ZKBrushToolManager::GetPlugin(int toolId)
     return found == Tools().end() ? nullptr : found->second;
 }
 
+QList<int> ZKBrushToolManager::GetToolIds()
+{
+    QList<int> ids;
+    for (const auto& tool : Tools())
+        ids.append(tool.first);
+    return ids;
+}
+
 void ZKBrushToolManager::Register(int toolId, ZKIBrushTool* tool)
 {
     Tools()[toolId] = tool;

@@ -12,7 +12,14 @@ class Brush : public ZKIBrushTool
 public:
     void StrokePath(const QPainterPath& path) override { stroked = path; }
 
+    QString GetName() const override { return "Brush"; }
+
+    ZKBrushSettings GetSettings() const override { return settings; }
+
+    void SetSettings(const ZKBrushSettings& changed) override { settings = changed; }
+
     QPainterPath stroked;
+    ZKBrushSettings settings;
 };
 } // namespace
 
@@ -27,6 +34,7 @@ private slots:
     void aBrushToolIsFoundByItsNumber();
     void theNewestToolOfANumberCounts();
     void aToolLeavesEveryNumber();
+    void theNumbersOfBrushToolsAreListed();
 };
 
 void TestCoreLists::theWorkingProfileIsOneOfTheList()
@@ -82,6 +90,20 @@ void TestCoreLists::aToolLeavesEveryNumber()
     QCOMPARE(ZKBrushToolManager::GetPlugin(2), &other);
     QVERIFY(!ZKBrushToolManager::GetPlugin(3));
     ZKBrushToolManager::Unregister(&other);
+}
+
+void TestCoreLists::theNumbersOfBrushToolsAreListed()
+{
+    QCOMPARE(ZKBrushToolManager::GetToolIds(), QList<int>());
+    Brush brush;
+    Brush other;
+    ZKBrushToolManager::Register(7, &brush);
+    ZKBrushToolManager::Register(2, &other);
+    QCOMPARE(ZKBrushToolManager::GetToolIds(), QList<int>({2, 7}));
+    ZKBrushToolManager::Unregister(&other);
+    QCOMPARE(ZKBrushToolManager::GetToolIds(), QList<int>({7}));
+    ZKBrushToolManager::Unregister(&brush);
+    QCOMPARE(ZKBrushToolManager::GetToolIds(), QList<int>());
 }
 
 ZK_REGISTER_TEST(tst_corelists, TestCoreLists)
