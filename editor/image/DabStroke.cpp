@@ -16,6 +16,7 @@ using TileWalk::TileSide;
 
 constexpr int Unit = RoundDab::Unit;
 constexpr int HalfUnit = Unit / 2;
+constexpr std::size_t RunsBetweenQuestions = 1024;
 constexpr int NoDab = std::numeric_limits<int>::max();
 
 /// A middle on the grid of units, counted from the top left of a tile.
@@ -129,7 +130,10 @@ public:
         TileDistances distances(m_Dab, part.size());
         const QRectF reach = Widened(QRectF(part.translated(m_Origin)), m_Dab);
         const QPoint corner = part.topLeft() + m_Origin;
-        for (const StrokeRun* const run : runs) {
+        for (std::size_t i = 0; i < runs.size(); ++i) {
+            // A scribble may have very many of them in one tile.
+            if (i % RunsBetweenQuestions == 0) TileThreads::ThrowIfUnwanted();
+            const StrokeRun* const run = runs[i];
             const auto inside = run->Within(reach);
             if (!inside) continue;
             for (qint64 index = inside->first; index <= inside->last; ++index) {

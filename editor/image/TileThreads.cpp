@@ -57,7 +57,7 @@ private:
     {
         try {
             for (int piece = m_Next++; piece < m_Count; piece = m_Next++) {
-                if (m_pIsWanted != nullptr && !(*m_pIsWanted)()) throw TileThreads::Cancelled();
+                TileThreads::ThrowIfUnwanted();
                 m_Work(piece);
             }
         } catch (...) {
@@ -96,7 +96,7 @@ private:
 void RunHere(int count, const std::function<void(int)>& work)
 {
     for (int piece = 0; piece < count; ++piece) {
-        if (s_pIsWanted != nullptr && !(*s_pIsWanted)()) throw TileThreads::Cancelled();
+        TileThreads::ThrowIfUnwanted();
         work(piece);
     }
 }
@@ -151,6 +151,11 @@ TileThreads::CancelScope::CancelScope(std::function<bool()> isWanted)
 TileThreads::CancelScope::~CancelScope()
 {
     s_pIsWanted = m_pOuter;
+}
+
+void TileThreads::ThrowIfUnwanted()
+{
+    if (s_pIsWanted != nullptr && !(*s_pIsWanted)()) throw Cancelled();
 }
 
 const char* TileThreads::Cancelled::what() const noexcept

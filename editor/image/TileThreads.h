@@ -33,6 +33,9 @@ private:
     const std::function<bool()>* m_pOuter;
 };
 
+/// For pieces that take long, and ask now and then: throws Cancelled when the work is abandoned.
+void ThrowIfUnwanted();
+
 /// Thrown when nobody wants the work any more; what was to be written is partly written.
 struct Cancelled : std::exception
 {

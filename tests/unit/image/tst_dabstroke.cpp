@@ -72,6 +72,7 @@ private slots:
     void hugePathsCostOnlyWhatIsSeen();
     void everyPieceIsCounted();
     void drawingIsAbandonedWhenNobodyWantsIt();
+    void soIsADenseTile();
 };
 
 void TestDabStroke::aStrokeIsTheStrongestOfItsDabs_data()
@@ -83,6 +84,7 @@ void TestDabStroke::aStrokeIsTheStrongestOfItsDabs_data()
     QTest::newRow("hard") << 9.0 << 1.0 << 0.9;
     QTest::newRow("soft") << 20.0 << 0.0 << 2.0;
     QTest::newRow("between, apart") << 13.5 << 0.4 << 21.0;
+    QTest::newRow("soft, wide") << 220.0 << 0.1 << 40.0;
     QTest::newRow("wide, tiles filled") << 700.0 << 0.9 << 70.0;
 }
 
@@ -308,6 +310,19 @@ void TestDabStroke::drawingIsAbandonedWhenNobodyWantsIt()
     const TileThreads::CancelScope scope([&] { return done < 3; });
     QVERIFY_EXCEPTION_THROWN(stroke.Draw(Ink, [&] { ++done; }), TileThreads::Cancelled);
     QVERIFY(done < stroke.CountTiles());
+}
+
+void TestDabStroke::soIsADenseTile()
+{
+    QPainterPath scribble(QPointF(0, 0));
+    for (int i = 0; i < 10000; ++i)
+        scribble.lineTo((i * 37) % 101, (i * 53) % 103);
+    const DabStroke stroke(scribble, RoundDab(3, 1), 1, QRect(0, 0, 100, 100));
+    QCOMPARE(stroke.CountTiles(), 1);
+    int asked = 0;
+    const TileThreads::CancelScope scope([&] { return ++asked < 4; });
+    QVERIFY_EXCEPTION_THROWN(stroke.Draw(Ink, [] {}), TileThreads::Cancelled);
+    QCOMPARE(asked, 4);
 }
 
 ZK_REGISTER_TEST(tst_dabstroke, TestDabStroke)
