@@ -8,6 +8,7 @@
 #include "geometryengine/PathStrokeItem.h"
 #include "geometryengine/PolylineItem.h"
 #include "geometryengine/RectangleItem.h"
+#include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
 #include "gui/LXColorDlg.h"
 #include "gui/LXFillOptionsDialog.h"
@@ -16,6 +17,7 @@
 #include "gui/LexoCustomShapePresetModel.h"
 #include "gui/PatternSelectWidget.h"
 #include "gui/RecentColors.h"
+#include "gui/TransformationCenterPointControl.h"
 #include "gui/ZKButtonsContainer.h"
 #include "guicore/LXColorComboBox.h"
 #include "guicore/LXMessageBox.h"
@@ -289,6 +291,40 @@ std::unique_ptr<QWidget> MakePathCreator(const Ground&)
 {
     return WidgetGallery::OnGrounds(PathSamples::AddCreators);
 }
+
+/// A canvas that grows, one that shrinks, one that grows to the left and down.
+std::unique_ptr<QWidget> MakeAnchors(const Ground&)
+{
+    auto row = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(row.get());
+    layout->addWidget(new LXAnchorSelection(row.get()));
+    auto* shrinking = new LXAnchorSelection(row.get());
+    shrinking->ShrinkHorizontal(true);
+    shrinking->ShrinkVertical(true);
+    layout->addWidget(shrinking);
+    auto* atCorner = new LXAnchorSelection(row.get());
+    atCorner->SetState(LXAnchorSelection::TopRight);
+    layout->addWidget(atCorner);
+    return row;
+}
+
+/// With a point somewhere else, in the middle, at a corner, and off.
+std::unique_ptr<QWidget> MakeCenterPoints(const Ground&)
+{
+    using Control = TransformationCenterPointControl;
+    auto row = std::make_unique<QWidget>();
+    auto* layout = new QHBoxLayout(row.get());
+    for (const Control::ControlState state : {Control::None, Control::Center, Control::BottomRight}) {
+        auto* control = new Control(row.get());
+        control->SetState(state);
+        layout->addWidget(control);
+    }
+    auto* off = new Control(row.get());
+    off->SetState(Control::Left);
+    off->setEnabled(false);
+    layout->addWidget(off);
+    return row;
+}
 } // namespace
 
 const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
@@ -299,6 +335,8 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"progress-endless", MakeEndlessProgress},
         {"fill-options", MakeFillOptions},
         {"patterns", MakePatternList},
+        {"anchor", MakeAnchors},
+        {"center-point", MakeCenterPoints},
         {"tool-buttons", MakeToolButtons},
         {"handles", MakeHandles},
         {"outlines", MakeOutlines},
