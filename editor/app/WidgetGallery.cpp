@@ -15,8 +15,10 @@
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LXUndefinedOperationProgress.h"
 #include "gui/LexoCustomShapePresetModel.h"
+#include "gui/MakeSelectionOptDialog.h"
 #include "gui/PatternSelectWidget.h"
 #include "gui/RecentColors.h"
+#include "gui/StrokeOptionsDialog.h"
 #include "gui/TransformationCenterPointControl.h"
 #include "gui/ZKButtonsContainer.h"
 #include "guicore/LXColorComboBox.h"
@@ -325,6 +327,16 @@ std::unique_ptr<QWidget> MakeCenterPoints(const Ground&)
     layout->addWidget(off);
     return row;
 }
+
+std::unique_ptr<QWidget> MakeSelectionOptions(const Ground& ground)
+{
+    return std::make_unique<MakeSelectionOptDialog>(ground.window);
+}
+
+std::unique_ptr<QWidget> MakeStrokeOptions(const Ground& ground)
+{
+    return std::make_unique<StrokeOptionsDialog>(ground.window);
+}
 } // namespace
 
 const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
@@ -335,6 +347,8 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"progress-endless", MakeEndlessProgress},
         {"fill-options", MakeFillOptions},
         {"patterns", MakePatternList},
+        {"selection-options", MakeSelectionOptions},
+        {"stroke-options", MakeStrokeOptions},
         {"anchor", MakeAnchors},
         {"center-point", MakeCenterPoints},
         {"tool-buttons", MakeToolButtons},
