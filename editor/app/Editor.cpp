@@ -24,6 +24,7 @@
 #include "gui/LXMdiArea_p.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/MimeFileReader.h"
+#include "gui/RoundBrush.h"
 #include "guicore/InputHabits.h"
 #include "plugincore/PluginLoader.h"
 
@@ -38,6 +39,7 @@
 struct EditorParts
 {
     InputHabits habits{qApp};
+    RoundBrush brush;
     RecentFiles recentFiles;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DocumentFiles> files;

@@ -1,0 +1,143 @@
+#include "gui/RoundBrush.h"
+
+#include "core/ZKApplication.h"
+#include "core/ZKBrushToolManager.h"
+#include "document/LXDocumentInterface.h"
+#include "document/LXDocumentModel.h"
+#include "document/LayerKind.h"
+#include "document/LayerLocks.h"
+#include "gui/DocumentOf.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
+#include "gui/StrokeProgress.h"
+#include "gui/ZKDocumentView.h"
+#include "guicore/LXMessageBox.h"
+#include "history/LexoCommand.h"
+#include "history/LexoUndoStack.h"
+
+#include <QItemSelectionModel>
+#include <QPainterPath>
+#include <QPointer>
+#include <QScopeGuard>
+
+#include <new>
+
+namespace {
+const QLatin1String SizeKey("RoundBrush/Size");
+const QLatin1String HardnessKey("RoundBrush/Hardness");
+const QLatin1String OpacityKey("RoundBrush/Opacity");
+const QLatin1String SpacingKey("RoundBrush/Spacing");
+constexpr int WholePercent = 100;
+
+/// The row of the one selected layer; -1 for none or several.
+int TargetRow(const ZKDocumentView* view)
+{
+    const QModelIndexList rows = view->GetLayerSelection()->selectedRows();
+    return rows.size() == 1 ? rows.first().row() : -1;
+}
+
+void Push(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
+{
+    if (history) {
+        history->push(command.release());
+    } else {
+        command->redo();
+    }
+}
+} // namespace
+
+RoundBrush::RoundBrush(QObject* parent) : QObject(parent)
+{
+    ZKBrushToolManager::Register(Id, this);
+}
+
+RoundBrush::~RoundBrush()
+{
+    ZKBrushToolManager::Unregister(this);
+}
+
+QString RoundBrush::GetName() const
+{
+    return tr("Round brush");
+}
+
+ZKBrushSettings RoundBrush::GetSettings() const
+{
+    const auto read = [](QLatin1String key, int usual, int least, int most) {
+        return qBound(least, ZKApplication::GetUserValue(key, usual).toInt(), most);
+    };
+    const ZKBrushSettings usual;
+    ZKBrushSettings settings;
+    settings.size = read(SizeKey, usual.size, 1, ZKBrushSettings::MaxSize);
+    settings.hardness = read(HardnessKey, usual.hardness, 0, WholePercent);
+    settings.opacity = read(OpacityKey, usual.opacity, 0, WholePercent);
+    settings.spacing = read(SpacingKey, usual.spacing, 1, ZKBrushSettings::MaxSpacing);
+    return settings;
+}
+
+void RoundBrush::SetSettings(const ZKBrushSettings& settings)
+{
+    ZKApplication::SetUserValue(SizeKey, settings.size);
+    ZKApplication::SetUserValue(HardnessKey, settings.hardness);
+    ZKApplication::SetUserValue(OpacityKey, settings.opacity);
+    ZKApplication::SetUserValue(SpacingKey, settings.spacing);
+}
+
+void RoundBrush::StrokePath(const QPainterPath& path)
+{
+    const QPointer<ZKDocumentView> view = ViewOf(LXDocumentManager::GetDocumentArea()->GetActiveWindow());
+    if (!view || path.isEmpty()) return;
+    const int row = TargetRow(view);
+    if (row < 0 || !MayPaint(view, row)) return;
+
+    // A floating piece lands before the pixels are read.
+    if (LexoUndoStack* history = view->GetHistory()) history->commit();
+    LXDocumentInterface* document = view->GetModel()->GetDocument();
+    if (!document->Lock()) return;
+    QString failure;
+    {
+        const auto unlock = qScopeGuard([document] { document->Unlock(); });
+        failure = Stroke(view, row, path, GetSettings());
+    }
+    if (failure.isEmpty()) return;
+    LXMessageBox::Critical(view, tr("Operation error"), tr("Cannot stroke the path.") + ' ' + failure);
+}
+
+bool RoundBrush::MayPaint(ZKDocumentView* view, int row)
+{
+    const LXDocumentModel* model = view->GetModel();
+    const bool isMask = model->GetMaskSelected(row);
+    const unsigned int against = isMask ? LayerLocks::AgainstMaskPaint : LayerLocks::AgainstPaint;
+    QString obstacle;
+    if ((model->GetLockFlags(row) & against) != 0) {
+        obstacle = tr("Cannot stroke. Layer is locked.");
+    } else if (!isMask &&
+               model->GetDocument()->GetLayerKind(static_cast<unsigned int>(row) + 1) != LayerKind::Raster) {
+        obstacle = tr("Cannot stroke. The layer has no pixels of its own.");
+    }
+    if (!obstacle.isEmpty()) LXMessageBox::Warning(view, tr("Zenkari"), obstacle);
+    return obstacle.isEmpty();
+}
+
+QString RoundBrush::Stroke(ZKDocumentView* view, int row, const QPainterPath& path,
+                           const ZKBrushSettings& settings)
+{
+    const LXDocumentModel* model = view->GetModel();
+    LXDocumentInterface* document = model->GetDocument();
+    const bool isMask = model->GetMaskSelected(row);
+    const QColor color = isMask ? ZKApplication::GetMaskForeground() : ZKApplication::GetForeground();
+    try {
+        const StrokeJob::Target target =
+            StrokeJob::Read(document, static_cast<unsigned int>(row) + 1, isMask);
+        StrokeProgress progress(view, target, path, color, settings);
+        if (progress.Paint())
+            Push(view->GetHistory(), StrokeJob::MakeCommand(document, target, progress.GetChange()));
+        return progress.GetFailure();
+    } catch (const std::bad_alloc&) {
+        return tr("There is not enough memory.");
+    } catch (const std::exception& exception) {
+        return QString::fromUtf8(exception.what());
+    } catch (...) {
+        return tr("Unexpected error occurred.");
+    }
+}
