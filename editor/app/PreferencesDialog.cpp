@@ -3,7 +3,10 @@
 #include "ui_PreferencesDialog.h"
 
 #include "core/ZKCMSManager.h"
+#include "guicore/LXMessageBox.h"
+#include "resource/LXResource.h"
 
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QPushButton>
@@ -65,11 +68,44 @@ void PreferencesDialog::SetUpProfiles()
     m_pUi->m_pScreenCmb->addItem(tr("The screen's own"), QString());
     m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(0), QString(ColorPreferences::PlainScreen));
     for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
-        if (!manager->GetRGBProfile(index).IsTarget()) continue;
-        const QString file = manager->GetRGBProfileFile(index);
-        m_pUi->m_pWorkingCmb->addItem(manager->GetRGBProfileName(index), file);
-        if (index > 0) m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(index), file);
+        if (manager->GetRGBProfile(index).IsTarget()) ListProfile(index);
     }
+    connect(m_pUi->m_pProfileFileBtn, &QPushButton::clicked, this, &PreferencesDialog::AskForProfile);
+}
+
+void PreferencesDialog::ListProfile(int index)
+{
+    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    const QString file = manager->GetRGBProfileFile(index);
+    if (m_pUi->m_pWorkingCmb->findData(file) < 0) {
+        m_pUi->m_pWorkingCmb->addItem(manager->GetRGBProfileName(index), file);
+    }
+    if (m_pUi->m_pScreenCmb->findData(file) < 0) {
+        m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(index), file);
+    }
+}
+
+void PreferencesDialog::AskForProfile()
+{
+    const QString file = QFileDialog::getOpenFileName(this, tr("Add a profile from a file"), QString(),
+                                                      tr("Color profiles (*.icc *.icm *.ICC *.ICM)"));
+    if (!file.isEmpty()) AddProfile(file);
+}
+
+void PreferencesDialog::AddProfile(const QString& file)
+{
+    ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    QString message;
+    const int index = manager->AddRGBProfile(file, &message);
+    if (index >= 0 && manager->GetRGBProfile(index).IsTarget()) {
+        ListProfile(index);
+        return;
+    }
+    if (index >= 0) {
+        message = tr("The color profile “%1” only tells what the colors of a camera or a scanner are.")
+                      .arg(manager->GetRGBProfileName(index));
+    }
+    LXMessageBox::Warning(this, LXResource::GetData(LXResource::ProductName).toString(), message);
 }
 
 void PreferencesDialog::AlignFields()

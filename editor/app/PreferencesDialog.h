@@ -23,9 +23,14 @@ public:
     /// What the controls say at the moment.
     Preferences GetValues() const;
 
+    /// Offers the profile of a file in both lists; tells in a message why it can't.
+    void AddProfile(const QString& file);
+
 private:
     void SetUpScales();
     void SetUpProfiles();
+    void ListProfile(int index);
+    void AskForProfile();
     void AlignFields();
     void Show(const Preferences& values);
 

@@ -52,6 +52,23 @@ expect.equal([pixels.selection.pixel(5, 5), pixels.selection.pixel(20, 20)], [25
 undo()
 expect.equal(picture.profile, "Wide")
 
+step("the preferences take a profile for work; new pictures are meant in it")
+dialogs.expect({ title: "Preferences" }, function(dialog) {
+    dialogs.expectFile(ink)
+    dialogs.expect({ title: application.name, text: /made for CMYK pictures/, answer: "Close" })
+    dialog.find("m_pProfileFileBtn").click()
+    dialogs.expectFile(wide)
+    dialog.find("m_pProfileFileBtn").click()
+    dialog.find("m_pWorkingCmb").choose("Wide")
+    input.key("Return")
+})
+input.key("Ctrl+,")
+expect.equal(application.workingProfile, "Wide")
+const meantWide = documents.create(4, 4)
+expect.equal(meantWide.profile, "Wide")
+meantWide.close()
+application.workingProfile = "sRGB"
+
 step("files keep it, and tell when they can't")
 for (const name of ["wide.ora", "wide.png", "wide.jpg", "wide.tif", "wide.webp"]) {
     if (name === "wide.ora") picture.save(fileNamed(name))

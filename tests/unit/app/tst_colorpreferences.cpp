@@ -28,6 +28,7 @@ private slots:
     void withoutAWindowSystemTheScreenSaysNothing();
     void theDialogOffersWhatThereIs();
     void aFileThatIsGoneStaysChosenInTheDialog();
+    void aFileIsAddedToBothListsOnce();
     void assigningOffersNoneAndConvertingDoesNot();
     void theDialogAnswersWhatIsChosen();
     void aProfileIsNamedForPeople();
@@ -131,6 +132,27 @@ void TestColorPreferences::aFileThatIsGoneStaysChosenInTheDialog()
     const PreferencesDialog dialog(all, nullptr);
     QCOMPARE(dialog.findChild<QComboBox*>("m_pWorkingCmb")->currentText(), QString("my.icc"));
     QCOMPARE(dialog.GetValues().colors.workingProfile, QString("/gone/my.icc"));
+}
+
+void TestColorPreferences::aFileIsAddedToBothListsOnce()
+{
+    PreferencesDialog dialog(Preferences(), nullptr);
+    auto* working = dialog.findChild<QComboBox*>("m_pWorkingCmb");
+    auto* screen = dialog.findChild<QComboBox*>("m_pScreenCmb");
+    const int workingCount = working->count();
+    const int screenCount = screen->count();
+    const QString file = m_Folder.Write("linear.icc", Linear().GetData());
+    dialog.AddProfile(file);
+    dialog.AddProfile(file);
+    QCOMPARE(working->count(), workingCount + 1);
+    QCOMPARE(screen->count(), screenCount + 1);
+    // It is offered; choosing is another matter.
+    QVERIFY(dialog.GetValues().colors == ColorPreferences());
+    working->setCurrentIndex(working->findData(file));
+    QCOMPARE(dialog.GetValues().colors.workingProfile, file);
+    QCOMPARE(dialog.GetValues().colors.Use(), QString());
+    QCOMPARE(ZKCMSManager::GetInstance()->GetRGBProfile(ZKCMSManager::GetInstance()->GetWorkingRGBIndex()),
+             Linear());
 }
 
 void TestColorPreferences::assigningOffersNoneAndConvertingDoesNot()
