@@ -35,6 +35,8 @@ struct TextContent
 
     QString text;
     QFont font; ///< a point counts as a pixel of the document
+    /// A texture or gradient begins where the first baseline does and goes with `transform`; a gradient in
+    /// parts of what it fills takes the box of the lines for it.
     QBrush brush = QBrush(Qt::black);
     QPointF position; ///< where the first baseline begins, document pixels before `transform`
     TextDeformation deformation;

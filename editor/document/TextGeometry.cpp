@@ -67,6 +67,25 @@ std::vector<TextGeometry::Picture> TextGeometry::Pictures() const
     return pictures;
 }
 
+QBrush TextGeometry::Brush(const QBrush& brush) const
+{
+    if (brush.style() == Qt::SolidPattern) return brush;
+    const QGradient* gradient = brush.gradient();
+    const bool isInParts = gradient && gradient->coordinateMode() != QGradient::LogicalMode;
+    if (!isInParts) {
+        QBrush placed = brush;
+        placed.setTransform(brush.transform() * m_Transform);
+        return placed;
+    }
+    QGradient whole = *gradient;
+    whole.setCoordinateMode(QGradient::LogicalMode);
+    const QRectF box = m_Lines.Box();
+    QBrush placed(whole);
+    placed.setTransform(brush.transform() * QTransform::fromScale(box.width(), box.height()) *
+                        QTransform::fromTranslate(box.left(), box.top()) * m_Transform);
+    return placed;
+}
+
 int TextGeometry::IndexAt(const QPointF& docPos) const
 {
     int nearest = 0;

@@ -4,6 +4,7 @@
 #include "document/TextLines.h"
 #include "document/TextWarp.h"
 
+#include <QBrush>
 #include <QImage>
 #include <QLineF>
 #include <QPainterPath>
@@ -35,6 +36,9 @@ public:
     };
 
     std::vector<Picture> Pictures() const;
+
+    /// The content's brush as it lies in the document.
+    QBrush Brush(const QBrush& brush) const;
 
     /// Around all lines, also where they hold nothing that is seen. Never empty.
     QRectF Box() const;

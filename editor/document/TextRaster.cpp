@@ -37,12 +37,13 @@ QPoint PixelAt(const QPointF& point, const QRect& reach)
 /// What is filled, and where it begins.
 struct Shapes
 {
-    explicit Shapes(const TextContent& content) : Shapes(TextGeometry(content)) {}
+    explicit Shapes(const TextContent& content) : Shapes(TextGeometry(content), content.brush) {}
 
-    explicit Shapes(const TextGeometry& geometry)
+    Shapes(const TextGeometry& geometry, const QBrush& filling)
         : letters(geometry.Letters()),
           decorations(geometry.Decorations()),
           pictures(geometry.Pictures()),
+          brush(geometry.Brush(filling)),
           origin(geometry.Origin())
     {}
 
@@ -60,6 +61,7 @@ struct Shapes
     QPainterPath letters;
     QPainterPath decorations;
     std::vector<TextGeometry::Picture> pictures;
+    QBrush brush;
     QPointF origin;
 };
 
@@ -128,13 +130,17 @@ PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
     const QRect rect = shapes.RectIn(Reach(canvas));
     PlacedImage placed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
     if (placed.image.IsNull()) return placed;
+    QBrush brush = shapes.brush;
+    if (brush.style() != Qt::SolidPattern) {
+        brush.setTransform(brush.transform() * QTransform::fromTranslate(-rect.left(), -rect.top()));
+    }
     // Letters and lines overlap; what both cover counts once.
     for (const QPainterPath* path : {&shapes.letters, &shapes.decorations}) {
         const QPainterPath polygons = Polygons(*path, -QPointF(rect.topLeft()));
         if (content.renderMode == TextContent::Aliased) {
-            FillHard(placed.image, polygons, content.brush);
+            FillHard(placed.image, polygons, brush);
         } else {
-            FillPath(placed.image, BlendMode::Source, polygons, content.brush);
+            FillPath(placed.image, BlendMode::Source, polygons, brush);
         }
     }
     for (const TextGeometry::Picture& picture : shapes.pictures)

@@ -1,5 +1,6 @@
 #include "formats/OraKinds.h"
 
+#include "formats/OraBrush.h"
 #include "formats/OraNames.h"
 #include "formats/XmlFragment.h"
 #include "image/AdjustmentPixels.h"
@@ -201,6 +202,7 @@ void OraKinds::WriteText(QXmlStreamWriter& xml, const TextContent& text)
     Put(xml, "text", XmlFragment::CleanText(text.text));
     WriteFont(xml, text.font);
     Put(xml, "color", text.brush.color().name(QColor::HexArgb));
+    OraBrush::Write(xml, text.brush);
     Put(xml, "x", Number(text.position.x()));
     Put(xml, "y", Number(text.position.y()));
     if (text.renderMode == TextContent::Aliased) Put(xml, "edges", HardEdges);
@@ -227,13 +229,14 @@ bool OraKinds::ReadText(QXmlStreamReader& xml, TextContent* text)
     ReadFont(attributes, &text->font);
     const QColor color(attributes.Text("color"));
     if (color.isValid()) text->brush = color;
+    const bool isBrushSound = OraBrush::Read(xml.attributes(), &text->brush);
     attributes.Read("x", -Farthest, Farthest, &text->position.rx());
     attributes.Read("y", -Farthest, Farthest, &text->position.ry());
     if (attributes.Is("edges", HardEdges)) text->renderMode = TextContent::Aliased;
     ReadDeformation(attributes, &text->deformation);
     attributes.ReadMatrix("matrix", &text->transform);
     xml.skipCurrentElement();
-    return attributes.IsSound() && !xml.hasError();
+    return isBrushSound && attributes.IsSound() && !xml.hasError();
 }
 
 bool OraKinds::ReadAdjustment(QXmlStreamReader& xml, LXAdjustment* adjustment)

@@ -10,7 +10,6 @@ class QXmlStreamWriter;
 /// pixels stand in the file like those of every layer: others show them, and they are what is shown here too
 /// until the text changes, whether its font is at hand or not. Any thread.
 namespace OraKinds {
-/// A brush is kept as its color.
 void WriteText(QXmlStreamWriter& xml, const TextContent& text);
 void WriteAdjustment(QXmlStreamWriter& xml, const LXAdjustment& adjustment);
 

@@ -5,9 +5,11 @@
 #include "support/TextFixture.h"
 
 #include <QFontInfo>
+#include <QLinearGradient>
 #include <QMatrix4x4>
 #include <QPainter>
 #include <QTest>
+#include <QtMath>
 
 #include <cmath>
 #include <thread>
@@ -116,6 +118,8 @@ private slots:
     void twentyTimesASmallFontIsALargeFont();
     void hardEdgesHaveNoSoftPixels();
     void theBrushGivesColorAndStrength();
+    void gradientsAndTexturesGoWithTheText_data();
+    void gradientsAndTexturesGoWithTheText();
     void underlinesAndLettersDontCountTwice_data();
     void underlinesAndLettersDontCountTwice();
     void otherThreadsDrawTheSame();
@@ -199,6 +203,50 @@ void TestTextDrawing::theBrushGivesColorAndStrength()
     const PlacedImage drawn = TextRaster::Render(content, Canvas);
     const QPoint middle = drawn.Rect().center() - drawn.offset;
     QCOMPARE(drawn.image.GetColor(middle.x(), middle.y()).value, 0x800AC81EU);
+}
+
+void TestTextDrawing::gradientsAndTexturesGoWithTheText_data()
+{
+    QTest::addColumn<QBrush>("brush");
+    // From red at the start of the line to blue where it is 40 pixels on: nothing in between.
+    const QGradientStops stops{{0, Qt::red}, {0.5, Qt::red}, {0.5001, Qt::blue}, {1, Qt::blue}};
+    QLinearGradient linear(0, 0, 40, 0);
+    linear.setStops(stops);
+    QTest::newRow("gradient") << QBrush(linear);
+    QLinearGradient inParts(0, 0, 1, 0);
+    inParts.setStops(stops);
+    inParts.setCoordinateMode(QGradient::ObjectMode);
+    QTest::newRow("gradient in parts of the text") << QBrush(inParts);
+    QImage texture(40, 1, QImage::Format_ARGB32);
+    for (int x = 0; x < 40; ++x)
+        texture.setPixel(x, 0, x < 20 ? 0xFFFF0000 : 0xFF0000FF);
+    QTest::newRow("texture") << QBrush(texture);
+}
+
+/// Two strokes of a letter, the first one in the first color and the second one in the other.
+void TestTextDrawing::gradientsAndTexturesGoWithTheText()
+{
+    QFETCH(const QBrush, brush);
+    const TextLines lines("ll", Font(100));
+    const QRectF letters = lines.Letters().boundingRect();
+    for (const QTransform& transform :
+         {QTransform(), QTransform().translate(150, 20).rotate(60), QTransform::fromScale(0.8, 1.5)}) {
+        TextContent content = TextFixture::Text("ll", 100, QPointF(30, 90));
+        content.brush = brush;
+        content.transform = transform;
+        // The halves meet between the strokes.
+        const double half = letters.center().x();
+        if (!brush.gradient() || brush.gradient()->coordinateMode() == QGradient::LogicalMode) {
+            content.brush.setTransform(QTransform::fromScale(half / 20, 1));
+        }
+        const PlacedImage drawn = TextRaster::Render(content, Canvas);
+        for (const auto& [x, color] :
+             {std::pair(letters.left() + 4, 0xFFFF0000U), std::pair(letters.right() - 4, 0xFF0000FFU)}) {
+            const QPointF place = transform.map(content.position + QPointF(x, -30));
+            const QPoint pixel = QPoint(qFloor(place.x()), qFloor(place.y())) - drawn.offset;
+            QCOMPARE(drawn.image.GetColor(pixel.x(), pixel.y()).value, color);
+        }
+    }
 }
 
 void TestTextDrawing::underlinesAndLettersDontCountTwice_data()

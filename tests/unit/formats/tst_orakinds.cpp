@@ -7,6 +7,11 @@
 #include "support/TestRegistry.h"
 #include "support/TextFixture.h"
 
+#include <QConicalGradient>
+#include <QLinearGradient>
+#include <QPixmap>
+#include <QRadialGradient>
+#include <QRandomGenerator>
 #include <QTest>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -63,6 +68,11 @@ class TestOraKinds : public QObject
 
 private slots:
     void everyValueOfATextComesBack();
+    void gradientsAndTexturesComeBack_data();
+    void gradientsAndTexturesComeBack();
+    void aTextureThatIsTooLargeComesBackAsItsColor();
+    void damagedBrushesAreRefused_data();
+    void damagedBrushesAreRefused();
     void sizesInPointsComeBack();
     void damagedTextsAreRefused_data();
     void damagedTextsAreRefused();
@@ -87,6 +97,85 @@ void TestOraKinds::everyValueOfATextComesBack()
     QVERIFY(read.deformation == text.deformation);
     QCOMPARE(read.renderMode, text.renderMode);
     QVERIFY(read.transform == text.transform);
+}
+
+void TestOraKinds::gradientsAndTexturesComeBack_data()
+{
+    QTest::addColumn<QBrush>("brush");
+    const QGradientStops stops{{0, QColor(1, 2, 3, 4)}, {1 / 3.0, Qt::red}, {1, QColor(250, 0, 9, 77)}};
+    QLinearGradient linear(-3.5, 1 / 3.0, 40, 1e6);
+    linear.setStops(stops);
+    QTest::newRow("linear") << QBrush(linear);
+    linear.setSpread(QGradient::RepeatSpread);
+    linear.setCoordinateMode(QGradient::ObjectMode);
+    QTest::newRow("linear, repeating over the text") << QBrush(linear);
+    QRadialGradient radial(QPointF(3, 4), 5.5, QPointF(3.25, 4), 0.5);
+    radial.setStops(stops);
+    radial.setSpread(QGradient::ReflectSpread);
+    QTest::newRow("radial") << QBrush(radial);
+    QConicalGradient conical(7, -8, 33.3);
+    conical.setStops(stops);
+    QBrush turned(conical);
+    turned.setTransform(QTransform(1 / 3.0, 0.25, 1e-4, -0.5, 2, 1e-5, 100.125, -7, 1));
+    QTest::newRow("conical, transformed") << turned;
+    QImage image(5, 3, QImage::Format_ARGB32);
+    for (int i = 0; i < 15; ++i)
+        image.setPixel(i % 5, i / 5, qRgba(i, 100, 255 - i, 10 * i + 1));
+    QBrush texture(image);
+    texture.setTransform(QTransform::fromScale(2, 0.5));
+    QTest::newRow("texture") << texture;
+}
+
+void TestOraKinds::gradientsAndTexturesComeBack()
+{
+    QFETCH(const QBrush, brush);
+    TextContent text = Everything();
+    text.brush = brush;
+    TextContent read;
+    QVERIFY(ReadText(Written([&](QXmlStreamWriter& xml) { OraKinds::WriteText(xml, text); }), &read));
+    QCOMPARE(read.brush.style(), brush.style());
+    QVERIFY(read.brush.transform() == brush.transform());
+    QCOMPARE(read.brush.textureImage(), brush.textureImage());
+    if (brush.gradient()) QVERIFY(*read.brush.gradient() == *brush.gradient());
+}
+
+void TestOraKinds::aTextureThatIsTooLargeComesBackAsItsColor()
+{
+    QImage noise(600, 600, QImage::Format_ARGB32);
+    QRandomGenerator random(3);
+    for (int y = 0; y < noise.height(); ++y) {
+        for (int x = 0; x < noise.width(); ++x)
+            noise.setPixel(x, y, random.generate());
+    }
+    TextContent text = Everything();
+    text.brush = QBrush(Qt::blue, QPixmap::fromImage(noise));
+    const QByteArray written = Written([&](QXmlStreamWriter& xml) { OraKinds::WriteText(xml, text); });
+    QVERIFY(written.size() < 10000);
+    TextContent read;
+    QVERIFY(ReadText(written, &read));
+    QCOMPARE(read.brush, QBrush(text.brush.color()));
+}
+
+void TestOraKinds::damagedBrushesAreRefused_data()
+{
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::newRow("a number is missing")
+        << QByteArray("brush='linear' brush-numbers='1 2 3' brush-stops='0 red'");
+    QTest::newRow("a word for a number")
+        << QByteArray("brush='conical' brush-numbers='1 2 x' brush-stops='0 red'");
+    QTest::newRow("no color") << QByteArray("brush='conical' brush-numbers='1 2 3' brush-stops='0 nothing'");
+    QTest::newRow("half a stop") << QByteArray("brush='conical' brush-numbers='1 2 3' brush-stops='0 red 1'");
+    QTest::newRow("no picture") << QByteArray("brush='texture' brush-texture='bm90aGluZw=='");
+    QTest::newRow("half a matrix") << QByteArray(
+        "brush='conical' brush-numbers='1 2 3' brush-stops='0 red' brush-matrix='1 0 0'");
+}
+
+void TestOraKinds::damagedBrushesAreRefused()
+{
+    QFETCH(const QByteArray, attributes);
+    TextContent text;
+    QVERIFY(!ReadText("<text text='a' " + attributes + "/>", &text));
+    QVERIFY(ReadText("<text text='a' brush='of a later version' brush-numbers='x'/>", &text));
 }
 
 void TestOraKinds::sizesInPointsComeBack()
