@@ -166,12 +166,6 @@ QPainterPath RectangleItem::shape() const
     return hit;
 }
 
-bool RectangleItem::sceneEvent(QEvent* event)
-{
-    if (event->type() == QEvent::UngrabMouse) m_pPrivate->grip = RectangleGrip::None;
-    return GeometryItem::sceneEvent(event);
-}
-
 void RectangleItem::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
 {
     const RectangleGrip grip = GripAt(rect(), event->pos(), PixelOf(this));

@@ -36,7 +36,6 @@ signals:
     void rectChanged(const QRectF& rect);
 
 protected:
-    bool sceneEvent(QEvent* event) override;
     void hoverMoveEvent(QGraphicsSceneHoverEvent* event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent* event) override;

@@ -248,14 +248,14 @@ void TestInversePaint::sharpCornersContrastToo()
     QImage image(300, 40, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    QPainterPath spike(QPointF(0, 15));
+    QPainterPath spike(QPointF(0, 18));
     spike.lineTo(60, 20);
-    spike.lineTo(0, 25);
+    spike.lineTo(0, 22);
     QPen pen(Qt::red, 8, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
-    pen.setMiterLimit(20);
+    pen.setMiterLimit(40);
     StrokeInverse(&painter, spike, pen);
     painter.end();
-    QCOMPARE(image.pixelColor(95, 20), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(150, 20), QColor(Qt::black));
     for (int x = 0; x < image.width(); ++x) {
         for (int y = 0; y < image.height(); ++y) {
             const QColor color = image.pixelColor(x, y);

@@ -28,6 +28,7 @@ private slots:
     void aPressBesideItIsNone();
     void theCursorTellsWhatWouldBeDragged();
     void aRectangleTakenOutOfTheSceneDuringADragStays();
+    void aRectangleThatMayMoveNoMoreEndsItsDrag();
     void theGripsOfThinRectangles_data();
     void theGripsOfThinRectangles();
 };
@@ -211,6 +212,19 @@ void TestRectangleItem::aRectangleTakenOutOfTheSceneDuringADragStays()
     fixture.input.PressInScene(&fixture.view, Middle);
     fixture.input.MoveInScene(&fixture.view, Middle + QPointF(10, 10));
     fixture.scene.removeItem(item.get());
+    const QRectF left = item->rect();
+    fixture.input.MoveInScene(&fixture.view, Middle + QPointF(40, 40));
+    fixture.input.ReleaseInScene(&fixture.view, Middle + QPointF(40, 40));
+    QCOMPARE(item->rect(), left);
+}
+
+void TestRectangleItem::aRectangleThatMayMoveNoMoreEndsItsDrag()
+{
+    SceneFixture fixture;
+    RectangleItem* const item = AddRectangle(fixture);
+    fixture.input.PressInScene(&fixture.view, Middle);
+    fixture.input.MoveInScene(&fixture.view, Middle + QPointF(10, 10));
+    item->setMovable(false);
     const QRectF left = item->rect();
     fixture.input.MoveInScene(&fixture.view, Middle + QPointF(40, 40));
     fixture.input.ReleaseInScene(&fixture.view, Middle + QPointF(40, 40));
