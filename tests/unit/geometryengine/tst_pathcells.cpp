@@ -74,8 +74,8 @@ void TestPathCells::aCurveIsFollowed()
     QPainterPath curve(QPointF(0, 100));
     curve.cubicTo(60, -80, 180, 280, 300, 100);
     const QRegion cells = CellsAlong(curve, 2, Clip);
-    for (double t = 0; t <= 1; t += 0.01)
-        QVERIFY(cells.contains(curve.pointAtPercent(t).toPoint()));
+    for (int percent = 0; percent <= 100; ++percent)
+        QVERIFY(cells.contains(curve.pointAtPercent(percent / 100.0).toPoint()));
     QVERIFY(!cells.contains(QPoint(0, 0)));
     QVERIFY(!cells.contains(QPoint(290, 10)));
 }
