@@ -36,7 +36,7 @@ void TileArena::Free(uchar* block)
     const auto index = static_cast<std::size_t>(block - found->first) / BlockBytes;
     chunk.freeBlocks |= quint64(1) << index;
     m_WithFreeBlocks.insert(found->first);
-    if (chunk.freeBlocks == AllFree && ++m_EmptyChunks > MostEmptyChunks) DropChunk(found->first);
+    if (chunk.freeBlocks == AllFree) KeepOrDrop(found->first);
 }
 
 TileArena::Chunk& TileArena::AddChunk()
@@ -49,6 +49,16 @@ TileArena::Chunk& TileArena::AddChunk()
     ++m_EmptyChunks;
     m_WithFreeBlocks.insert(base);
     return chunk;
+}
+
+void TileArena::KeepOrDrop(uchar* base)
+{
+    ++m_EmptyChunks;
+    if (m_EmptyChunks > MostEmptyChunks) {
+        DropChunk(base);
+    } else if (m_EmptyChunks > FewEmptyChunks) {
+        ::madvise(base, ChunkBytes, MADV_FREE);
+    }
 }
 
 void TileArena::DropChunk(uchar* base)

@@ -8,8 +8,9 @@
 #include <set>
 
 /// Memory for tiles, cut from chunks of 64, so that the heap neither fragments nor grows a header a tile.
-/// Chunks lie on huge pages where the system has them, and some empty ones stay in reserve: the system clears
-/// what it hands out, which takes longer than many a kernel. Not locked: the tile store does that.
+/// Chunks lie on huge pages where the system has them, and empty ones stay in reserve: the system clears what
+/// it hands out, which takes longer than many a kernel. Beyond a few it may take their pages back when memory
+/// runs short. Not locked: the tile store does that.
 class TileArena
 {
 public:
@@ -27,7 +28,8 @@ private:
 
     static constexpr std::size_t ChunkBlocks = 64;
     static constexpr std::size_t ChunkBytes = ChunkBlocks * BlockBytes;
-    static constexpr std::size_t MostEmptyChunks = 32;
+    static constexpr std::size_t FewEmptyChunks = 32;
+    static constexpr std::size_t MostEmptyChunks = 128;
 
     struct ChunkDeleter
     {
@@ -41,6 +43,7 @@ private:
     };
 
     Chunk& AddChunk();
+    void KeepOrDrop(uchar* base);
     void DropChunk(uchar* base);
 
     std::map<uchar*, Chunk> m_Chunks;  ///< by address

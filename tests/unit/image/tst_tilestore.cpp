@@ -63,6 +63,7 @@ private slots:
     void swappedTilesAreCompressed();
     void noiseComesBackFromTheSwapFile();
     void manyTilesComeAndGo();
+    void memoryThatWasGivenBackServesAgain();
     void natureTellsSolidAndOpaqueTiles_data();
     void natureTellsSolidAndOpaqueTiles();
     void natureIsLookedAtOnce();
@@ -470,6 +471,27 @@ void TestTileStore::natureDiesWithItsTile()
     // In the same place.
     void* const second = store.MakeTile();
     QVERIFY(!store.NatureOf(second).isOpaque);
+}
+
+/// More than the arena keeps without telling the system that it may take the pages.
+void TestTileStore::memoryThatWasGivenBackServesAgain()
+{
+    TileStore store(Plenty, {});
+    for (int round = 1; round <= 2; ++round) {
+        std::vector<void*> tiles;
+        for (int i = 0; i < 2600; ++i) {
+            tiles.push_back(store.MakeTile());
+            if (i % 50 == 0) QVERIFY(Holds(store, tiles.back(), 0));
+            Write(store, tiles.back(), round + i % 200);
+        }
+        for (std::size_t i = 0; i < tiles.size(); i += 50) {
+            QVERIFY(Holds(store, tiles[i], round + static_cast<int>(i) % 200));
+        }
+        for (void* const tile : tiles) {
+            store.CleanUpTile(tile);
+        }
+        QCOMPARE(store.ResidentTileCount(), 0);
+    }
 }
 
 ZK_REGISTER_TEST(tst_tilestore, TestTileStore)
