@@ -22,6 +22,7 @@
 #include "gui/LayersWidget.h"
 #include "gui/ZKDocumentView.h"
 #include "scripting/InputDriver.h"
+#include "scripting/QuietEditor.h"
 
 #include <QAbstractItemModel>
 #include <QAction>
@@ -62,6 +63,18 @@ QString FileNameOf(const QString& text)
 void PressButton(const char* name)
 {
     if (auto* button = LayersWidget::GetInstance()->findChild<QToolButton*>(name)) button->click();
+}
+
+/// Views make their pictures piece by piece, by turns on workers and by timers.
+void WaitUntilStill()
+{
+    constexpr int mostRounds = 1000; // some samples never come to rest
+    int quietRounds = 0;
+    for (int round = 0; round < mostRounds && quietRounds < 2; ++round) {
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+        quietRounds = QuietEditor::Busy().isEmpty() ? quietRounds + 1 : 0;
+    }
 }
 } // namespace
 
@@ -310,7 +323,7 @@ bool Screenshots::TakeGallery()
     for (const WidgetGallery::Sample& sample : WidgetGallery::Samples()) {
         const std::unique_ptr<QWidget> widget = sample.make({window, window->GetActiveDocument()});
         widget->show();
-        QThreadPool::globalInstance()->waitForDone();
+        WaitUntilStill();
         if (!Take(widget.get(), QStringLiteral("widget-") + QLatin1String(sample.name))) return false;
     }
     return true;

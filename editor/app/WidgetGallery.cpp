@@ -4,10 +4,13 @@
 #include "app/Tour.h"
 #include "core/ZKActivateAction.h"
 #include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
 #include "geometryengine/ControlNode.h"
 #include "geometryengine/PathStrokeItem.h"
 #include "geometryengine/PolylineItem.h"
 #include "geometryengine/RectangleItem.h"
+#include "gui/CameraView.h"
+#include "gui/HistogramWidget.h"
 #include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
 #include "gui/LXColorDlg.h"
@@ -16,6 +19,7 @@
 #include "gui/LXUndefinedOperationProgress.h"
 #include "gui/LexoCustomShapePresetModel.h"
 #include "gui/MakeSelectionOptDialog.h"
+#include "gui/NavigatorWidget.h"
 #include "gui/PatternSelectWidget.h"
 #include "gui/RecentColors.h"
 #include "gui/StrokeOptionsDialog.h"
@@ -337,6 +341,37 @@ std::unique_ptr<QWidget> MakeStrokeOptions(const Ground& ground)
 {
     return std::make_unique<StrokeOptionsDialog>(ground.window);
 }
+
+// ---- views
+
+std::unique_ptr<QWidget> MakeCamera(const Ground& ground)
+{
+    auto camera = std::make_unique<CameraView>();
+    const QSize size = ground.document->GetDocumentSize();
+    camera->SetDocument(ground.document);
+    camera->SetLookPoint(QPointF(size.width() * 0.7, size.height() * 0.55));
+    camera->SetScaleFactor(10);
+    camera->SetGridType(CameraView::StandardGrid);
+    return camera;
+}
+
+std::unique_ptr<QWidget> MakeNavigator(const Ground& ground)
+{
+    auto navigator = std::make_unique<NavigatorWidget>();
+    const QSize size = ground.document->GetDocumentSize();
+    navigator->SetDocument(ground.document, nullptr);
+    navigator->SetViewRect(
+        QRectF(size.width() * 0.3, size.height() * 0.25, size.width() * 0.4, size.height() * 0.35));
+    return navigator;
+}
+
+std::unique_ptr<QWidget> MakeHistogram(const Ground& ground)
+{
+    auto histogram = std::make_unique<HistogramWidget>();
+    histogram->SetDocument(ground.document);
+    histogram->SetLevelRange(60, 210);
+    return histogram;
+}
 } // namespace
 
 const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
@@ -364,6 +399,9 @@ const QVector<WidgetGallery::Sample>& WidgetGallery::Samples()
         {"shapes", MakeShapeList},
         {"path-editor", MakePathEditor},
         {"path-creator", MakePathCreator},
+        {"camera", MakeCamera},
+        {"navigator", MakeNavigator},
+        {"histogram", MakeHistogram},
     };
     return samples;
 }
