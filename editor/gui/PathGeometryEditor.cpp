@@ -82,8 +82,8 @@ bool PathGeometryEditor::IsEditorItem(const QGraphicsItem* item) const
 void PathGeometryEditor::IgnoreSceneEvents(bool ignore)
 {
     setAcceptedMouseButtons(ignore ? Qt::NoButton : Qt::LeftButton);
+    // A handle that is held loses the mouse by that, which ends its drag.
     m_pPrivate->m_Handles.SetTakesPresses(!ignore);
-    if (ignore) m_pPrivate->OnReleased();
 }
 
 QRectF PathGeometryEditor::boundingRect() const

@@ -125,7 +125,7 @@ void TestCubicCurve::nearestPlaceOfALine()
 {
     // As anchors without guides join: the places crowd at the ends.
     const CubicCurve line = {{10, 10}, {10, 10}, {50, 10}, {50, 10}};
-    for (const double x : {10.0, 11.0, 23.5, 49.0, 50.0}) {
+    for (const double x : {10.0, 11.0, 23.5, 30.0, 49.0, 50.0}) {
         const QPointF found = line.PointAt(line.NearestParameter({x, -7}));
         QVERIFY(Distance(found, {x, 10}) < 1e-9);
     }

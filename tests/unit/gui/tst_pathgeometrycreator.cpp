@@ -168,12 +168,15 @@ void TestPathGeometryCreator::theLastPointMovesExactly()
 {
     PathGeometryCreator creator;
     creator.MakeFromPath({LXPathElement({0.1, 0.7}), LXPathElement({0.3, 0.9}, {0.3, 0.9}, {2.3, 3.9})});
-    const QPointF place(1 / 3.0, 1e7 / 7);
-    creator.MoveLastPoint(place);
-    const LXPathElement last = creator.GetPointAt(1);
-    QVERIFY(AreSame(last.GetCenterPoint(), place));
-    QVERIFY(AreSame(last.GetInGuide(), place));
-    COMPARE_POINTS(last.GetOutGuide(), place + QPointF(2, 3), 1e-6);
+    // Places that the sum of an old place and a way often misses by the last bit.
+    for (int i = 1; i <= 100; ++i) {
+        const QPointF place(i % 2 == 0 ? 1e6 / i : 1.0 / i, 7.7 / i);
+        creator.MoveLastPoint(place);
+        const LXPathElement last = creator.GetPointAt(1);
+        QVERIFY(AreSame(last.GetCenterPoint(), place));
+        QVERIFY(AreSame(last.GetInGuide(), place));
+        COMPARE_POINTS(last.GetOutGuide(), place + QPointF(2, 3), 1e-6);
+    }
     QVERIFY(creator.GetPointAt(0) == LXPathElement({0.1, 0.7}));
 }
 
