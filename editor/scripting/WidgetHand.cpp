@@ -179,6 +179,8 @@ void WidgetHand::Choose(QWidget* widget, int index) const
         m_Input.Click(tabs, tabs->tabRect(index).center());
     } else if (auto* menu = qobject_cast<QMenu*>(widget)) {
         ChooseInMenu(menu, {WidgetReading::Items(menu)[index]});
+    } else {
+        m_Input.Click(widget, WidgetReading::ItemGeometry(widget, index).center());
     }
 }
 

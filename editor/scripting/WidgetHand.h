@@ -27,7 +27,7 @@ public:
     void SetValue(QWidget* widget, double value) const;
     /// Types over what a field holds. In windows that aren't dialogs Return ends the entry, else Tab.
     void SetText(QWidget* widget, const QString& text) const;
-    /// Picks an item of a list, a combo box, tabs or an open menu.
+    /// Picks an item of a list, a combo box, tabs or an open menu, or a cell of a control of nine.
     void Choose(QWidget* widget, int index) const;
     /// The same; the text is one of WidgetReading::Items().
     void Choose(QWidget* widget, const QString& text) const;

@@ -1,7 +1,10 @@
 #include "scripting/WidgetReading.h"
 
+#include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
 #include "gui/LXColorDlg.h"
+#include "gui/NineCells.h"
+#include "gui/TransformationCenterPointControl.h"
 #include "guicore/LXMessageBox.h"
 #include "scripting/ScriptArguments.h"
 
@@ -18,6 +21,8 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTextEdit>
+
+#include <optional>
 
 namespace {
 template <typename Bar>
@@ -36,6 +41,23 @@ QList<QAction*> Entries(const QMenu* menu)
         if (!action->isSeparator() && action->isVisible()) entries.append(action);
     }
     return entries;
+}
+
+/// The cell that is chosen of a control of nine cells, -1 for none; nothing for another widget.
+std::optional<int> ChosenCell(const QWidget* widget)
+{
+    if (const auto* anchor = qobject_cast<const LXAnchorSelection*>(widget)) return anchor->GetState();
+    const auto* center = qobject_cast<const TransformationCenterPointControl*>(widget);
+    if (!center) return std::nullopt;
+    return center->GetState() - TransformationCenterPointControl::TopLeft;
+}
+
+QStringList CellNames()
+{
+    QStringList names;
+    for (int cell = 0; cell < NineCells::Count; ++cell)
+        names.append(NineCells::NameOf(cell));
+    return names;
 }
 
 QStringList ActionTexts(const QMenu* menu)
@@ -121,12 +143,14 @@ QStringList WidgetReading::Items(const QWidget* widget)
     if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) return TabTexts(tabs);
     if (const auto* tabs = qobject_cast<const QTabWidget*>(widget)) return TabTexts(tabs);
     if (const auto* menu = qobject_cast<const QMenu*>(widget)) return ActionTexts(menu);
+    if (ChosenCell(widget)) return CellNames();
     return {};
 }
 
 int WidgetReading::Index(const QWidget* widget)
 {
     if (const auto* view = qobject_cast<const QAbstractItemView*>(widget)) return view->currentIndex().row();
+    if (const std::optional<int> cell = ChosenCell(widget)) return *cell;
     const QVariant index = widget->property("currentIndex");
     return index.isValid() ? index.toInt() : -1;
 }
@@ -143,6 +167,7 @@ QRect WidgetReading::ItemGeometry(const QWidget* widget, int index)
         QAction* entry = Entries(menu).value(index);
         return entry ? menu->actionGeometry(entry) : QRect();
     }
+    if (ChosenCell(widget) && index < NineCells::Count) return NineCells::RectOf(index, widget->rect());
     return {};
 }
 

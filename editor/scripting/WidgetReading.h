@@ -16,7 +16,7 @@ QString Text(const QWidget* widget);
 /// write it; invalid for others.
 QVariant Value(const QWidget* widget);
 
-/// The texts of a list, a combo box, tabs or a menu.
+/// The texts of a list, a combo box, tabs or a menu; the names of the cells of a control of nine.
 QStringList Items(const QWidget* widget);
 
 /// Which of the items is the current one; -1 for none.

@@ -1,5 +1,7 @@
 #include "app/MainWindow.h"
+#include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
+#include "gui/TransformationCenterPointControl.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
 
@@ -33,6 +35,7 @@ private slots:
     void aClickIsRealAndRefusesWhatAPersonCouldNotClick();
     void checkMarksAreSetByClicks();
     void colorsAreReadAndChosen();
+    void cellsAreReadAndChosen();
     void valuesAreTypedIntoSpinBoxes();
     void aSliderIsDragged();
     void fieldsAreTypedOver();
@@ -381,6 +384,38 @@ void TestScriptWidgets::colorsAreReadAndChosen()
         expect.equal(probe.value, "#ffc8141e")
     )");
     QCOMPARE(button->GetColor(), QColor(200, 20, 30));
+}
+
+void TestScriptWidgets::cellsAreReadAndChosen()
+{
+    EditorScriptFixture editor(4, 3);
+    QDialog window(editor.Window());
+    auto* layout = new QVBoxLayout(&window);
+    auto* anchor = new LXAnchorSelection(&window);
+    auto* center = new TransformationCenterPointControl(&window);
+    layout->addWidget(anchor);
+    layout->addWidget(center);
+    window.show();
+    QSignalSpy changed(center, &TransformationCenterPointControl::StateChanged);
+    editor.Check(R"(
+        const anchor = widgets.find("LXAnchorSelection")
+        expect.equal([anchor.items.length, anchor.items[0], anchor.index], [9, "Top left", 4])
+        anchor.choose("Top right")
+        expect.equal(anchor.index, 2)
+        const place = anchor.itemGeometry(7)
+        input.click(place.x + place.width / 2, place.y + place.height / 2, { in: anchor })
+        expect.equal(anchor.index, 7)
+        expect.equal(anchor.itemGeometry(9), null)
+
+        const center = widgets.find("TransformationCenterPointControl")
+        expect.equal(center.index, -1)
+        center.choose(8)
+        expect.equal(center.index, 8)
+        expect.throws(function() { center.choose("Outside") }, "Top left, ")
+    )");
+    QCOMPARE(anchor->GetState(), LXAnchorSelection::Bottom);
+    QCOMPARE(center->GetState(), TransformationCenterPointControl::BottomRight);
+    QCOMPARE(changed.count(), 1);
 }
 
 #include "tst_scriptwidgets.moc"
