@@ -30,10 +30,11 @@ std::vector<QPointF> StrokeTwin::Middles(const std::vector<QPointF>& points, dou
         const long double wayX = static_cast<long double>(points[i].x()) - points[i - 1].x();
         const long double wayY = static_cast<long double>(points[i].y()) - points[i - 1].y();
         const long double length = std::sqrt(wayX * wayX + wayY * wayY);
-        for (; next <= walked + length; next += spacing) {
+        while (next <= walked + length) {
             const long double part = length > 0 ? (next - walked) / length : 0;
             middles.emplace_back(OnGrid(points[i - 1].x() + part * wayX),
                                  OnGrid(points[i - 1].y() + part * wayY));
+            next += spacing;
         }
         walked += length;
     }

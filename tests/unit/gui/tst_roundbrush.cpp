@@ -60,6 +60,7 @@ private slots:
     void theSelectionBoundsTheStroke();
     void aLayerThatWasMovedIsPaintedWhereThePathLies();
     void theLayerGrowsInsideTheCanvasOnly();
+    void withASelectionTheLayerGrowsInsideIt();
     void whatLiesBeyondTheCanvasIsPaintedToo();
     void lockedTransparencyKeepsTheAlpha();
     void aMaskTakesTheGrayOfItsForeground();
@@ -184,9 +185,10 @@ void TestRoundBrush::aStrokeCoversTheLayer()
     const StrokeTwin::Brush brush{14, 0.3, 14 * 0.2};
     const std::vector<int> strengths =
         StrokeTwin::Strengths(StrokeTwin::Middles({{20, 30}, {90, 55}}, brush.spacing), brush, Canvas);
+    auto strength = strengths.begin();
     for (int y = 0; y < Canvas.height(); ++y) {
         for (int x = 0; x < Canvas.width(); ++x) {
-            const int white = Mixed(0, 255, strengths[size_t(y * Canvas.width() + x)]);
+            const int white = Mixed(0, 255, *strength++);
             QCOMPARE(PixelOf(1, x, y), qRgb(255, white, white));
         }
     }
@@ -257,6 +259,16 @@ void TestRoundBrush::theLayerGrowsInsideTheCanvasOnly()
     QCOMPARE(m_pDocument->GetLayerGeometry(1), QRect(50, 40, 10, 10));
 }
 
+void TestRoundBrush::withASelectionTheLayerGrowsInsideIt()
+{
+    m_pDocument->AddLayer("small", DocumentFixture::Filled({10, 10}, 0xFF000000u), {50, 40});
+    SelectLayer(0);
+    Select(QRect(30, 20, 40, 50));
+    m_pBrush->StrokePath(Line({5, 45}, {55, 45}));
+    QCOMPARE(m_pDocument->GetLayerGeometry(1).left(), 30);
+    QCOMPARE(PixelOf(1, 30, 45), Red);
+}
+
 void TestRoundBrush::whatLiesBeyondTheCanvasIsPaintedToo()
 {
     m_pDocument->AddLayer("beyond", DocumentFixture::Filled({100, 40}, 0xFF000000u), {-60, 20});
@@ -307,6 +319,8 @@ void TestRoundBrush::aMaskGrowsByItsDefault()
     QCOMPARE(MaskAt(1, 30, 45), 0);
     QCOMPARE(MaskAt(1, 55, 45), 0);
     QCOMPARE(MaskAt(1, 48, 45), 255);
+    // Beside the round end, where the stroke's rectangle has a corner.
+    QCOMPARE(MaskAt(1, 45, 40), 255);
     History()->undo();
     QCOMPARE(m_pDocument->GetMaskGeometry(1), QRect(50, 40, 10, 10));
 }

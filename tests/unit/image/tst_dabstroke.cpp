@@ -95,9 +95,9 @@ void TestDabStroke::aStrokeIsTheStrongestOfItsDabs()
     QFETCH(double, spacing);
     std::mt19937 random(11);
     for (int round = 0; round < 3; ++round) {
-        std::vector<QPointF> points;
-        for (int i = 0; i < 4; ++i)
-            points.emplace_back(Pick(random, -60, 350), Pick(random, -60, 300));
+        std::vector<QPointF> points(4);
+        for (QPointF& point : points)
+            point = QPointF(Pick(random, -60, 350), Pick(random, -60, 300));
         const QRect limit(-20, -10, 300, 270);
         const DabStroke stroke(Chain(points), RoundDab(diameter, hardness), spacing, limit);
         const PlainImage expected = StrokeTwin::Picture(StrokeTwin::Middles(points, spacing),
@@ -138,9 +138,10 @@ void TestDabStroke::curvesAreWalkedAlongTheirLength()
         const int x = int(std::floor(150 + 100 * std::cos(angle)));
         const int y = int(std::floor(150 + 100 * std::sin(angle)));
         int strongest = 0;
-        for (int dy = -1; dy <= 1; ++dy)
+        for (int dy = -1; dy <= 1; ++dy) {
             for (int dx = -1; dx <= 1; ++dx)
                 strongest = std::max(strongest, StrengthAt(stroke, image, x + dx, y + dy));
+        }
         if (strongest > 40) ++found;
     }
     QCOMPARE(found, 100);
