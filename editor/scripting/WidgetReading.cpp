@@ -71,7 +71,7 @@ QStringList ActionTexts(const QMenu* menu)
 /// What the first column says, or, where it only has a picture, the others, parted by tabs.
 QString RowText(const QAbstractItemModel* model, int row)
 {
-    const QString first = model->index(row, 0).data(Qt::DisplayRole).toString();
+    QString first = model->index(row, 0).data(Qt::DisplayRole).toString();
     if (!first.isEmpty()) return first;
 
     QStringList others;

@@ -177,6 +177,7 @@ void TestTextPictures::otherThreadsDrawTheSame()
     const PlacedImage expected = TextRaster::Render(content, Canvas);
     std::vector<PlacedImage> drawn(4);
     std::vector<std::thread> threads;
+    threads.reserve(drawn.size());
     for (PlacedImage& placed : drawn)
         threads.emplace_back([&] { placed = TextRaster::Render(content, Canvas); });
     for (std::thread& thread : threads)
