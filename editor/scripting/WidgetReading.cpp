@@ -1,8 +1,10 @@
 #include "scripting/WidgetReading.h"
 
+#include "gui/HistogramWidget.h"
 #include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
 #include "gui/LXColorDlg.h"
+#include "gui/NavigatorWidget.h"
 #include "gui/NineCells.h"
 #include "gui/TransformationCenterPointControl.h"
 #include "guicore/LXMessageBox.h"
@@ -127,6 +129,17 @@ QVariant WidgetReading::Value(const QWidget* widget)
     }
     if (const auto* dialog = qobject_cast<const LXColorDlg*>(widget)) {
         return ScriptArguments::OfColor(dialog->GetColor());
+    }
+    if (const auto* histogram = qobject_cast<const HistogramWidget*>(widget)) {
+        return QVariantMap{{QStringLiteral("first"), histogram->GetFirstLevel()},
+                           {QStringLiteral("last"), histogram->GetLastLevel()}};
+    }
+    if (const auto* navigator = qobject_cast<const NavigatorWidget*>(widget)) {
+        const QRectF part = navigator->GetViewRect();
+        return QVariantMap{{QStringLiteral("x"), part.x()},
+                           {QStringLiteral("y"), part.y()},
+                           {QStringLiteral("width"), part.width()},
+                           {QStringLiteral("height"), part.height()}};
     }
     return widget->property("value");
 }

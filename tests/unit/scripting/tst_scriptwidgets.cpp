@@ -1,6 +1,8 @@
 #include "app/MainWindow.h"
+#include "gui/HistogramWidget.h"
 #include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
+#include "gui/NavigatorWidget.h"
 #include "gui/TransformationCenterPointControl.h"
 #include "support/EditorScriptFixture.h"
 #include "support/TestRegistry.h"
@@ -36,6 +38,7 @@ private slots:
     void checkMarksAreSetByClicks();
     void colorsAreReadAndChosen();
     void cellsAreReadAndChosen();
+    void theFrameOfANavigatorAndTheLevelsOfAHistogramAreRead();
     void valuesAreTypedIntoSpinBoxes();
     void aSliderIsDragged();
     void fieldsAreTypedOver();
@@ -416,6 +419,32 @@ void TestScriptWidgets::cellsAreReadAndChosen()
     QCOMPARE(anchor->GetState(), LXAnchorSelection::Bottom);
     QCOMPARE(center->GetState(), TransformationCenterPointControl::BottomRight);
     QCOMPARE(changed.count(), 1);
+}
+
+void TestScriptWidgets::theFrameOfANavigatorAndTheLevelsOfAHistogramAreRead()
+{
+    EditorScriptFixture editor(40, 30);
+    QDialog window(editor.Window());
+    auto* layout = new QVBoxLayout(&window);
+    auto* navigator = new NavigatorWidget(&window);
+    auto* histogram = new HistogramWidget(&window);
+    layout->addWidget(navigator);
+    layout->addWidget(histogram);
+    navigator->SetDocument(editor.Document(), nullptr);
+    navigator->SetViewRect(QRectF(3, 4, 20.5, 10));
+    histogram->SetDocument(editor.Document());
+    window.show();
+    editor.Check(R"(
+        expect.equal(widgets.find("NavigatorWidget").value, { x: 3, y: 4, width: 20.5, height: 10 })
+        const histogram = widgets.find("HistogramWidget")
+        expect.equal(histogram.value, { first: 0, last: 255 })
+        histogram.focus()
+        input.key("Home")
+        input.key("Shift+Right")
+        expect.equal(histogram.value, { first: 0, last: 1 })
+        input.key("Esc")
+        expect.equal(histogram.value, { first: 0, last: 255 })
+    )");
 }
 
 #include "tst_scriptwidgets.moc"
