@@ -17,7 +17,7 @@ QString ThemeName(const QPixmap& pixmap)
     const QDir theme(QDir::searchPaths(QStringLiteral("theme")).value(0));
     const QStringList files = theme.entryList({QStringLiteral("*cur*.png")}, QDir::Files, QDir::Name);
     for (const QString& file : files) {
-        const QString base = file.left(file.lastIndexOf('.'));
+        QString base = file.left(file.lastIndexOf('.'));
         if (!ThemeNames::IsCursor(base)) continue;
         const QString name = QStringLiteral("theme:") + file;
         const QPixmap candidate = ZKIconHelper::ThemePixmap(name, pixmap.devicePixelRatio());

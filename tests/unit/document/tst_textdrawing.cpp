@@ -286,6 +286,7 @@ void TestTextDrawing::otherThreadsDrawTheSame()
     const QImage expected = Coverage(TextRaster::Render(content, Canvas));
     std::vector<QImage> drawn(4);
     std::vector<std::thread> threads;
+    threads.reserve(drawn.size());
     for (QImage& image : drawn)
         threads.emplace_back([&] { image = Coverage(TextRaster::Render(content, Canvas)); });
     for (std::thread& thread : threads)
