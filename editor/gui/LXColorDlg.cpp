@@ -68,7 +68,6 @@ void LXColorDlgPrivate::SetUp()
 {
     m_Ui.setupUi(m_pDialog);
     m_pDialog->layout()->setSizeConstraint(QLayout::SetFixedSize);
-    m_Ui.m_pRecentLst->SetColors(RecentColors::Read());
     ConnectFields();
     ConnectNumbers();
     ShowAlphaControls();
@@ -132,6 +131,9 @@ void LXColorDlgPrivate::ShowAlphaControls()
     for (QWidget* control :
          std::initializer_list<QWidget*>{m_Ui.m_pAlphaLbl, m_Ui.m_pAlphaSldr, m_Ui.m_pAlphaSpn})
         control->setVisible(m_bAlpha);
+    // Two that differ in nothing but an alpha would be one color here, and the arrow keys stay at the first.
+    const QList<QColor> recent = RecentColors::Read();
+    m_Ui.m_pRecentLst->SetColors(m_bAlpha ? recent : RecentColors::Opaque(recent));
     m_Ui.m_pHexEdt->setToolTip(m_bAlpha ? LXColorDlg::tr("The color as #AARRGGBB")
                                         : LXColorDlg::tr("The color as #RRGGBB"));
 }

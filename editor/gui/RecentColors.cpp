@@ -36,3 +36,13 @@ QList<QColor> RecentColors::WithFirst(QList<QColor> colors, const QColor& color)
     colors.prepend(color);
     return colors.mid(0, Most);
 }
+
+QList<QColor> RecentColors::Opaque(const QList<QColor>& colors)
+{
+    QList<QColor> opaque;
+    for (const QColor& color : colors) {
+        const QColor plain(color.rgb());
+        if (!opaque.contains(plain)) opaque.append(plain);
+    }
+    return opaque;
+}

@@ -15,4 +15,7 @@ void Add(const QColor& color);
 
 /// The list with the color in front, once, and not longer than Most.
 QList<QColor> WithFirst(QList<QColor> colors, const QColor& color);
+
+/// The list without alpha, each color once.
+QList<QColor> Opaque(const QList<QColor>& colors);
 } // namespace RecentColors

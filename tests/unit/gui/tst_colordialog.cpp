@@ -41,6 +41,7 @@ private slots:
     void previewsHearOnlyWhatAPersonDoes();
     void enterAcceptsFromEverywhere_data();
     void enterAcceptsFromEverywhere();
+    void arrowsPassRecentColorsThatDifferInAlphaOnly();
     void escapeRejects();
     void wrongTextKeepsTheDialogOpen();
     void wrongTextIsForgottenWhenItIsLeft();
@@ -286,6 +287,30 @@ void TestColorDialog::enterAcceptsFromEverywhere()
     QVERIFY(!m_pDialog->isVisible());
     QCOMPARE(m_pDialog->GetColor(), QColor(1, 2, 3));
     QCOMPARE(RecentColors::Read(), (QList<QColor>{QColor(1, 2, 3), Qt::red}));
+}
+
+void TestColorDialog::arrowsPassRecentColorsThatDifferInAlphaOnly()
+{
+    RecentColors::Add(Qt::green);
+    RecentColors::Add(QColor(255, 0, 0, 128));
+    RecentColors::Add(Qt::red);
+    m_pDialog = std::make_unique<LXColorDlg>();
+    m_pDialog->SetColor(Qt::red);
+    Show();
+    auto* recent = Find<QListWidget>("m_pRecentLst");
+    QCOMPARE(recent->count(), 2);
+    recent->setFocus();
+    m_Input.Key(Qt::Key_Right);
+    QCOMPARE(m_pDialog->GetColor(), QColor(Qt::green).toRgb());
+
+    m_pDialog->SetAlphaEnabled(true);
+    QCOMPARE(recent->count(), 3);
+    m_pDialog->SetColor(Qt::red);
+    recent->setFocus();
+    m_Input.Key(Qt::Key_Right);
+    QCOMPARE(m_pDialog->GetColor(), QColor(255, 0, 0, 128));
+    m_Input.Key(Qt::Key_Right);
+    QCOMPARE(m_pDialog->GetColor(), QColor(Qt::green).toRgb());
 }
 
 void TestColorDialog::escapeRejects()
