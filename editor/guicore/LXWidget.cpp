@@ -84,8 +84,11 @@ void LXWidgetPrivate::FocusContents()
 
 void LXWidgetPrivate::FitToContents()
 {
+    if (!m_pWidget->isWindow() || m_bResizable) return;
+    // Contents that were placed by hand want nothing.
+    const QSize wanted = m_pWidget->sizeHint();
     // Not adjustSize(), which leaves windows whose contents could grow larger than they need.
-    if (m_pWidget->isWindow() && !m_bResizable) m_pWidget->resize(m_pWidget->sizeHint());
+    if (!wanted.isEmpty()) m_pWidget->resize(wanted);
 }
 
 LXWidget::LXWidget(QWidget* parent, Qt::WindowFlags flags)

@@ -28,6 +28,7 @@ private slots:
     void aTitleThatIsNotMovableStays();
     void theGripResizes();
     void withoutResizingTheWindowHasTheSizeOfItsContents();
+    void contentsPlacedByHandKeepTheSizeOfTheWindow();
     void theButtonCloses_data();
     void theButtonCloses();
     void aPopupClosesOnAPressOutside();
@@ -196,6 +197,22 @@ void TestWidget::withoutResizingTheWindowHasTheSizeOfItsContents()
     QCoreApplication::processEvents();
     QCOMPARE(m_pWidget->size(), m_pWidget->sizeHint());
     QVERIFY(m_pWidget->width() < 300);
+}
+
+void TestWidget::contentsPlacedByHandKeepTheSizeOfTheWindow()
+{
+    LXWidget widget;
+    QPushButton button("Rubber band", &widget);
+    button.setGeometry(20, 30, 100, 24);
+    widget.SetTitleBarVisible(false);
+    widget.resize(200, 150);
+    widget.SetResizable(false);
+    widget.show();
+    QVERIFY(QTest::qWaitForWindowActive(&widget));
+    QCOMPARE(widget.size(), QSize(200, 150));
+    widget.SetTitleBarVisible(true);
+    widget.setWindowTitle("Pen options");
+    QCOMPARE(widget.size(), QSize(200, 150));
 }
 
 void TestWidget::theButtonCloses_data()
