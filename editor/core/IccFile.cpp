@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace {
@@ -58,6 +59,11 @@ ZKCMSProfile IccFile::Read(const QString& file, QString* message)
 {
     QFile device(file);
     const QString shown = QDir::toNativeSeparators(file);
+    // A pipe or a device would be waited for, or read without end.
+    if (QFileInfo info(file); info.exists() && !info.isFile()) {
+        *message = Tr("The color profile “%1” isn't a file.").arg(shown);
+        return ZKCMSProfile();
+    }
     if (!device.open(QIODevice::ReadOnly)) {
         *message = Tr("The color profile “%1” can't be read: %2").arg(shown, device.errorString());
         return ZKCMSProfile();

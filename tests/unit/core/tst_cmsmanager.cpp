@@ -38,6 +38,7 @@ private slots:
     void aFileIsTakenOnce();
     void aFileThatIsNoProfileTellsWhy_data();
     void aFileThatIsNoProfileTellsWhy();
+    void whatIsNoFileIsNotRead();
     void anIndexStaysWhatItIs();
     void theWorkingProfileIsTold();
     void theScreenIsSRgbAtFirst();
@@ -141,6 +142,16 @@ void TestCmsManager::aFileThatIsNoProfileTellsWhy()
     QCOMPARE(m_pManager->AddRGBProfile(m_Folder.filePath("gone.icc"), &message), -1);
     QVERIFY2(message.contains("gone.icc” can't be read"), qPrintable(message));
     QCOMPARE(m_pManager->GetRGBProfileCount(), count);
+}
+
+void TestCmsManager::whatIsNoFileIsNotRead()
+{
+    // The like of them never come to an end.
+    for (const QString& place : {QStringLiteral("/dev/null"), m_Folder.path()}) {
+        QString message;
+        QCOMPARE(m_pManager->AddRGBProfile(place, &message), -1);
+        QVERIFY2(message.contains(place) && message.endsWith("isn't a file."), qPrintable(message));
+    }
 }
 
 void TestCmsManager::anIndexStaysWhatItIs()
