@@ -4,11 +4,15 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <vector>
 
 namespace {
-constexpr cmsUInt32Number Intent = INTENT_RELATIVE_COLORIMETRIC;
+constexpr cmsUInt32Number Intents[] = {INTENT_RELATIVE_COLORIMETRIC, INTENT_PERCEPTUAL};
+/// Of a name that people can still read in a list.
+constexpr int LongestName = 100;
 
 /// The library stamps what it makes with the time; equal profiles have equal bytes.
 void PutFixedDate(QByteArray& icc)
@@ -54,10 +58,12 @@ bool CanTransform(void* profile, bool isTarget)
     const IccHandle other(cmsCreate_sRGBProfile());
     void* from = isTarget ? other.get() : profile;
     void* to = isTarget ? profile : other.get();
-    void* transform = cmsCreateTransform(from, TYPE_RGB_8, to, TYPE_RGB_8, Intent, cmsFLAGS_NOOPTIMIZE);
-    if (!transform) return false;
-    cmsDeleteTransform(transform);
-    return true;
+    // Each intent has tables of its own.
+    return std::all_of(std::begin(Intents), std::end(Intents), [=](cmsUInt32Number intent) {
+        void* transform = cmsCreateTransform(from, TYPE_RGB_8, to, TYPE_RGB_8, intent, cmsFLAGS_NOOPTIMIZE);
+        if (transform) cmsDeleteTransform(transform);
+        return transform != nullptr;
+    });
 }
 } // namespace
 
@@ -96,5 +102,6 @@ QString ZKCMSProfile::GetDescription() const
     // With one more for the end, which not every profile has room for.
     std::vector<wchar_t> name(bytes / sizeof(wchar_t) + 1, L'\0');
     cmsGetProfileInfo(profile.get(), cmsInfoDescription, "en", "US", name.data(), bytes);
-    return QString::fromWCharArray(name.data()).simplified();
+    const QString whole = QString::fromWCharArray(name.data()).simplified();
+    return whole.size() <= LongestName ? whole : whole.left(LongestName - 1) + QChar(0x2026);
 }

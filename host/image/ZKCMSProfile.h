@@ -45,7 +45,7 @@ public:
     /// scanners often only tell what their colors are.
     bool IsTarget() const;
 
-    /// The name that the profile gives itself; empty without one.
+    /// The name that the profile gives itself, cut down to 100 characters; empty without one.
     QString GetDescription() const;
 
     friend bool operator==(const ZKCMSProfile& a, const ZKCMSProfile& b) { return a.m_Data == b.m_Data; }

@@ -4,8 +4,22 @@
 #include "support/TestRegistry.h"
 
 #include <QTest>
+#include <QtEndian>
 
 using namespace IccProfiles;
+
+namespace {
+/// A profile that gives itself this name.
+ZKCMSProfile Named(const QString& name)
+{
+    cmsHPROFILE profile = cmsCreate_sRGBProfile();
+    cmsMLU* text = cmsMLUalloc(nullptr, 1);
+    cmsMLUsetWide(text, "en", "US", name.toStdWString().c_str());
+    cmsWriteTag(profile, cmsSigProfileDescriptionTag, text);
+    cmsMLUfree(text);
+    return Bytes(profile);
+}
+} // namespace
 
 /// What a profile tells of itself.
 class TestCmsProfile : public QObject
@@ -18,6 +32,8 @@ private slots:
     void theKindIsWhatTheLibraryCanUse();
     void cutOffProfilesAreDamagedOrWhole();
     void theNameIsTheProfilesOwn();
+    void aNameWithoutEndIsCut();
+    void theTablesOfBothIntentsAreWhole();
     void aProfileOfACameraIsNoTarget();
 };
 
@@ -75,6 +91,27 @@ void TestCmsProfile::theNameIsTheProfilesOwn()
     QCOMPARE(AdobeRgb().GetDescription(), QString("Adobe RGB"));
     QCOMPARE(ZKCMSProfile().GetDescription(), QString());
     QCOMPARE(ZKCMSProfile("no profile").GetDescription(), QString());
+}
+
+void TestCmsProfile::aNameWithoutEndIsCut()
+{
+    const QString longest(100, QChar('x'));
+    QCOMPARE(Named(longest).GetDescription(), longest);
+    QCOMPARE(Named(longest + "yz").GetDescription(), longest.left(99) + "…");
+    QCOMPARE(Named(QString(60000, QChar('x'))).GetDescription().size(), 100);
+}
+
+void TestCmsProfile::theTablesOfBothIntentsAreWhole()
+{
+    for (const char* tag : {"A2B0", "A2B1"}) {
+        QByteArray icc = OnlyReadable().GetData();
+        constexpr int headerBytes = 128;
+        const int entry = icc.indexOf(tag, headerBytes);
+        QVERIFY(entry > 0);
+        const auto table = int(qFromBigEndian<quint32>(icc.constData() + entry + 4));
+        icc.replace(table, 4, "none");
+        QCOMPARE(ZKCMSProfile(icc).GetKind(), ZKCMSProfile::Kind::Damaged);
+    }
 }
 
 void TestCmsProfile::aProfileOfACameraIsNoTarget()
