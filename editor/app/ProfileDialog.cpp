@@ -68,12 +68,15 @@ QString ProfileDialog::NameOf(const ZKCMSProfile& profile)
 void ProfileDialog::ListProfiles()
 {
     const ZKCMSManager* manager = ZKCMSManager::GetInstance();
+    // What was chosen stays so; the list only grows.
+    const QVariant chosen = m_pUi->m_pProfileCmb->currentData();
     m_pUi->m_pProfileCmb->clear();
     if (m_Purpose == Purpose::Assign) m_pUi->m_pProfileCmb->addItem(NameOf(ZKCMSProfile()), NoProfile);
     for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
         if (m_Purpose == Purpose::Convert && !manager->GetRGBProfile(index).IsTarget()) continue;
         m_pUi->m_pProfileCmb->addItem(manager->GetRGBProfileName(index), index);
     }
+    if (chosen.isValid()) m_pUi->m_pProfileCmb->setCurrentIndex(m_pUi->m_pProfileCmb->findData(chosen));
 }
 
 void ProfileDialog::AskForFile()

@@ -2,6 +2,8 @@
 #include "app/PreferencesDialog.h"
 #include "app/ProfileDialog.h"
 #include "core/ZKCMSManager.h"
+#include "guicore/LXMessageBox.h"
+#include "scripting/InputDriver.h"
 #include "support/FileFolder.h"
 #include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
@@ -31,6 +33,7 @@ private slots:
     void aFileIsAddedToBothListsOnce();
     void assigningOffersNoneAndConvertingDoesNot();
     void theDialogAnswersWhatIsChosen();
+    void aFileThatIsRefusedLeavesTheChoice();
     void aProfileIsNamedForPeople();
 
 private:
@@ -181,6 +184,22 @@ void TestColorPreferences::theDialogAnswersWhatIsChosen()
     dialog.findChild<QComboBox*>("m_pIntentCmb")->setCurrentIndex(1);
     dialog.findChild<QCheckBox*>("m_pBlackPointChb")->setChecked(false);
     QVERIFY((dialog.GetRendering() == ZKCMSRendering{ZKCMSRendering::Intent::Perceptual, false}));
+}
+
+void TestColorPreferences::aFileThatIsRefusedLeavesTheChoice()
+{
+    ProfileDialog dialog(ProfileDialog::Purpose::Convert, ZKCMSProfile(), nullptr);
+    dialog.ChooseFile(WideFile());
+    QCOMPARE(dialog.GetProfile(), WideRgb());
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    InputDriver input;
+    for (const ZKCMSProfile& refused : {OnlyReadable(), Gray()}) {
+        input.WhenModalShows<LXMessageBox>([&input](LXMessageBox*) { input.Key(Qt::Key_Escape); });
+        dialog.ChooseFile(m_Folder.Write("refused.icc", refused.GetData()));
+        QCOMPARE(input.CountWaitingActions(), 0);
+        QCOMPARE(dialog.GetProfile(), WideRgb());
+    }
 }
 
 void TestColorPreferences::aProfileIsNamedForPeople()
