@@ -65,6 +65,8 @@ private slots:
     void everyFormatGivesBackTheBytes();
     void aProfileOfTablesIsKeptOrTheLossIsTold_data();
     void aProfileOfTablesIsKeptOrTheLossIsTold();
+    void aFileOfAnotherProgramKeepsAProfileOfTables_data();
+    void aFileOfAnotherProgramKeepsAProfileOfTables();
     void copiesOfDocumentsHaveTheProfile();
     void aBadProfileIsToldAndLosesNoPixel_data();
     void aBadProfileIsToldAndLosesNoPixel();
@@ -128,6 +130,31 @@ void TestColorProfiles::aProfileOfTablesIsKeptOrTheLossIsTold()
     QCOMPARE(read.picture.iccProfile == icc, PictureFile::KeepsProfile(kind, icc));
     QCOMPARE(PictureFile::KeepsProfile(kind, icc), kind == Format::Png || kind == Format::Jpeg);
     QVERIFY(PictureFile::KeepsProfile(kind, QByteArray()));
+}
+
+void TestColorProfiles::aFileOfAnotherProgramKeepsAProfileOfTables_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::newRow("TIFF") << int(Format::Tiff);
+    QTest::newRow("WebP") << int(Format::Webp);
+}
+
+void TestColorProfiles::aFileOfAnotherProgramKeepsAProfileOfTables()
+{
+    QFETCH(int, format);
+    // Written with one that can be, which then gives its place to one of tables.
+    const QByteArray tables = OnlyReadable().GetData();
+    const QByteArray curves = AdobeRgb().GetData().leftJustified(tables.size(), 'x');
+    QCOMPARE(curves.size(), tables.size());
+    QVERIFY(PictureFile::WritePicture(m_Folder.Path("t"), static_cast<Format>(format), PictureWith(curves))
+                .IsOk());
+    QByteArray bytes = m_Folder.Read("t");
+    QCOMPARE(bytes.count(curves), 1);
+    const QString path = m_Folder.Write("t", bytes.replace(curves, tables));
+    const PictureFile::ReadResult read = PictureFile::ReadPicture(path);
+    QVERIFY(read.outcome.IsOk());
+    QCOMPARE(read.picture.iccProfile, tables);
+    QCOMPARE(read.picture.profileProblem, QString());
 }
 
 void TestColorProfiles::copiesOfDocumentsHaveTheProfile()
