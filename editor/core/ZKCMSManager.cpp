@@ -194,3 +194,8 @@ ZKCMSTransform ZKCMSManager::ToDisplay(const ZKCMSProfile& profile) const
 {
     return m_pPrivate->ToDisplay(profile);
 }
+
+ZKCMSTransform ZKCMSManager::OwnToDisplay() const
+{
+    return ToDisplay(GetRGBProfile(GetWorkingRGBIndex()));
+}

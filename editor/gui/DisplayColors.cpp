@@ -25,12 +25,6 @@ ZKCMSTransform ToScreen(const LXDocumentInterface* document)
 {
     return ZKCMSManager::GetInstance()->ToDisplay(document ? document->GetICCProfile() : ZKCMSProfile());
 }
-
-ZKCMSTransform OwnToScreen()
-{
-    const ZKCMSManager* manager = ZKCMSManager::GetInstance();
-    return manager->ToDisplay(manager->GetRGBProfile(manager->GetWorkingRGBIndex()));
-}
 } // namespace
 
 void DisplayColors::Convert(const ZKCMSTransform& toScreen, QImage& image, const QRect& part)
@@ -65,13 +59,13 @@ QColor DisplayColors::Shown(const LXDocumentInterface* document, const QColor& c
 QColor DisplayColors::ShownOwn(const QColor& color)
 {
     QColor shown = color;
-    OwnToScreen()(shown);
+    ZKCMSManager::GetInstance()->OwnToDisplay()(shown);
     return shown;
 }
 
 QImage DisplayColors::ShownOwn(const QImage& picture)
 {
     QImage shown = picture;
-    Convert(OwnToScreen(), shown, shown.rect());
+    Convert(ZKCMSManager::GetInstance()->OwnToDisplay(), shown, shown.rect());
     return shown;
 }

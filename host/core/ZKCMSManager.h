@@ -55,6 +55,8 @@ public:
     /// From a profile, such as a document's, to the screen's; empty between equals. None and a damaged one
     /// count as sRGB.
     ZKCMSTransform ToDisplay(const ZKCMSProfile& profile) const;
+    /// From the working profile, for the program's own colors.
+    ZKCMSTransform OwnToDisplay() const;
 
 signals:
     void WorkingProfileChanged();

@@ -5,7 +5,8 @@
 #include <QColor>
 
 /// A combo box of colors: each row shows its color and tells it as "#RRGGBB", or as "#AARRGGBB" when it is
-/// translucent. Main thread only.
+/// translucent. Colors are the program's own: what is shown follows the screen, what is told doesn't. Main
+/// thread only.
 class ZK_HOST_EXPORT LXColorComboBox : public LXCommonComboBox
 {
     Q_OBJECT
@@ -22,4 +23,7 @@ public:
 
     /// The first row of this color, all four channels compared; -1 if absent.
     int FindColor(const QColor& color) const;
+
+private:
+    void ShowColors();
 };

@@ -43,6 +43,7 @@ private slots:
     void theWorkingProfileIsTold();
     void theScreenIsSRgbAtFirst();
     void toTheScreenFollowsItsProfile();
+    void ownColorsComeFromTheWorkingProfile();
     void aScreenWithoutAProfileIsSRgb();
 
 private:
@@ -205,6 +206,19 @@ void TestCmsManager::toTheScreenFollowsItsProfile()
     QCOMPARE(changed.count(), 2);
     m_pManager->SetDisplay(adobe, {ZKCMSRendering::Intent::Perceptual, true});
     QCOMPARE(changed.count(), 2);
+}
+
+void TestCmsManager::ownColorsComeFromTheWorkingProfile()
+{
+    QVERIFY(m_pManager->OwnToDisplay().IsEmpty());
+    const int adobe = m_pManager->FindRGBProfile("Adobe RGB");
+    m_pManager->SetWorkingRGBIndex(adobe);
+    QColor shown(200, 90, 40);
+    m_pManager->OwnToDisplay()(shown);
+    QColor expected(200, 90, 40);
+    ZKCMSTransform(m_pManager->GetRGBProfile(adobe), ZKCMSProfile::SRGB())(expected);
+    QCOMPARE(shown, expected);
+    QVERIFY(shown.rgb() != qRgb(200, 90, 40));
 }
 
 void TestCmsManager::aScreenWithoutAProfileIsSRgb()

@@ -1,5 +1,7 @@
+#include "core/ZKCMSManager.h"
 #include "guicore/LXColorComboBox.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
 #include <QAbstractItemView>
@@ -14,6 +16,7 @@ class TestColorComboBox : public QObject
 
 private slots:
     void rowsShowAndTellTheirColors();
+    void rowsFollowTheScreenAndTellTheirOwn();
     void aColorIsFoundByAllFourChannels();
     void aColorOfAnotherModelIsFound();
     void theSameColorTwiceIsFoundFirst();
@@ -36,6 +39,31 @@ void TestColorComboBox::rowsShowAndTellTheirColors()
     QCOMPARE(box.GetColor(1), QColor(0, 16, 255, 128));
     const QImage icon = box.itemIcon(0).pixmap(box.iconSize()).toImage();
     QCOMPARE(icon.pixelColor(icon.rect().center()), QColor(255, 0, 0));
+}
+
+void TestColorComboBox::rowsFollowTheScreenAndTellTheirOwn()
+{
+    const QColor color(200, 90, 40);
+    QColor shown = color;
+    ZKCMSTransform(ZKCMSProfile::SRGB(), IccProfiles::AdobeRgb())(shown);
+    QVERIFY(shown.rgb() != color.rgb());
+
+    LXColorComboBox box;
+    const auto middleOf = [&box](int row) {
+        const QImage icon = box.itemIcon(row).pixmap(box.iconSize()).toImage();
+        return QColor(icon.pixel(icon.rect().center())).name();
+    };
+    box.AddColor(color);
+    ZKCMSManager::GetInstance()->SetDisplay(IccProfiles::AdobeRgb(), {});
+    box.AddColor(color);
+    QCOMPARE(middleOf(0), shown.name());
+    QCOMPARE(middleOf(1), shown.name());
+    QCOMPARE(box.itemText(1), QString("#C85A28"));
+    QCOMPARE(box.FindColor(color), 0);
+    QCOMPARE(box.GetColor(1), color);
+
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
+    QCOMPARE(middleOf(0), color.name());
 }
 
 void TestColorComboBox::aColorIsFoundByAllFourChannels()
