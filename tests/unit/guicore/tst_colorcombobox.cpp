@@ -25,6 +25,7 @@ private slots:
     void theListIsAsWideAsItsLongestRow();
     void theListKeepsAMinimumThatItWasGiven();
     void theListStaysInsideTheScreen();
+    void theListOfABoxThatIsWrittenInIsAsWide();
 };
 
 void TestColorComboBox::rowsShowAndTellTheirColors()
@@ -166,6 +167,23 @@ void TestColorComboBox::theListStaysInsideTheScreen()
     const QWidget* list = box.view()->window();
     QVERIFY(list->width() > 200);
     QVERIFY(available.contains(list->geometry()));
+    box.hidePopup();
+}
+
+void TestColorComboBox::theListOfABoxThatIsWrittenInIsAsWide()
+{
+    // The style makes the list of such a box no wider than the box.
+    LXCommonComboBox box;
+    box.setEditable(true);
+    box.addItems({"short", "a row that is a good deal longer than the box is wide"});
+    box.setFixedWidth(60);
+    const QRect available = box.screen()->availableGeometry();
+    box.move(available.right() - 60, available.top() + 10);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    box.showPopup();
+    QVERIFY(box.view()->viewport()->width() >= box.view()->sizeHintForColumn(0));
+    QVERIFY(available.contains(box.view()->window()->geometry()));
     box.hidePopup();
 }
 
