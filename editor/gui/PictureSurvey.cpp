@@ -55,6 +55,7 @@ void PictureSurvey::Restart()
     m_StaleCount = m_Grid.width() * m_Grid.height();
     m_Stale.assign(std::size_t(m_StaleCount), true);
     m_Next = 0;
+    m_Running.clear();
     emit Restarted();
     Ask();
 }
@@ -101,8 +102,9 @@ void PictureSurvey::MarkStale(const QRect& docRect)
 void PictureSurvey::Proceed()
 {
     if (!m_bAsked || !m_bSeen || m_IsRunningWanted) return;
+    Batch batch;
     try {
-        const Batch batch = TakeBatch();
+        FillBatch(batch);
         if (batch.tiles.empty()) {
             m_bAsked = false;
             emit Finished();
@@ -113,13 +115,14 @@ void PictureSurvey::Proceed()
         m_IsRunningWanted = std::make_shared<std::atomic<bool>>(true);
         m_Worker.setFuture(QtConcurrent::run(&PictureSurvey::Run, m_Work, batch, m_IsRunningWanted));
     } catch (...) {
+        m_IsRunningWanted.reset();
+        PutBack(batch.tiles);
         Fail();
     }
 }
 
-PictureSurvey::Batch PictureSurvey::TakeBatch()
+void PictureSurvey::FillBatch(Batch& batch)
 {
-    Batch batch;
     QElapsedTimer clock;
     clock.start();
     while (m_StaleCount > 0 && int(batch.tiles.size()) < MostTiles && clock.elapsed() < MostTime)
@@ -129,7 +132,13 @@ PictureSurvey::Batch PictureSurvey::TakeBatch()
         const MergedPartReader reader(m_pDocument, QRect());
         batch.picture = *m_pDocument->GetLayerImage(0);
     }
-    return batch;
+}
+
+void PictureSurvey::PutBack(const std::vector<QPoint>& tiles)
+{
+    m_Running.clear();
+    for (const QPoint& tile : tiles)
+        MarkStale(TileWalk::TileRect(tile.x(), tile.y()));
 }
 
 /// Stale tiles of one row that stand side by side, in columns and rows; there is one.
@@ -177,8 +186,7 @@ void PictureSurvey::OnWorkerFinished()
     m_IsRunningWanted.reset();
     const std::vector<QPoint> tiles = std::exchange(m_Running, {});
     if (isWanted && outcome.hasFailed) {
-        for (const QPoint& tile : tiles)
-            MarkStale(TileWalk::TileRect(tile.x(), tile.y()));
+        PutBack(tiles);
         Fail();
         return;
     }

@@ -90,7 +90,9 @@ private:
     void OnCompositionChanged(const QRect& rect);
     void MarkStale(const QRect& docRect);
     void Proceed();
-    Batch TakeBatch();
+    void FillBatch(Batch& batch);
+    /// What was taken and won't be delivered is stale as before.
+    void PutBack(const std::vector<QPoint>& tiles);
     QRect NextRun();
     void Take(const QRect& run, Batch& batch);
     void OnWorkerFinished();

@@ -71,6 +71,7 @@ private slots:
     void anotherCanvasBeginsAnew();
     void failedTilesComeAgainWhenAskedFor_data();
     void failedTilesComeAgainWhenAskedFor();
+    void aPictureThatCannotBeComposedIsTold_data();
     void aPictureThatCannotBeComposedIsTold();
     void itMayGoWhileTheWorkerRuns();
     void withoutADocumentNothingHappens();
@@ -230,7 +231,9 @@ void TestPictureSurvey::anotherDocumentAbandonsWhatIsUnderWay()
     gate.WaitUntilReached();
     const auto other = MakeDocument({10, 10}, Qt::blue);
     m_pSurvey->Follow(other.get(), Noting());
+    const double share = m_pSurvey->DeliveredShare();
     gate.Open();
+    QCOMPARE(share, 0.0);
     QVERIFY(WaitUntilFinished());
     QCOMPARE(Delivered(), QVector<QPoint>({{0, 0}}));
 }
@@ -289,14 +292,25 @@ void TestPictureSurvey::failedTilesComeAgainWhenAskedFor()
     QCOMPARE(Delivered().size(), 6);
 }
 
+void TestPictureSurvey::aPictureThatCannotBeComposedIsTold_data()
+{
+    QTest::addColumn<int>("tile");
+    // Three tiles are composed together: those of the first row are good when the second one fails.
+    for (const int tile : {1, 4, 6})
+        QTest::addRow("tile %d", tile) << tile;
+}
+
 void TestPictureSurvey::aPictureThatCannotBeComposedIsTold()
 {
+    QFETCH(const int, tile);
     m_pDocument->AddLayer("Above", MakeImage({300, 200}, [](int x, int) { return qRgba(x, 0, 0, 128); }),
                           QPoint(0, 0));
-    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, tile);
     m_pSurvey->Follow(m_pDocument.get(), Noting());
     QSignalSpy failed(m_pSurvey.get(), &PictureSurvey::Failed);
     QVERIFY(failed.wait(Limit));
+    QVERIFY(!m_pSurvey->IsUnderWay());
+    QCOMPARE(m_pSurvey->DeliveredShare(), 0.0);
     m_pSurvey->Ask();
     QVERIFY(WaitUntilFinished());
     QCOMPARE(Delivered().size(), 6);
