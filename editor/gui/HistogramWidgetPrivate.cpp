@@ -154,7 +154,9 @@ int HistogramWidgetPrivate::LevelAt(int x) const
 void HistogramWidgetPrivate::OnRestarted()
 {
     m_Since.start();
-    if (!HasDocument()) SetLevel(std::nullopt);
+    if (HasDocument()) return;
+    AbortDrag();
+    SetLevel(std::nullopt);
 }
 
 void HistogramWidgetPrivate::OnCountsChanged()

@@ -45,6 +45,7 @@ private slots:
     void anotherDocumentBeginsAnew();
     void anotherCanvasIsCountedAnew();
     void aDocumentThatGoesLeavesNothing();
+    void aDocumentThatGoesEndsADrag();
     void withoutADocumentNothingIsTold();
     void thePointerTellsOfItsLevel();
     void numbersFollowTheCountsUnderThePointer();
@@ -230,6 +231,19 @@ void TestHistogramWidget::aDocumentThatGoesLeavesNothing()
     QVERIFY(WaitUntilCounted());
     QCOMPARE(Take(*m_pCount), QVector<int>({0}));
     QCOMPARE(m_pNoStats->count(), 1);
+}
+
+void TestHistogramWidget::aDocumentThatGoesEndsADrag()
+{
+    m_pHistogram->SetLevelRange(3, 4);
+    InputDriver input;
+    input.Press(m_pHistogram.get(), PointOf(20));
+    input.Move(m_pHistogram.get(), PointOf(29));
+    m_pDocument.reset();
+    QCOMPARE(Take(*m_pRange), QVector<int>({3, 4}));
+    input.Move(m_pHistogram.get(), PointOf(60));
+    input.Release(m_pHistogram.get(), PointOf(60));
+    QCOMPARE(m_pRange->count(), 0);
 }
 
 void TestHistogramWidget::withoutADocumentNothingIsTold()
