@@ -1,8 +1,10 @@
+#include "core/ZKCMSManager.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/MergedPartReader.h"
 #include "gui/CameraView.h"
 #include "gui/CameraView_p.h"
+#include "gui/DisplayColors.h"
 #include "gui/ShownColors.h"
 #include "gui/TileReduction.h"
 
@@ -37,7 +39,11 @@ double GridStrength(double scale)
 }
 } // namespace
 
-CameraViewPrivate::CameraViewPrivate(CameraView* view) : m_pView(view) {}
+CameraViewPrivate::CameraViewPrivate(CameraView* view) : m_pView(view)
+{
+    connect(ZKCMSManager::GetInstance(), &ZKCMSManager::DisplayChanged, this,
+            &CameraViewPrivate::UpdateColors);
+}
 
 void CameraViewPrivate::SetSource(LXDocumentInterface* document, unsigned int id, const LXImage32& image)
 {
@@ -45,8 +51,11 @@ void CameraViewPrivate::SetSource(LXDocumentInterface* document, unsigned int id
     m_pDocument = document;
     m_Id = id;
     m_Image = image;
-    if (document) connect(document, &QObject::destroyed, this, &CameraViewPrivate::Invalidate);
-    Invalidate();
+    if (document) {
+        connect(document, &QObject::destroyed, this, &CameraViewPrivate::Invalidate);
+        connect(document, &LXDocumentInterface::ICCProfileChanged, this, &CameraViewPrivate::UpdateColors);
+    }
+    UpdateColors();
 }
 
 void CameraViewPrivate::SetScale(double scale)
@@ -105,6 +114,13 @@ void CameraViewPrivate::UpdateLook()
     Invalidate();
 }
 
+void CameraViewPrivate::UpdateColors()
+{
+    m_ToScreen = ZKCMSManager::GetInstance()->ToDisplay(m_pDocument ? m_pDocument->GetICCProfile()
+                                                                    : m_Image.m_Profile);
+    Invalidate();
+}
+
 const QImage& CameraViewPrivate::Shown()
 {
     const double ratio = m_pView->devicePixelRatioF();
@@ -155,7 +171,11 @@ Magnifier CameraViewPrivate::Glass() const
 QImage CameraViewPrivate::ReadPixels(const QRect& docRect) const
 {
     QImage pixels = m_pDocument ? ReadDocument(docRect) : ReadPicture(&m_Image, QPoint(0, 0), docRect);
-    ToShownColors(pixels, m_pTransform.get());
+    if (m_pTransform) {
+        ToShownColors(pixels, m_pTransform.get());
+    } else {
+        DisplayColors::Convert(m_ToScreen, pixels, pixels.rect());
+    }
     return pixels;
 }
 

@@ -3,6 +3,7 @@
 #include "gui/CanvasPainter.h"
 #include "gui/Magnifier.h"
 #include "image/LXImage.h"
+#include "image/ZKCMSTransform.h"
 
 #include <QImage>
 #include <QObject>
@@ -37,6 +38,7 @@ private:
     /// What is shown has to be made anew before it is painted.
     void Invalidate();
     void UpdateLook();
+    void UpdateColors();
     const QImage& Shown();
     QImage Render() const;
 
@@ -52,8 +54,9 @@ private:
     CameraView* m_pView;
     QPointer<LXDocumentInterface> m_pDocument;
     unsigned int m_Id = 0;
-    LXImage32 m_Image; ///< shown when there is no document
-    std::shared_ptr<const LXColorTransformBase> m_pTransform;
+    LXImage32 m_Image;                                        ///< shown when there is no document
+    std::shared_ptr<const LXColorTransformBase> m_pTransform; ///< null for the profiles' own
+    ZKCMSTransform m_ToScreen;                                ///< from the source's profile
     std::optional<QPointF> m_LookPoint;
     double m_Scale = 2;
     int m_GridType = 0;

@@ -1,6 +1,8 @@
 #include "gui/NavigatorPicture.h"
 
+#include "core/ZKCMSManager.h"
 #include "document/LXDocumentInterface.h"
+#include "gui/DisplayColors.h"
 #include "gui/ScaledTileCache.h"
 #include "gui/ShownColors.h"
 #include "gui/TileReduction.h"
@@ -38,14 +40,32 @@ std::vector<NavigatorPicture::Piece> NavigatorPicture::Reduce(const PictureSurve
 NavigatorPicture::NavigatorPicture(QObject* parent) : QObject(parent), m_Survey(this)
 {
     connect(&m_Survey, &PictureSurvey::Restarted, this, &NavigatorPicture::OnRestarted);
+    connect(ZKCMSManager::GetInstance(), &ZKCMSManager::DisplayChanged, this,
+            &NavigatorPicture::FollowProfiles);
 }
 
 void NavigatorPicture::SetDocument(LXDocumentInterface* document,
                                    const std::shared_ptr<const LXColorTransformBase>& colorTransform)
 {
+    if (m_pDocument) m_pDocument->disconnect(this);
     m_pDocument = document;
-    m_pTransform = colorTransform;
     m_Image = QImage();
+    if (document)
+        connect(document, &LXDocumentInterface::ICCProfileChanged, this, &NavigatorPicture::FollowProfiles);
+    if (!colorTransform) {
+        FollowProfiles();
+        return;
+    }
+    m_pTransform = colorTransform;
+    m_ToScreen = ZKCMSTransform();
+    Follow();
+}
+
+void NavigatorPicture::FollowProfiles()
+{
+    m_pTransform.reset();
+    m_ToScreen =
+        m_pDocument ? ZKCMSManager::GetInstance()->ToDisplay(m_pDocument->GetICCProfile()) : ZKCMSTransform();
     Follow();
 }
 
@@ -59,30 +79,31 @@ void NavigatorPicture::SetLevel(int level)
 void NavigatorPicture::Follow()
 {
     m_Survey.Follow(m_pDocument,
-                    [this, level = m_Level,
-                     transform = m_pTransform](const PictureSurvey::Batch& batch) -> PictureSurvey::Delivery {
-                        return [this, pieces = Reduce(batch, level, transform.get())] { Deliver(pieces); };
+                    [this, level = m_Level, transform = m_pTransform,
+                     toScreen = m_ToScreen](const PictureSurvey::Batch& batch) -> PictureSurvey::Delivery {
+                        std::vector<Piece> pieces = Reduce(batch, level, transform.get());
+                        for (Piece& piece : pieces)
+                            DisplayColors::Convert(toScreen, piece.second, piece.second.rect());
+                        return [this, pieces = std::move(pieces)] { Deliver(pieces); };
                     });
 }
 
 void NavigatorPicture::OnRestarted()
 {
     const QSize canvas = m_Survey.GetCanvas();
-    const QSize size = ScaledTileCache::LevelSize(canvas, m_Level);
-    if (size.isEmpty()) {
-        m_Image = QImage();
-    } else if (m_Image.isNull() || canvas != m_Canvas) {
-        m_Image = QImage(size, QImage::Format_ARGB32_Premultiplied);
-        m_Image.fill(Qt::transparent);
-    } else {
-        m_Image = m_Image.scaled(size);
-    }
+    // The level may still be that of another canvas, and a large picture of a level too fine for it.
+    if (canvas != m_Canvas) m_Image = QImage();
+    if (!m_Image.isNull()) m_Image = m_Image.scaled(ScaledTileCache::LevelSize(canvas, m_Level));
     m_Canvas = canvas;
     emit Changed(QRect());
 }
 
 void NavigatorPicture::Deliver(const std::vector<Piece>& pieces)
 {
+    if (m_Image.isNull()) {
+        m_Image = QImage(ScaledTileCache::LevelSize(m_Canvas, m_Level), QImage::Format_ARGB32_Premultiplied);
+        m_Image.fill(Qt::transparent);
+    }
     QRect changed;
     QPainter painter(&m_Image);
     painter.setCompositionMode(QPainter::CompositionMode_Source);

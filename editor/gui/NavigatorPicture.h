@@ -1,6 +1,7 @@
 #pragma once
 
 #include "gui/PictureSurvey.h"
+#include "image/ZKCMSTransform.h"
 
 #include <QImage>
 
@@ -26,6 +27,8 @@ public:
 
     explicit NavigatorPicture(QObject* parent);
 
+    /// @param colorTransform  holds until the document or the screen gets another profile; from then on, and
+    ///                        with null, it is the way from the one to the other
     void SetDocument(LXDocumentInterface* document,
                      const std::shared_ptr<const LXColorTransformBase>& colorTransform);
 
@@ -37,7 +40,7 @@ public:
 
     const PictureSurvey& Survey() const { return m_Survey; }
 
-    /// Premultiplied, transparent where nothing was delivered yet; null without a document.
+    /// Premultiplied, transparent where nothing was delivered yet; null before anything was.
     const QImage& Image() const { return m_Image; }
 
     /// Document pixels for each pixel of the image.
@@ -49,11 +52,13 @@ signals:
 
 private:
     void Follow();
+    void FollowProfiles();
     void OnRestarted();
     void Deliver(const std::vector<Piece>& pieces);
 
     QPointer<LXDocumentInterface> m_pDocument;
     std::shared_ptr<const LXColorTransformBase> m_pTransform;
+    ZKCMSTransform m_ToScreen; ///< empty while there is another transform
     PictureSurvey m_Survey;
     int m_Level = 0;
     QSize m_Canvas;

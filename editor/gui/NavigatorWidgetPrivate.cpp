@@ -38,7 +38,7 @@ void NavigatorWidgetPrivate::UpdatePlace()
 {
     const QRect room = m_pWidget->rect().adjusted(Padding, Padding, -Padding, -Padding);
     m_Place = NavigatorPlace(m_Picture.Survey().GetCanvas(), room);
-    m_Picture.SetLevel(m_Place.Level(m_pWidget->devicePixelRatioF()));
+    if (!m_Place.Picture().isEmpty()) m_Picture.SetLevel(m_Place.Level(m_pWidget->devicePixelRatioF()));
     m_pWidget->update();
 }
 

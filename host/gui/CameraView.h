@@ -50,7 +50,8 @@ public:
     /// shows nothing.
     void SetImage(const LXImage32& image);
 
-    /// From the document's colors to those of the screen; null, as at first, leaves every color alone.
+    /// From the document's colors to those of the screen. With null, as at first, they go from the profile of
+    /// the document, or of the image, to the screen's, whenever one of them changes.
     void SetColorTransform(const std::shared_ptr<const LXColorTransformBase>& transform);
 
     /// Widget pixels for each document pixel; 2 at first.

@@ -31,8 +31,9 @@ public:
     ~NavigatorWidget() override;
 
     /// Shows this document from now on; null for none. The frame stays where it was set.
-    /// @param colorTransform  from the document's colors to those of the screen, used on any thread; null
-    ///                        leaves every color alone
+    /// @param colorTransform  from the document's colors to those of the screen, used on any thread. It holds
+    ///                        until one of the two gets another profile; from then on, and with null, colors
+    ///                        go from the document's profile to the screen's
     void SetDocument(LXDocumentInterface* document,
                      const std::shared_ptr<const LXColorTransformBase>& colorTransform);
 

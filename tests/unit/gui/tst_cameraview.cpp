@@ -1,10 +1,13 @@
 #include "GuiFixture.h"
 
+#include "core/ZKCMSManager.h"
 #include "document/LXColorTransformBase.h"
 #include "gui/CameraView.h"
+#include "gui/DisplayColors.h"
 #include "image/LXImage.h"
 #include "resource/Theme.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
@@ -58,6 +61,8 @@ private slots:
     void aDocumentThatGoesLeavesNothing();
     void changesAreShownWhenAskedFor();
     void colorsAreThoseOfTheScreen();
+    void withoutATransformTheProfilesGiveIt();
+    void anImageIsShownInTheColorsOfItsProfile();
     void gridLinesLieBetweenThePixels();
     void anyOtherGridTypeIsNone();
     void theGridWaitsUntilThereIsRoom();
@@ -103,6 +108,7 @@ void TestCameraView::init()
 void TestCameraView::cleanup()
 {
     FaultSeams::Reset();
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
     m_pGlass.reset();
     m_pDocument.reset();
 }
@@ -250,6 +256,34 @@ void TestCameraView::colorsAreThoseOfTheScreen()
     QCOMPARE(ShownAt(10, 8), QColor(90, 80, 100));
     m_pGlass->SetColorTransform(nullptr);
     QCOMPARE(ShownAt(10, 8), QColor(100, 80, 90));
+}
+
+void TestCameraView::withoutATransformTheProfilesGiveIt()
+{
+    const QColor paint(ColorAt(10, 8));
+    const auto expected = [&] { return QColor(DisplayColors::Shown(m_pDocument.get(), paint).rgb()); };
+    m_pDocument->SetICCProfile(IccProfiles::AdobeRgb());
+    QVERIFY(expected() != paint);
+    QCOMPARE(ShownAt(10, 8), expected());
+    ZKCMSManager::GetInstance()->SetDisplay(IccProfiles::AdobeRgb(), {});
+    QCOMPARE(ShownAt(10, 8), paint);
+    m_pDocument->SetICCProfile(ZKCMSProfile());
+    QVERIFY(expected() != paint);
+    QCOMPARE(ShownAt(10, 8), expected());
+    // One that is given is all there is.
+    m_pGlass->SetColorTransform(std::make_shared<Swapping>());
+    QCOMPARE(ShownAt(10, 8), QColor(90, 80, 100));
+}
+
+void TestCameraView::anImageIsShownInTheColorsOfItsProfile()
+{
+    const QColor paint(100, 80, 90);
+    LXImage32 image = MakeImage({20, 16}, [](int, int) { return qRgb(100, 80, 90); });
+    image.m_Profile = IccProfiles::AdobeRgb();
+    m_pGlass->SetImage(image);
+    m_pDocument->SetICCProfile(IccProfiles::AdobeRgb());
+    QCOMPARE(ShownAt(10, 8), QColor(DisplayColors::Shown(m_pDocument.get(), paint).rgb()));
+    QVERIFY(ShownAt(10, 8) != paint);
 }
 
 void TestCameraView::gridLinesLieBetweenThePixels()

@@ -1,12 +1,15 @@
 #include "GuiFixture.h"
 #include "ViewFixture.h"
 
+#include "core/ZKCMSManager.h"
 #include "document/LXColorTransformBase.h"
+#include "gui/DisplayColors.h"
 #include "gui/NavigatorWidget.h"
 #include "gui/NavigatorWidget_p.h"
 #include "image/LXImage.h"
 #include "resource/Theme.h"
 #include "scripting/InputDriver.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
@@ -50,11 +53,15 @@ private slots:
     void onlyWhatChangedIsPaintedAnew();
     void changesAreShownWhenAskedFor();
     void colorsAreThoseOfTheScreen();
+    void withoutATransformTheProfilesGiveIt();
+    void anotherProfileReplacesTheTransform();
     void aFineScreenGetsFinePixels();
     void aSmallPictureIsEnlargedWithSharpPixels();
     void transparencyIsAChecker();
     void anotherCanvasIsShown();
+    void aLargeCanvasIsNeverMadeInFull();
     void anotherSizeOfTheWidgetKeepsThePicture();
+    void withoutRoomThePictureStays();
     void hiddenItMakesNothing();
     void theFrameStandsWhereItIsSet();
     void theFrameMayBeSetBeforeTheDocument();
@@ -129,6 +136,7 @@ void TestNavigatorWidget::init()
 void TestNavigatorWidget::cleanup()
 {
     FaultSeams::Reset();
+    ZKCMSManager::GetInstance()->SetDisplay(ZKCMSProfile(), {});
     m_pAsked.reset();
     m_pNavigator.reset();
     m_pDocument.reset();
@@ -189,6 +197,38 @@ void TestNavigatorWidget::colorsAreThoseOfTheScreen()
     QCOMPARE(ShownAt({700, 20}), QColor(Qt::green));
 }
 
+void TestNavigatorWidget::withoutATransformTheProfilesGiveIt()
+{
+    const QColor paint(200, 90, 40);
+    const auto document = MakeDocument({800, 400}, paint);
+    document->SetICCProfile(IccProfiles::AdobeRgb());
+    m_pNavigator->SetDocument(document.get(), nullptr);
+    QVERIFY(WaitUntilMade());
+    const QColor shown = DisplayColors::Shown(document.get(), paint);
+    QVERIFY(shown != paint);
+    QCOMPARE(ShownAt({20, 20}), QColor(shown.rgb()));
+    ZKCMSManager::GetInstance()->SetDisplay(IccProfiles::AdobeRgb(), {});
+    QVERIFY(WaitUntilMade());
+    QCOMPARE(ShownAt({20, 20}), paint);
+    document->SetICCProfile(ZKCMSProfile());
+    QVERIFY(WaitUntilMade());
+    QCOMPARE(ShownAt({20, 20}), QColor(DisplayColors::Shown(document.get(), paint).rgb()));
+    // One that is given is all there is.
+    m_pNavigator->SetDocument(document.get(), std::make_shared<Swapping>());
+    QVERIFY(WaitUntilMade());
+    QCOMPARE(ShownAt({20, 20}), QColor(40, 90, 200));
+}
+
+void TestNavigatorWidget::anotherProfileReplacesTheTransform()
+{
+    m_pNavigator->SetDocument(m_pDocument.get(), std::make_shared<Swapping>());
+    ZKCMSManager::GetInstance()->SetDisplay(IccProfiles::AdobeRgb(), {});
+    QVERIFY(WaitUntilMade());
+    QImage red(1, 1, QImage::Format_ARGB32);
+    red.fill(Qt::red);
+    QCOMPARE(ShownAt({20, 20}), DisplayColors::Shown(m_pDocument.get(), red).pixelColor(0, 0));
+}
+
 void TestNavigatorWidget::aFineScreenGetsFinePixels()
 {
     // Stripes of two pixels: at 1 : 4 they melt, on a screen twice as fine at 1 : 2 they don't.
@@ -237,6 +277,26 @@ void TestNavigatorWidget::anotherCanvasIsShown()
     QCOMPARE(ShownAt({390, 390}), QColor(128, 0, 0));
 }
 
+void TestNavigatorWidget::aLargeCanvasIsNeverMadeInFull()
+{
+    NavigatorPicture picture(nullptr);
+    int widest = 0;
+    // As the widget does it: the level is chosen when the canvas is known.
+    connect(&picture, &NavigatorPicture::Changed, &picture, [&](const QRect& rect) {
+        widest = qMax(widest, picture.Image().width());
+        const QSize canvas = picture.Survey().GetCanvas();
+        if (rect.isEmpty() && !canvas.isEmpty()) picture.SetLevel(canvas.width() > 800 ? 3 : 2);
+    });
+    picture.Survey().SetSeen(true);
+    picture.SetDocument(m_pDocument.get(), nullptr);
+    QTRY_VERIFY_WITH_TIMEOUT(!picture.Survey().IsUnderWay(), Limit);
+    QCOMPARE(widest, 200);
+    m_pDocument->SetDocumentSize({1600, 400});
+    QTRY_VERIFY_WITH_TIMEOUT(!picture.Survey().IsUnderWay(), Limit);
+    QCOMPARE(widest, 200);
+    QCOMPARE(picture.Image().size(), QSize(200, 50));
+}
+
 void TestNavigatorWidget::anotherSizeOfTheWidgetKeepsThePicture()
 {
     // The first moment shows the old pixels, scaled.
@@ -247,6 +307,18 @@ void TestNavigatorWidget::anotherSizeOfTheWidgetKeepsThePicture()
     QVERIFY(WaitUntilMade());
     QCOMPARE(ShownAt({700, 100}), QColor(Qt::green));
     QCOMPARE(ShownAt({401, 300}), QColor(0, 128, 0));
+}
+
+void TestNavigatorWidget::withoutRoomThePictureStays()
+{
+    const qint64 before = TakenTiles();
+    m_pNavigator->setMinimumSize(1, 1);
+    m_pNavigator->resize(208, 6);
+    QVERIFY(m_pNavigator->GetPictureRect().isEmpty());
+    QVERIFY(WaitUntilMade());
+    m_pNavigator->resize(208, 158);
+    QVERIFY(WaitUntilMade());
+    QCOMPARE(TakenTiles(), before);
 }
 
 void TestNavigatorWidget::hiddenItMakesNothing()
