@@ -64,6 +64,7 @@ Times MedianOf(const std::vector<Times>& times)
 {
     const auto medianOf = [&times](double Times::*part) {
         std::vector<double> values;
+        values.reserve(times.size());
         for (const Times& one : times) {
             values.push_back(one.*part);
         }
