@@ -4,18 +4,16 @@
 #include "core/ZKBrushToolManager.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
-#include "document/LayerKind.h"
-#include "document/LayerLocks.h"
 #include "gui/DocumentOf.h"
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/StrokeProgress.h"
+#include "gui/StrokeTarget.h"
 #include "gui/ZKDocumentView.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 
-#include <QItemSelectionModel>
 #include <QPainterPath>
 #include <QPointer>
 #include <QScopeGuard>
@@ -28,13 +26,6 @@ const QLatin1String HardnessKey("RoundBrush/Hardness");
 const QLatin1String OpacityKey("RoundBrush/Opacity");
 const QLatin1String SpacingKey("RoundBrush/Spacing");
 constexpr int WholePercent = 100;
-
-/// The row of the one selected layer; -1 for none or several.
-int TargetRow(const ZKDocumentView* view)
-{
-    const QModelIndexList rows = view->GetLayerSelection()->selectedRows();
-    return rows.size() == 1 ? rows.first().row() : -1;
-}
 
 void Push(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
 {
@@ -87,36 +78,35 @@ void RoundBrush::StrokePath(const QPainterPath& path)
 {
     const QPointer<ZKDocumentView> view = ViewOf(LXDocumentManager::GetDocumentArea()->GetActiveWindow());
     if (!view || path.isEmpty()) return;
-    const int row = TargetRow(view);
-    if (row < 0 || !MayPaint(view, row)) return;
+    if (!MayPaint(view)) return;
+    const int row = StrokeTarget::RowOf(view);
 
     // A floating piece lands before the pixels are read.
     if (LexoUndoStack* history = view->GetHistory()) history->commit();
-    LXDocumentInterface* document = view->GetModel()->GetDocument();
+    const QPointer<LXDocumentInterface> document = view->GetModel()->GetDocument();
     if (!document->Lock()) return;
     QString failure;
     {
-        const auto unlock = qScopeGuard([document] { document->Unlock(); });
+        // It can be closed while the worker paints.
+        const auto unlock = qScopeGuard([&document] {
+            if (document) document->Unlock();
+        });
         failure = Stroke(view, row, path, GetSettings());
     }
-    if (failure.isEmpty()) return;
-    LXMessageBox::Critical(view, tr("Operation error"), tr("Cannot stroke the path.") + ' ' + failure);
+    if (failure.isEmpty() || !view) return;
+    LXMessageBox::Critical(view->window(), tr("Operation error"),
+                           tr("Cannot stroke the path.") + ' ' + failure);
 }
 
-bool RoundBrush::MayPaint(ZKDocumentView* view, int row)
+bool RoundBrush::MayPaint(ZKDocumentView* view)
 {
-    const LXDocumentModel* model = view->GetModel();
-    const bool isMask = model->GetMaskSelected(row);
-    const unsigned int against = isMask ? LayerLocks::AgainstMaskPaint : LayerLocks::AgainstPaint;
-    QString obstacle;
-    if ((model->GetLockFlags(row) & against) != 0) {
-        obstacle = tr("Cannot stroke. Layer is locked.");
-    } else if (!isMask &&
-               model->GetDocument()->GetLayerKind(static_cast<unsigned int>(row) + 1) != LayerKind::Raster) {
-        obstacle = tr("Cannot stroke. The layer has no pixels of its own.");
-    }
-    if (!obstacle.isEmpty()) LXMessageBox::Warning(view, tr("Zenkari"), obstacle);
-    return obstacle.isEmpty();
+    const StrokeTarget::Obstacle obstacle = StrokeTarget::ObstacleOf(view);
+    if (obstacle == StrokeTarget::Obstacle::Locked)
+        LXMessageBox::Warning(view->window(), tr("Zenkari"), tr("Cannot stroke. Layer is locked."));
+    if (obstacle == StrokeTarget::Obstacle::NoPixels)
+        LXMessageBox::Warning(view->window(), tr("Zenkari"),
+                              tr("Cannot stroke. The layer has no pixels of its own."));
+    return obstacle == StrokeTarget::Obstacle::None;
 }
 
 QString RoundBrush::Stroke(ZKDocumentView* view, int row, const QPainterPath& path,
@@ -129,7 +119,9 @@ QString RoundBrush::Stroke(ZKDocumentView* view, int row, const QPainterPath& pa
     try {
         const StrokeJob::Target target =
             StrokeJob::Read(document, static_cast<unsigned int>(row) + 1, isMask);
-        StrokeProgress progress(view, target, path, color, settings);
+        // Not below the view, which may go first.
+        StrokeProgress progress(view->window(), target, path, color, settings);
+        connect(view, &ZKDocumentView::AboutDestroy, &progress, &StrokeProgress::OnCancel);
         if (progress.Paint())
             Push(view->GetHistory(), StrokeJob::MakeCommand(document, target, progress.GetChange()));
         return progress.GetFailure();

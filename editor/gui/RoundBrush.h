@@ -29,7 +29,7 @@ public:
     void SetSettings(const ZKBrushSettings& settings) override;
 
 private:
-    static bool MayPaint(ZKDocumentView* view, int row);
+    static bool MayPaint(ZKDocumentView* view);
     /// Returns why it failed, in words; empty when it didn't, or was cancelled.
     static QString Stroke(ZKDocumentView* view, int row, const QPainterPath& path,
                           const ZKBrushSettings& settings);

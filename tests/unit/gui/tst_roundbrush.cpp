@@ -19,9 +19,11 @@
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QApplication>
 #include <QItemSelectionModel>
 #include <QMainWindow>
 #include <QPainterPath>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 
@@ -34,6 +36,15 @@ QPainterPath Line(const QPointF& from, const QPointF& to)
     QPainterPath path(from);
     path.lineTo(to);
     return path;
+}
+
+/// Takes longer to stroke with a small brush than anybody waits without a sign.
+QPainterPath LongScribble()
+{
+    QPainterPath scribble(QPointF(0, 0));
+    for (int i = 0; i < 400000; ++i)
+        scribble.lineTo((i * 37) % 121, (i * 53) % 91);
+    return scribble;
 }
 
 /// (255 x s + 0 x (255 - s)) / 255 of both, rounded once: what source-over gives on an opaque ground.
@@ -73,6 +84,7 @@ private slots:
     void aPathOutsideTheCanvasChangesNothing();
     void aHugePathIsPaintedWhereItIsSeen();
     void aLongStrokeCanBeCancelled();
+    void aDocumentThatIsClosedEndsItsStroke();
     void aStrokeThatFailsChangesNothing();
 
 private:
@@ -419,9 +431,7 @@ void TestRoundBrush::aHugePathIsPaintedWhereItIsSeen()
 void TestRoundBrush::aLongStrokeCanBeCancelled()
 {
     m_pBrush->SetSettings({3, 100, 100, 1});
-    QPainterPath scribble(QPointF(0, 0));
-    for (int i = 0; i < 400000; ++i)
-        scribble.lineTo((i * 37) % 121, (i * 53) % 91);
+    const QPainterPath scribble = LongScribble();
     const QStringList before = DocumentFixture::DescribeWhole(m_pDocument);
     InputDriver input;
     input.WhenModalShows<LXOperationProgress>([&](LXOperationProgress* dialog) {
@@ -433,6 +443,21 @@ void TestRoundBrush::aLongStrokeCanBeCancelled()
     QCOMPARE(DocumentFixture::DescribeWhole(m_pDocument), before);
     QCOMPARE(History()->count(), 0);
     QVERIFY(!m_pDocument->GetLockState());
+}
+
+void TestRoundBrush::aDocumentThatIsClosedEndsItsStroke()
+{
+    m_pBrush->SetSettings({3, 100, 100, 1});
+    const QPointer<LXDocumentInterface> document = m_pDocument;
+    InputDriver input;
+    input.WhenModalShows<LXOperationProgress>([](LXOperationProgress*) {
+        LXMdiAreaPrivate::Get(LXDocumentManager::GetDocumentArea())->CloseAllUnasked();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    });
+    m_pBrush->StrokePath(LongScribble());
+    QCOMPARE(input.CountWaitingActions(), 0);
+    QVERIFY(!document);
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 void TestRoundBrush::aStrokeThatFailsChangesNothing()
