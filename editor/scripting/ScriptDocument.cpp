@@ -13,10 +13,13 @@
 #include "gui/LXMdiSubWindow.h"
 #include "gui/ZKDocumentView.h"
 #include "history/ChannelCommands.h"
+#include "history/InsertSubpathCommandData.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/PathCommands.h"
 #include "history/SelectionCommand.h"
 #include "history/SelectionCommandData.h"
+#include "history/SubpathCommand.h"
 #include "scripting/ScriptArguments.h"
 #include "scripting/ScriptHost.h"
 
@@ -46,6 +49,34 @@ SelectionCommandData::LogicalOp ToOperation(const QString& mode)
     throw ScriptError(
         QStringLiteral("A mode is \"replace\", \"add\", \"subtract\" or \"intersect\", not \"%1\".")
             .arg(mode));
+}
+
+QList<LXPath> ToContours(const QJSValue& value)
+{
+    QList<LXPath> contours;
+    const int count = value.isArray() ? value.property(QStringLiteral("length")).toInt() : 0;
+    for (int i = 0; i < count; ++i) {
+        LXPath contour;
+        const QVector<QPointF> points = ScriptArguments::ToPoints(value.property(static_cast<quint32>(i)));
+        for (const QPointF& point : points)
+            contour.append(LXPathElement(point));
+        contours.append(contour);
+    }
+    if (contours.isEmpty()) throw ScriptError(QStringLiteral("A list of lists of points is needed."));
+    return contours;
+}
+
+LexoCommand* MakeSubPath(LXDocumentInterface* document, int row, int subPath, const LXPath& elements)
+{
+    auto data = std::make_unique<InsertSubpathCommandData>();
+    data->SetPathIndex(row);
+    data->SetSubpathIndex(subPath);
+    data->SetLogicalOp(LXPathsListModel::Unite);
+    data->SetData(elements);
+    auto* command = new SubpathCommand(document);
+    // A new command takes data of its kind.
+    command->SetCommandData(data.release());
+    return command;
 }
 
 QString Absolute(const QString& path)
@@ -217,6 +248,22 @@ void ScriptDocument::select(const QJSValue& rect)
         command->setText(tr("Select"));
         if (command->SetCommandData(data.get())) static_cast<void>(data.release());
         RequireHistory()->push(command.release());
+    });
+}
+
+void ScriptDocument::addPath(const QString& name, const QJSValue& contours)
+{
+    Call([&] {
+        LXDocumentInterface* document = RequireFree();
+        const QList<LXPath> subPaths = ToContours(contours);
+        LexoUndoStack* history = RequireHistory();
+        const int row = document->GetPathListModel()->rowCount();
+        LexoCommand* path = PathCommands::Add(document, row, name);
+        history->beginMacro(path->text());
+        history->push(path);
+        for (int i = 0; i < subPaths.size(); ++i)
+            history->push(MakeSubPath(document, row, i, subPaths[i]));
+        history->endMacro();
     });
 }
 

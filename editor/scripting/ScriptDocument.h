@@ -70,6 +70,9 @@ public:
     Q_INVOKABLE void exportAs(const QString& path);
     /// Selects the inside of a rectangle, or nothing; one step of the history.
     Q_INVOKABLE void select(const QJSValue& rect);
+    /// A path of straight lines, the last of the list: `contours` is a list of lists of points, a sub path
+    /// each, closed where the last point is the first. One step.
+    Q_INVOKABLE void addPath(const QString& name, const QJSValue& contours);
     /// Keeps the selection under a name, in place of an older one of that name; one step.
     Q_INVOKABLE void saveSelection(const QString& name);
     /// Brings a kept selection back; one step. The mode is "replace" unless told, "add", "subtract" or

@@ -31,6 +31,7 @@ private slots:
     void aClosedDocumentSaysSo();
     void aRectangleIsSelectedByAStep();
     void selectionsAreSavedLoadedAndDeletedBySteps();
+    void pathsAreAddedByOneStep();
     void guidesAreTold();
     void colorSamplesAndPathsAreTold();
     void stateAndResolutionAreThoseOfTheDocument();
@@ -270,6 +271,27 @@ void TestScriptDocuments::selectionsAreSavedLoadedAndDeletedBySteps()
         expect.throws(function() { picture.deleteSavedSelection("right") }, "No selection \"right\" is saved.")
         expect.throws(function() { picture.loadSelection("left", "blend") }, "A mode is")
     )");
+}
+
+void TestScriptDocuments::pathsAreAddedByOneStep()
+{
+    EditorScriptFixture editor(8, 6);
+    editor.Check(R"(
+        const picture = documents.active
+        picture.addPath("Fence", [[[1, 1], [4, 1], [4, 3], [1, 1]], [[0, 5], [7.5, 5]]])
+        expect.equal([picture.paths, history.texts], [["Fence"], ["New path"]])
+        history.undo()
+        expect.equal(picture.paths, [])
+        history.redo()
+        expect.throws(function() { picture.addPath("Gate", []) }, "A list of lists of points")
+        expect.throws(function() { picture.addPath("Gate", [[]]) }, "A list of points")
+        expect.equal([picture.paths, history.count], [["Fence"], 1])
+    )");
+    const LXSubPaths path = editor.Document()->GetPathListModel()->GetPath(0);
+    const auto corner = [](double x, double y) { return LXPathElement(QPointF(x, y)); };
+    QCOMPARE(path.size(), 2);
+    QCOMPARE(path[0].first, (LXPath{corner(1, 1), corner(4, 1), corner(4, 3), corner(1, 1)}));
+    QCOMPARE(path[1].first, (LXPath{corner(0, 5), corner(7.5, 5)}));
 }
 
 void TestScriptDocuments::guidesAreTold()
