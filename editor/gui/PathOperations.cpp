@@ -14,6 +14,8 @@ void PathOperations::SetView(ZKDocumentView* view)
     if (m_pView) {
         disconnect(m_pView, nullptr, this, nullptr);
         disconnect(GetSelection(), nullptr, this, nullptr);
+        disconnect(m_pView->GetLayerSelection(), nullptr, this, nullptr);
+        disconnect(m_pView->GetModel(), nullptr, this, nullptr);
         disconnect(GetModel(), nullptr, this, nullptr);
         disconnect(GetModel()->GetDocument(), nullptr, this, nullptr);
     }
@@ -23,6 +25,13 @@ void PathOperations::SetView(ZKDocumentView* view)
         const LXDocumentInterface* document = model->GetDocument();
         connect(view, &ZKDocumentView::PathOrderOperationsBlocked, this, &PathOperations::Changed);
         connect(GetSelection(), &QItemSelectionModel::selectionChanged, this, &PathOperations::Changed);
+        connect(GetSelection(), &QItemSelectionModel::currentChanged, this, &PathOperations::Changed);
+        connect(GetSelection(), &LXPathSelectionModel::CurrentSubpathChanged, this, &PathOperations::Changed);
+        // Strokes go to the selected layer.
+        connect(view->GetLayerSelection(), &QItemSelectionModel::selectionChanged, this,
+                &PathOperations::Changed);
+        connect(view->GetModel(), &QAbstractItemModel::dataChanged, this, &PathOperations::Changed);
+        connect(model, &LXPathsListModel::PathChanged, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsInserted, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsRemoved, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsMoved, this, &PathOperations::Changed);

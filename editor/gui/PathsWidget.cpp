@@ -6,8 +6,11 @@
 #include "document/LXPathsListModel.h"
 #include "gui/PathDelegate.h"
 #include "gui/PathOperations.h"
+#include "gui/PathUses.h"
 #include "gui/ZKDocumentView.h"
 #include "utils/ZKIconHelper.h"
+
+#include <QAction>
 
 class PathsWidgetPrivate
 {
@@ -16,11 +19,15 @@ public:
 
     void SetUpButtons();
     void SetUpList();
+    void SetUpUses();
     void UpdateControls();
+    void UpdateUses();
     QWidget* WantedPage() const;
 
     ZKDocumentView* m_pView = nullptr;
     PathOperations m_Operations;
+    QAction m_Stroke;
+    QAction m_Select;
     Ui::PathsWidget m_Ui;
 };
 
@@ -29,6 +36,7 @@ PathsWidgetPrivate::PathsWidgetPrivate(PathsWidget* panel)
     m_Ui.setupUi(panel);
     SetUpButtons();
     SetUpList();
+    SetUpUses();
     QObject::connect(&m_Operations, &PathOperations::Changed, panel, [this] { UpdateControls(); });
     UpdateControls();
 }
@@ -63,6 +71,25 @@ void PathsWidgetPrivate::SetUpList()
     });
 }
 
+// In the list's menu as well, by key too.
+void PathsWidgetPrivate::SetUpUses()
+{
+    const auto setUp = [this](QAction& action, QToolButton* button, const char* icon, const QString& text,
+                              void (*use)(ZKDocumentView*)) {
+        action.setText(text);
+        action.setIcon(ZKIconHelper::DisabledIcon(QString("theme:%1.png").arg(icon)));
+        button->setDefaultAction(&action);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setAccessibleName(text);
+        m_Ui.m_pList->addAction(&action);
+        QObject::connect(&action, &QAction::triggered, &m_Operations, [this, use] { use(m_pView); });
+    };
+    setUp(m_Stroke, m_Ui.m_pStrokeBtn, "pen", PathsWidget::tr("Stroke Path…"), &PathUses::Stroke);
+    setUp(m_Select, m_Ui.m_pSelectBtn, "replace_selection", PathsWidget::tr("Make Selection…"),
+          &PathUses::MakeSelection);
+}
+
 void PathsWidgetPrivate::UpdateControls()
 {
     m_Ui.m_pAddBtn->setEnabled(m_Operations.CanAdd());
@@ -70,6 +97,19 @@ void PathsWidgetPrivate::UpdateControls()
     m_Ui.m_pUpBtn->setEnabled(m_Operations.CanMove(-1));
     m_Ui.m_pDownBtn->setEnabled(m_Operations.CanMove(1));
     m_Ui.m_pPages->setCurrentWidget(WantedPage());
+    UpdateUses();
+}
+
+// What can't be done now says why.
+void PathsWidgetPrivate::UpdateUses()
+{
+    const auto update = [](QAction& action, const QString& reason) {
+        action.setEnabled(reason.isEmpty());
+        action.setToolTip(reason.isEmpty() ? action.text()
+                                           : PathsWidget::tr("%1: %2").arg(action.text(), reason));
+    };
+    update(m_Stroke, PathUses::WhyNotStroke(m_pView));
+    update(m_Select, PathUses::WhyNotSelect(m_pView));
 }
 
 QWidget* PathsWidgetPrivate::WantedPage() const

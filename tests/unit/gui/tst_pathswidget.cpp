@@ -1,20 +1,57 @@
 #include "GuiFixture.h"
 
+#include "core/ZKBrushToolManager.h"
+#include "core/ZKIBrushTool.h"
+#include "document/LXDocumentModel.h"
 #include "document/LXPathSelectionModel.h"
 #include "document/LXPathsListModel.h"
+#include "document/LayerLocks.h"
+#include "gui/MakeSelectionOptDialog.h"
 #include "gui/PathsWidget.h"
+#include "gui/StrokeOptionsDialog.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
+#include "scripting/InputDriver.h"
+#include "support/DocumentFixture.h"
 #include "support/PathFixture.h"
 #include "support/TestRegistry.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
+#include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 using namespace PathFixture;
+
+namespace {
+/// Only notes what it is to stroke.
+class NotingBrush : public ZKIBrushTool
+{
+public:
+    static constexpr int Id = 7;
+
+    NotingBrush() { ZKBrushToolManager::Register(Id, this); }
+
+    ~NotingBrush() override { ZKBrushToolManager::Unregister(this); }
+
+    Q_DISABLE_COPY(NotingBrush)
+
+    void StrokePath(const QPainterPath& path) override { m_Strokes.append(path); }
+
+    QString GetName() const override { return "Noting brush"; }
+
+    ZKBrushSettings GetSettings() const override { return {}; }
+
+    void SetSettings(const ZKBrushSettings&) override {}
+
+    QList<QPainterPath> m_Strokes;
+};
+} // namespace
 
 /// The list of paths, and what its controls do.
 class TestPathsWidget : public QObject
@@ -43,6 +80,15 @@ private slots:
     void blockedOrderKeepsNamesAndEyes();
     void worksWithoutAHistory();
     void everyControlHasAName();
+    void strokesTheCurrentPathOrSubPath();
+    void cancelledStrokePaintsNothing();
+    void strokeSaysWhyItIsOff();
+    void selectionSaysWhyItIsOff();
+    void selectionIsMadeOfTheCurrentPath_data();
+    void selectionIsMadeOfTheCurrentPath();
+    void selectionIsMadeWithoutAHistory();
+    void usesAreInTheMenuOfTheList();
+    void documentMayGoBeneathTheDialogs();
 
 private:
     QListView* List() const { return m_pPanel->findChild<QListView*>("m_pList"); }
@@ -64,6 +110,31 @@ private:
         for (int row = 0; row < Paths()->rowCount(); ++row)
             names << Paths()->GetPathName(row);
         return names;
+    }
+
+    /// What the tool tip says behind the button's name; empty for one that is on and has just its name there.
+    QString Obstacle(const char* button) const
+    {
+        const QString name = Button(button)->accessibleName();
+        const QString tip = Button(button)->toolTip();
+        if (Button(button)->isEnabled()) return tip == name ? QString() : tip;
+        return tip.startsWith(name + ": ") ? tip.mid(name.size() + 2) : "off, but says " + tip;
+    }
+
+    void SelectLayer(int row) const
+    {
+        m_pView->GetLayerSelection()->setCurrentIndex(m_pView->GetModel()->index(row),
+                                                      QItemSelectionModel::ClearAndSelect);
+    }
+
+    /// Clicks the button and answers the dialog that it brings up with a key.
+    template <class Dialog>
+    void ClickAndAnswer(const char* button, int key) const
+    {
+        InputDriver input;
+        input.WhenModalShows<Dialog>([&](Dialog*) { input.Key(key); });
+        Click(button);
+        QCOMPARE(input.CountWaitingActions(), 0);
     }
 
     void Choose(int row) const
@@ -329,10 +400,170 @@ void TestPathsWidget::worksWithoutAHistory()
 void TestPathsWidget::everyControlHasAName()
 {
     QVERIFY(!List()->accessibleName().isEmpty());
-    for (const char* name : {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"}) {
+    for (const char* name :
+         {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pStrokeBtn", "m_pSelectBtn", "m_pDeleteBtn"}) {
         QVERIFY2(!Button(name)->accessibleName().isEmpty(), name);
         QVERIFY2(Button(name)->focusPolicy() & Qt::TabFocus, name);
     }
+}
+
+void TestPathsWidget::strokesTheCurrentPathOrSubPath()
+{
+    NotingBrush brush;
+    const LXPath line = Line({3, 40}, {60, 44});
+    Paths()->InsertSubPath(0, 1, line, LXPathsListModel::Subtract);
+    SelectLayer(0);
+    Choose(0);
+    QPainterPath whole = ConvertFrom(Paths()->GetPath(0)[0].first);
+    whole.addPath(ConvertFrom(line));
+    ClickAndAnswer<StrokeOptionsDialog>("m_pStrokeBtn", Qt::Key_Return);
+    QCOMPARE(brush.m_Strokes, QList<QPainterPath>{whole});
+    Selection()->SelectSubpath(1);
+    ClickAndAnswer<StrokeOptionsDialog>("m_pStrokeBtn", Qt::Key_Return);
+    QCOMPARE(brush.m_Strokes, (QList<QPainterPath>{whole, ConvertFrom(line)}));
+}
+
+void TestPathsWidget::cancelledStrokePaintsNothing()
+{
+    NotingBrush brush;
+    SelectLayer(0);
+    Choose(0);
+    ClickAndAnswer<StrokeOptionsDialog>("m_pStrokeBtn", Qt::Key_Escape);
+    ClickAndAnswer<MakeSelectionOptDialog>("m_pSelectBtn", Qt::Key_Escape);
+    QCOMPARE(brush.m_Strokes.size(), 0);
+    QVERIFY(!m_pDocument->HasSelection());
+    QCOMPARE(History(), QStringList());
+}
+
+void TestPathsWidget::strokeSaysWhyItIsOff()
+{
+    SelectLayer(0);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("choose a path"));
+    Choose(1);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("the path is empty"));
+    Paths()->InsertSubPath(1, 0, Line({1, 1}, {9, 9}), LXPathsListModel::Unite);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
+    m_pView->GetLayerSelection()->clearSelection();
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("select one layer"));
+    SelectLayer(0);
+    m_pView->GetModel()->SetLockFlags(0, LayerLocks::Pixels);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("the layer is locked"));
+    m_pDocument->AddMask(1, true);
+    m_pView->GetModel()->SetMaskSelected(0, true);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
+    m_pView->GetModel()->SetLockFlags(0, LayerLocks::All);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("the layer is locked"));
+    m_pView->GetModel()->SetLockFlags(0, 0);
+    m_pDocument->AddTextLayer("text", {10, 10});
+    SelectLayer(0);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("the layer has no pixels of its own"));
+    SelectLayer(1);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
+    QVERIFY(m_pDocument->Lock());
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("a tool is at work"));
+    m_pDocument->Unlock();
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
+    m_pPanel->SetView(nullptr);
+    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("no picture is open"));
+}
+
+void TestPathsWidget::selectionSaysWhyItIsOff()
+{
+    QCOMPARE(Obstacle("m_pSelectBtn"), QString("choose a path"));
+    Choose(1);
+    QCOMPARE(Obstacle("m_pSelectBtn"), QString("the path is empty"));
+    Choose(0);
+    QCOMPARE(Obstacle("m_pSelectBtn"), QString());
+    QVERIFY(m_pDocument->Lock());
+    QCOMPARE(Obstacle("m_pSelectBtn"), QString("a tool is at work"));
+    m_pDocument->Unlock();
+    m_pPanel->SetView(nullptr);
+    QCOMPARE(Obstacle("m_pSelectBtn"), QString("no picture is open"));
+}
+
+void TestPathsWidget::selectionIsMadeOfTheCurrentPath_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QRect>("selected");
+    // What is there reaches from (0, 0) to (10, 48), the path from (5, 5) to (25, 25).
+    QTest::newRow("new") << "m_pNewRBtn" << QRect(5, 5, 20, 20);
+    QTest::newRow("add") << "m_pAddRBtn" << QRect(0, 0, 25, 48);
+    QTest::newRow("subtract") << "m_pSubtractRBtn" << QRect(0, 0, 10, 48);
+    QTest::newRow("intersect") << "m_pIntersectRBtn" << QRect(5, 5, 5, 20);
+}
+
+void TestPathsWidget::selectionIsMadeOfTheCurrentPath()
+{
+    QFETCH(QString, button);
+    QFETCH(QRect, selected);
+    m_pDocument->SetSelectionMask(DocumentFixture::Filled({10, 48}, 0xFF000000u), {0, 0});
+    const QStringList before = DocumentFixture::DescribeWhole(m_pDocument.get());
+    Choose(0);
+    InputDriver input;
+    input.WhenModalShows<MakeSelectionOptDialog>([&](MakeSelectionOptDialog* dialog) {
+        auto* choice = dialog->findChild<QRadioButton*>(button);
+        QVERIFY(choice && choice->isEnabled());
+        QTest::mouseClick(choice, Qt::LeftButton, Qt::NoModifier, QPoint(8, choice->height() / 2));
+        input.Key(Qt::Key_Return);
+    });
+    Click("m_pSelectBtn");
+    QCOMPARE(History(), QStringList{"Make selection from path"});
+    QCOMPARE(m_pDocument->GetSelectionBoundingRect(), selected);
+    const QStringList after = DocumentFixture::DescribeWhole(m_pDocument.get());
+    QVERIFY(after != before);
+    m_pHistory->undo();
+    QCOMPARE(DocumentFixture::DescribeWhole(m_pDocument.get()), before);
+    m_pHistory->redo();
+    QCOMPARE(DocumentFixture::DescribeWhole(m_pDocument.get()), after);
+}
+
+void TestPathsWidget::selectionIsMadeWithoutAHistory()
+{
+    ZKDocumentView view(m_pDocument.get(), nullptr);
+    m_pPanel->SetView(&view);
+    view.GetPathSelection()->setCurrentIndex(Paths()->index(0), QItemSelectionModel::ClearAndSelect);
+    ClickAndAnswer<MakeSelectionOptDialog>("m_pSelectBtn", Qt::Key_Return);
+    QCOMPARE(m_pDocument->GetSelectionBoundingRect(), QRect(5, 5, 20, 20));
+}
+
+void TestPathsWidget::usesAreInTheMenuOfTheList()
+{
+    QStringList texts;
+    QTimer lookout;
+    connect(&lookout, &QTimer::timeout, this, [&texts] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu) return;
+        for (const QAction* action : menu->actions())
+            texts << (action->isEnabled() ? "+" : "-") + action->text();
+        menu->close();
+    });
+    lookout.start(5);
+    InputDriver input;
+    input.Click(List()->viewport(), List()->visualRect(Paths()->index(0)).center(), Qt::RightButton);
+    QTRY_COMPARE(texts, (QStringList{"+Stroke Path…", "+Make Selection…"}));
+    QCOMPARE(Selection()->CurrentPath(), 0);
+}
+
+void TestPathsWidget::documentMayGoBeneathTheDialogs()
+{
+    NotingBrush brush;
+    for (const char* button : {"m_pStrokeBtn", "m_pSelectBtn"}) {
+        cleanup();
+        init();
+        SelectLayer(0);
+        Choose(0);
+        InputDriver input;
+        input.WhenModalShows<LXDialog>([this](LXDialog*) {
+            m_pView.reset();
+            m_pHistory.reset();
+            m_pDocument.reset();
+        });
+        Click(button);
+        QCOMPARE(input.CountWaitingActions(), 0);
+        QVERIFY(!m_pView);
+        QVERIFY(!Button(button)->isEnabled());
+    }
+    QCOMPARE(brush.m_Strokes.size(), 0);
 }
 
 ZK_REGISTER_TEST(tst_pathswidget, TestPathsWidget)
