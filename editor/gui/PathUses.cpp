@@ -110,7 +110,7 @@ std::unique_ptr<LexoCommand> MakeCommand(LXDocumentInterface* document, const QP
 
 QString PathUses::WhyNotStroke(const ZKDocumentView* view)
 {
-    const QString reason = WhyNotUse(view);
+    QString reason = WhyNotUse(view);
     if (!reason.isEmpty()) return reason;
     if (CurrentLines(view).isEmpty()) return EmptyPath();
     switch (StrokeTarget::ObstacleOf(view)) {

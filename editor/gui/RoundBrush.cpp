@@ -101,11 +101,12 @@ void RoundBrush::StrokePath(const QPainterPath& path)
 bool RoundBrush::MayPaint(ZKDocumentView* view)
 {
     const StrokeTarget::Obstacle obstacle = StrokeTarget::ObstacleOf(view);
-    if (obstacle == StrokeTarget::Obstacle::Locked)
+    if (obstacle == StrokeTarget::Obstacle::Locked) {
         LXMessageBox::Warning(view->window(), tr("Zenkari"), tr("Cannot stroke. Layer is locked."));
-    if (obstacle == StrokeTarget::Obstacle::NoPixels)
+    } else if (obstacle == StrokeTarget::Obstacle::NoPixels) {
         LXMessageBox::Warning(view->window(), tr("Zenkari"),
                               tr("Cannot stroke. The layer has no pixels of its own."));
+    }
     return obstacle == StrokeTarget::Obstacle::None;
 }
 
