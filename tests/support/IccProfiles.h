@@ -8,7 +8,8 @@
 
 /// Profiles for tests, made by Qt and by the color library.
 namespace IccProfiles {
-/// The bytes of a profile that the library makes itself.
+/// The bytes of a profile that the library makes itself, with a fixed date, since one made in the next second
+/// would be another profile.
 inline ZKCMSProfile Bytes(cmsHPROFILE profile)
 {
     cmsUInt32Number size = 0;
@@ -16,6 +17,9 @@ inline ZKCMSProfile Bytes(cmsHPROFILE profile)
     QByteArray icc(int(size), '\0');
     cmsSaveProfileToMem(profile, icc.data(), &size);
     cmsCloseProfile(profile);
+    constexpr int dateAt = 24; // in the header; year, month, day, hour, minute, second
+    static const QByteArray date = QByteArray::fromHex("07d000010001000000000000");
+    icc.replace(dateAt, date.size(), date);
     return ZKCMSProfile(icc);
 }
 
