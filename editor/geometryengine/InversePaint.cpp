@@ -29,8 +29,8 @@ const QImage* GroundOf(const QPainter& painter)
     return pixels ? pixels->buffer() : nullptr;
 }
 
-/// The part of the ground's pixels that the shape may change: what lies outside the part that is being painted
-/// needs no look.
+/// The part of the ground's pixels that the shape may change: what lies outside the part that is being
+/// painted needs no look.
 QRegion PaintedPart(const QPainter& painter, const QImage& ground, const QPainterPath& shape)
 {
     const QRect area = shape.boundingRect().toAlignedRect().adjusted(-1, -1, 1, 1) & ground.rect();

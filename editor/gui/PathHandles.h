@@ -13,7 +13,8 @@ class QGraphicsItem;
 class QPainter;
 
 /// The handles of a path's anchors and guides, as child items of the item that shows them. Squares stand on
-/// anchors, the current one filled, and dots at the ends of guides; those of other anchors are dimmer. Main thread only.
+/// anchors, the current one filled, and dots at the ends of guides; those of other anchors are dimmer. Main
+/// thread only.
 class PathHandles
 {
 public:

@@ -128,8 +128,8 @@ void TestTextPictures::picturesGoWhereTheTextGoes()
     }
 }
 
-/// The line reaches from 48 above the baseline to 16 below it, the picture half as far from the middle. So a flag
-/// that grows by 0.6 makes the picture's bottom wider by 0.3, and its top as much narrower.
+/// The line reaches from 48 above the baseline to 16 below it, the picture half as far from the middle. So a
+/// flag that grows by 0.6 makes the picture's bottom wider by 0.3, and its top as much narrower.
 void TestTextPictures::aBendMovesTheCornersOfPictures()
 {
     TextContent content = Content(Square(), QPointF(30, 90));
