@@ -247,7 +247,11 @@ LXColorDlg::LXColorDlg(QWidget* parent)
     m_pPrivate->SetUp();
 }
 
-LXColorDlg::~LXColorDlg() = default;
+LXColorDlg::~LXColorDlg()
+{
+    // A text that loses its focus by that tells so, to what is still there now.
+    hide();
+}
 
 void LXColorDlg::SetColor(const QColor& color)
 {

@@ -95,7 +95,7 @@ void SamplesWidgetPrivate::UpdateControls()
     m_Ui.m_pSettings->setEnabled(works && !rows.isEmpty());
     m_Ui.m_pDeleteBtn->setEnabled(works && !rows.isEmpty());
     m_Ui.m_pClearBtn->setEnabled(works && Samples()->rowCount() > 0);
-    if (!rows.isEmpty()) {
+    if (m_pView && !rows.isEmpty()) {
         m_Ui.m_pSizeCmb->setCurrentIndex(Samples()->GetSampleRadius(rows.last()));
         m_Ui.m_pFormatCmb->setCurrentIndex(Samples()->GetDisplayFormat(rows.last()));
     }

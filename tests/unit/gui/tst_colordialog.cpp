@@ -28,6 +28,7 @@ private slots:
     void cleanup();
 
     void itBeginsWithBlack();
+    void itMayGoWhileTheTextHasTheFocus();
     void allControlsShowTheColor();
     void redGreenAndBlueAreFollowed();
     void hueSaturationAndValueAreFollowed();
@@ -94,6 +95,18 @@ void TestColorDialog::Write(QWidget* control, const QString& text)
     control->setFocus();
     m_Input.Key(Qt::Key_A, Qt::ControlModifier);
     m_Input.Type(text);
+}
+
+void TestColorDialog::itMayGoWhileTheTextHasTheFocus()
+{
+    Show();
+    Text()->setFocus();
+    QString teller;
+    connect(Text(), &QLineEdit::editingFinished, Text(),
+            [&teller, edit = Text()] { teller = edit->window()->metaObject()->className(); });
+    m_pDialog.reset();
+    // Not when only a plain widget is left of it.
+    QCOMPARE(teller, QString("LXColorDlg"));
 }
 
 void TestColorDialog::itBeginsWithBlack()
