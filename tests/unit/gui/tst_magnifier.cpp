@@ -139,10 +139,13 @@ void TestMagnifier::nothingIsShownInNoRoom()
 void TestMagnifier::wheelStepsLeadUpAndBackAgain()
 {
     QVector<double> up;
-    for (double scale = 1; scale < 32; scale = Magnifier::NextScale(scale))
+    double scale = 1;
+    while (scale < 32) {
         up.append(scale);
+        scale = Magnifier::NextScale(scale);
+    }
     QCOMPARE(up.size(), 12);
-    for (double scale = 32; scale > 1;) {
+    while (scale > 1) {
         scale = Magnifier::FormerScale(scale);
         QCOMPARE(scale, up.takeLast());
     }

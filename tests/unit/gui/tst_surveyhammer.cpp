@@ -72,6 +72,7 @@ void TestSurveyHammer::snapshotsKeepTheirPixelsWhileThePictureChanges()
         Fill(document.get(), 0xFF000000U | quint32(round) << 16);
         const PictureSurvey::Batch batch = Snapshot(document.get());
         std::vector<std::thread> workers;
+        workers.reserve(Workers);
         for (int i = 0; i < Workers; ++i) {
             workers.emplace_back([&wrong, batch, round] {
                 if (OnlyRed(LevelSurvey::Count(batch)) != round) ++wrong;
