@@ -251,6 +251,7 @@ void CommandWalker::ChangeSample()
         return Push<ColorSamplesCommand>(data);
     }
     std::vector<QPoint> points;
+    points.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         points.push_back(samples->GetPoint(i));
     }

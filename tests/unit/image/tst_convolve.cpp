@@ -139,6 +139,7 @@ void TestConvolve::halvesGoUpInEveryDirection()
     const std::vector<double> weights{1, 1, 1, 1, 1, 1, 4, 4, 4, 1, 1, 4, 12,
                                       4, 1, 1, 4, 4, 4, 1, 1, 1, 1, 1, 1};
     std::vector<double> kernel;
+    kernel.reserve(weights.size());
     for (const double weight : weights) {
         kernel.push_back(weight / 60.0);
     }

@@ -192,8 +192,9 @@ QString TestKernelFuzz::TryConvolution()
         }
     } else if (kind == 1) {
         const int side = 1 + 2 * Below(4);
+        const int weights = side * side;
         size = QSize(side, side);
-        kernel.assign(static_cast<std::size_t>(side * side), 1.0 / (side * side));
+        kernel.assign(static_cast<std::size_t>(weights), 1.0 / weights);
     } else {
         size = QSize(1 + Below(4), 1 + Below(4));
         for (int i = 0; i < size.width() * size.height(); ++i) {
