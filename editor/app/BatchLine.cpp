@@ -92,8 +92,7 @@ QString BatchLineReader::ReadNumbers(const Options& options, BatchLine& line)
     line.jobs = parser.value(options.jobs).toInt(&isNumber);
     if (!isNumber || line.jobs < 0 || line.jobs > MostJobs) {
         return tr("\"%1\" is no number of jobs; it goes from 0 to %2.")
-            .arg(parser.value(options.jobs))
-            .arg(MostJobs);
+            .arg(parser.value(options.jobs), QString::number(MostJobs));
     }
     if (line.jobs == 0) line.jobs = qMax(1, QThread::idealThreadCount());
 

@@ -94,8 +94,9 @@ private:
         const QString first = name.isEmpty() ? fileName : name;
         QString free = first;
         for (int number = 1; IsTaken(free); ++number) {
-            free = number == 1 ? ZKCMSManager::tr("%1 (%2)").arg(first, fileName)
-                               : ZKCMSManager::tr("%1 (%2, %3)").arg(first, fileName).arg(number);
+            free = number == 1
+                       ? ZKCMSManager::tr("%1 (%2)").arg(first, fileName)
+                       : ZKCMSManager::tr("%1 (%2, %3)").arg(first, fileName, QString::number(number));
         }
         return free;
     }

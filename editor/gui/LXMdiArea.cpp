@@ -43,7 +43,7 @@ QString LXMdiArea::MakeDefaultCopyName(LXDocumentInterface* document)
     const QString base = tr("%1 copy").arg(document->GetDocumentName());
     QString name = base;
     for (int number = 2; isTaken(name); ++number)
-        name = tr("%1 %2").arg(base).arg(number);
+        name = tr("%1 %2").arg(base, QString::number(number));
     return name;
 }
 

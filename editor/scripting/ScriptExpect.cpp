@@ -58,7 +58,8 @@ void ScriptExpect::ok(const QJSValue& seen, const QString& what)
 void ScriptExpect::near(const QJSValue& seen, const QJSValue& expected, double tolerance, const QString& what)
 {
     if (IsNear(seen, expected, tolerance)) return;
-    Complain(what, tr("not near"), tr("%1, within %2").arg(TextOf(expected)).arg(tolerance), TextOf(seen));
+    Complain(what, tr("not near"), tr("%1, within %2").arg(TextOf(expected), QString::number(tolerance)),
+             TextOf(seen));
 }
 
 void ScriptExpect::contains(const QJSValue& seen, const QJSValue& part, const QString& what)

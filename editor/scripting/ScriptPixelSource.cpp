@@ -126,11 +126,8 @@ QJSValue ScriptPixelSource::compare(const QString& path, const QJSValue& toleran
         const QImage own = ReadAll();
         if (own.size() != other.size()) {
             throw ScriptError(QStringLiteral("\"%1\" has %2 × %3 pixels, and %4 × %5 are expected.")
-                                  .arg(path)
-                                  .arg(other.width())
-                                  .arg(other.height())
-                                  .arg(own.width())
-                                  .arg(own.height()));
+                                  .arg(path, QString::number(other.width()), QString::number(other.height()),
+                                       QString::number(own.width()), QString::number(own.height())));
         }
         const PictureStatistics::Difference difference = PictureStatistics::Compare(own, other, allowed);
         QJSValue result = Context().GetEngine().newObject();

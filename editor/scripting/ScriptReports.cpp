@@ -74,7 +74,8 @@ QString ScriptReports::wait(const QString& part, int limit)
             if (line.contains(part)) return line;
         }
         if (clock.elapsed() >= limit) {
-            m_Context.ThrowError(tr("no line with \"%1\" came within %2 ms").arg(part).arg(limit));
+            m_Context.ThrowError(
+                tr("no line with \"%1\" came within %2 ms").arg(part, QString::number(limit)));
             break;
         }
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

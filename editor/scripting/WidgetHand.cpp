@@ -67,11 +67,9 @@ void DragSlider(QAbstractSlider* slider, int value)
 void RequireRange(const QWidget* widget, double value, double minimum, double maximum)
 {
     if (value >= minimum && value <= maximum) return;
-    throw ScriptError(QStringLiteral("%1 goes from %2 to %3, not to %4.")
-                          .arg(Named(widget))
-                          .arg(minimum)
-                          .arg(maximum)
-                          .arg(value));
+    throw ScriptError(
+        QStringLiteral("%1 goes from %2 to %3, not to %4.")
+            .arg(Named(widget), QString::number(minimum), QString::number(maximum), QString::number(value)));
 }
 } // namespace
 
@@ -166,8 +164,8 @@ void WidgetHand::Choose(QWidget* widget, int index) const
     RequireUsable(widget);
     const int count = WidgetReading::Items(widget).size();
     if (index < 0 || index >= count) {
-        throw ScriptError(
-            QStringLiteral("%1 has %2 items, and no item %3.").arg(Named(widget)).arg(count).arg(index));
+        throw ScriptError(QStringLiteral("%1 has %2 items, and no item %3.")
+                              .arg(Named(widget), QString::number(count), QString::number(index)));
     }
     if (auto* tabWidget = qobject_cast<QTabWidget*>(widget)) widget = tabWidget->tabBar();
     if (auto* combo = qobject_cast<QComboBox*>(widget)) {

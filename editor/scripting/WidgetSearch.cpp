@@ -101,9 +101,7 @@ QWidget* WidgetSearch::Find(const QString& path, QWidget* below)
     for (int i = 0; i < std::min(candidates, 5); ++i)
         lines.append(QStringLiteral("  ") + WidgetReading::Path(found[i]));
     throw ScriptError(QStringLiteral("%1 names %2 widgets, among them\n%3")
-                          .arg(Quoted(path))
-                          .arg(candidates)
-                          .arg(lines.join('\n')));
+                          .arg(Quoted(path), QString::number(candidates), lines.join('\n')));
 }
 
 QString WidgetSearch::Tree(QWidget* top)

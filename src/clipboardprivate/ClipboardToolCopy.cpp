@@ -240,7 +240,8 @@ QList<QStandardItem*> ClipboardTool::MakeRow(const ClipboardItem& item, const QV
     picture->setIcon(ZKIconHelper::DisabledIcon(Thumbnail(item.m_Image)));
     picture->setData(QVariant::fromValue(item.m_Image), ClipboardRole::Image);
     picture->setData(origin, ClipboardRole::Origin);
-    Cell size = MakeTextCell(tr("%1\n%2x%3 px").arg(item.m_Name).arg(width).arg(height));
+    Cell size =
+        MakeTextCell(tr("%1\n%2x%3 px").arg(item.m_Name, QString::number(width), QString::number(height)));
     Cell memory = MakeTextCell(tr("%1\n%2 bytes")
                                    .arg(QDateTime::currentDateTime().time().toString())
                                    .arg(qint64(width) * height * BytesPerPixel));

@@ -35,6 +35,7 @@ private slots:
     void theListIsSRgbAndWhatTheFoldersHold();
     void brokenFilesOfTheFoldersAreLeftOut();
     void profilesOfOneNameAreToldApart();
+    void aPercentSignInAFileNameStaysOne();
     void aFileIsTakenOnce();
     void aFileThatIsNoProfileTellsWhy_data();
     void aFileThatIsNoProfileTellsWhy();
@@ -104,6 +105,20 @@ void TestCmsManager::profilesOfOneNameAreToldApart()
     const int other = m_pManager->FindRGBProfile(m_Folder.filePath("icc/vendor/b.ICM"));
     QVERIFY(other > 0);
     QCOMPARE(m_pManager->GetRGBProfileName(other), QString("sRGB (b.ICM)"));
+}
+
+void TestCmsManager::aPercentSignInAFileNameStaysOne()
+{
+    QStringList names;
+    QByteArray bytes = IccOf(QColorSpace::AdobeRgb);
+    for (const char* folder : {"x", "y"}) {
+        QString message;
+        QVERIFY(QDir(m_Folder.path()).mkpath(folder));
+        bytes.append("more"); // another profile of the same name
+        const QString path = Write(m_Folder.filePath(QString(folder) + "/50%1.icc"), bytes);
+        names << m_pManager->GetRGBProfileName(m_pManager->AddRGBProfile(path, &message));
+    }
+    QCOMPARE(names, QStringList({"Adobe RGB (50%1.icc)", "Adobe RGB (50%1.icc, 2)"}));
 }
 
 void TestCmsManager::aFileIsTakenOnce()

@@ -382,6 +382,9 @@ void TestMdiArea::copyNamesAreFree()
     QCOMPARE(LXMdiArea::MakeDefaultCopyName(document), QString("sea copy"));
     Open("sea copy");
     QCOMPARE(LXMdiArea::MakeDefaultCopyName(document), QString("sea copy 2"));
+    document->SetDocumentName("50%1");
+    Open("50%1 copy");
+    QCOMPARE(LXMdiArea::MakeDefaultCopyName(document), QString("50%1 copy 2"));
     QCOMPARE(LXMdiArea::MakeDefaultCopyName(nullptr), QString());
 }
 
