@@ -4,6 +4,7 @@
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
 #include "app/SaveSelectionDialog.h"
+#include "app/TargetDocument.h"
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "document/SelectionChannels.h"
@@ -11,12 +12,26 @@
 #include "guicore/LXMessageBox.h"
 #include "history/ChannelCommands.h"
 #include "history/LexoCommand.h"
-#include "history/LexoUndoStack.h"
 
 #include <QAction>
 #include <QMenu>
 
 #include <new>
+
+namespace {
+SelectionChannels* ChannelsOf(LXDocumentInterface* document)
+{
+    return LXDocumentInterfacePrivate::Get(document)->channels;
+}
+
+/// A piece that floats lands before the selection is read. False when nothing can be changed now.
+bool Begin(const TargetDocument& target)
+{
+    if (!target.IsFree()) return false;
+    target.LandPieces();
+    return true;
+}
+} // namespace
 
 ChannelMenu::ChannelMenu(MainWindow* window)
     : QObject(window), m_pWindow(window), m_pDelete(std::make_unique<QMenu>(tr("&Delete Saved Selection")))
@@ -45,53 +60,38 @@ void ChannelMenu::Follow(ZKDocumentView* view)
 {
     if (m_pDocument) {
         m_pDocument->disconnect(this);
-        GetChannels()->disconnect(this);
+        ChannelsOf(m_pDocument)->disconnect(this);
     }
-    m_pHistory = view ? view->GetHistory() : nullptr;
     m_pDocument = view ? view->GetModel()->GetDocument() : nullptr;
     if (m_pDocument) {
         connect(m_pDocument, &LXDocumentInterface::SelectionChanged, this, &ChannelMenu::UpdateActions);
         connect(m_pDocument, &LXDocumentInterface::Locked, this, &ChannelMenu::UpdateActions);
         connect(m_pDocument, &LXDocumentInterface::Unlocked, this, &ChannelMenu::UpdateActions);
-        connect(GetChannels(), &SelectionChannels::Changed, this, &ChannelMenu::ListChannels);
+        connect(ChannelsOf(m_pDocument), &SelectionChannels::Changed, this, &ChannelMenu::ListChannels);
     }
     ListChannels();
 }
 
-SelectionChannels* ChannelMenu::GetChannels() const
-{
-    return LXDocumentInterfacePrivate::Get(m_pDocument)->channels;
-}
-
-bool ChannelMenu::Begin()
-{
-    if (!m_pDocument || !m_pHistory || m_pDocument->GetLockState()) return false;
-    m_pHistory->commit();
-    return true;
-}
-
-void ChannelMenu::Push(LexoCommand* command)
-{
-    if (command) m_pHistory->push(command);
-}
-
 void ChannelMenu::Save()
 {
-    if (!Begin() || !m_pDocument->HasSelection()) return;
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (!Begin(target) || !target.Get()->HasSelection()) return;
 
-    SaveSelectionDialog dialog(GetChannels()->Names(), m_pWindow);
-    if (dialog.Exec() != QDialog::Accepted || !Begin()) return;
-    Push(ChannelCommands::Save(m_pDocument, dialog.GetName()));
+    SaveSelectionDialog dialog(ChannelsOf(target.Get())->Names(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !Begin(target)) return;
+    target.Push(std::unique_ptr<LexoCommand>(ChannelCommands::Save(target.Get(), dialog.GetName())));
 }
 
 void ChannelMenu::Load()
 {
-    if (!Begin() || GetChannels()->All().isEmpty()) return;
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (!Begin(target) || ChannelsOf(target.Get())->All().isEmpty()) return;
 
-    LoadSelectionDialog dialog(GetChannels()->Names(), m_pDocument->HasSelection(), m_pWindow);
-    if (dialog.Exec() != QDialog::Accepted || !Begin()) return;
+    LoadSelectionDialog dialog(ChannelsOf(target.Get())->Names(), target.Get()->HasSelection(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !Begin(target)) return;
     try {
-        Push(ChannelCommands::Load(m_pDocument, dialog.GetRow(), dialog.GetOperation()));
+        target.Push(std::unique_ptr<LexoCommand>(
+            ChannelCommands::Load(target.Get(), dialog.GetRow(), dialog.GetOperation())));
     } catch (const std::bad_alloc&) {
         LXMessageBox::Warning(m_pWindow, tr("Load selection"),
                               tr("There is not enough memory to combine the selections."), LXMessageBox::Ok);
@@ -100,13 +100,16 @@ void ChannelMenu::Load()
 
 void ChannelMenu::Delete(int row)
 {
-    if (Begin()) Push(ChannelCommands::Delete(m_pDocument, row));
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (Begin(target)) {
+        target.Push(std::unique_ptr<LexoCommand>(ChannelCommands::Delete(target.Get(), row)));
+    }
 }
 
 void ChannelMenu::ListChannels()
 {
     m_pDelete->clear();
-    const QStringList names = m_pDocument ? GetChannels()->Names() : QStringList();
+    const QStringList names = m_pDocument ? ChannelsOf(m_pDocument)->Names() : QStringList();
     for (int row = 0; row < names.size(); ++row) {
         // A name's own ampersand isn't a mnemonic.
         QString text = names[row];
@@ -119,7 +122,7 @@ void ChannelMenu::ListChannels()
 
 void ChannelMenu::UpdateActions()
 {
-    const bool isFree = m_pDocument && m_pHistory && !m_pDocument->GetLockState();
+    const bool isFree = m_pDocument && !m_pDocument->GetLockState();
     const bool hasChannels = !m_pDelete->isEmpty();
     m_pSave->setEnabled(isFree && m_pDocument->HasSelection());
     m_pLoad->setEnabled(isFree && hasChannels);

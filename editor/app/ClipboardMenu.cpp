@@ -18,6 +18,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QItemSelectionModel>
+#include <QPointer>
 
 namespace {
 constexpr int InPlacePosition = 8;
@@ -135,10 +136,11 @@ void ClipboardMenu::WithPicture(Work work)
 
 void ClipboardMenu::PasteInPlace()
 {
-    ZKDocumentView* view = m_pWindow->GetActiveView();
+    const QPointer<ZKDocumentView> view = m_pWindow->GetActiveView();
     if (!LayerPictures::MayAdd(view)) return;
 
     WithPicture([view](const Copied& copied) {
+        if (!LayerPictures::MayAdd(view)) return;
         const QSize canvas = view->GetModel()->GetDocument()->GetDocumentSize();
         const QPointF middle(canvas.width() / 2.0, canvas.height() / 2.0);
         const QPoint topLeft = copied.origin.value_or(LayerPictures::Centered(copied.image, middle));
@@ -148,10 +150,11 @@ void ClipboardMenu::PasteInPlace()
 
 void ClipboardMenu::PasteIntoView()
 {
-    ZKDocumentView* view = m_pWindow->GetActiveView();
+    const QPointer<ZKDocumentView> view = m_pWindow->GetActiveView();
     if (!LayerPictures::MayAdd(view)) return;
 
     WithPicture([view](const Copied& copied) {
+        if (!LayerPictures::MayAdd(view)) return;
         const QPoint topLeft = LayerPictures::Centered(copied.image, MiddleOfSight(view));
         LayerPictures::Add(view, {{copied.image, topLeft}}, tr("Paste into view"));
     });

@@ -25,6 +25,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QItemSelectionModel>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStatusBar>
 
@@ -160,8 +161,11 @@ QString DocumentFiles::GetPath(const LXDocumentInterface* document) const
 bool DocumentFiles::CloseAll()
 {
     // First all questions, then all closes: a late "Cancel" leaves everything as it was.
-    for (LXDocumentInterface* document : LXDocumentManager::Instance()->GetDocuments()) {
-        if (IsModified(document) && !AskBeforeClose(document)) return false;
+    QList<QPointer<LXDocumentInterface>> documents;
+    for (LXDocumentInterface* document : LXDocumentManager::Instance()->GetDocuments())
+        documents.append(document);
+    for (const QPointer<LXDocumentInterface>& document : documents) {
+        if (IsOpen(document) && IsModified(document) && !AskBeforeClose(document)) return false;
     }
     const QScopedValueRollback<bool> answered(m_bAllAnswered, true);
     if (LXMdiAreaPrivate::Get(m_pWindow->GetDocumentArea())->CloseAll()) return true;
@@ -169,15 +173,15 @@ bool DocumentFiles::CloseAll()
     return false;
 }
 
-bool DocumentFiles::AskBeforeClose(LXDocumentInterface* document)
+bool DocumentFiles::AskBeforeClose(LXDocumentInterface* asked)
 {
-    BringToFront(document);
+    BringToFront(asked);
+    const QPointer<LXDocumentInterface> document = asked;
     const LXMessageBox::Button answer = LXMessageBox::Warning(
         m_pWindow, Title(),
-        tr("“%1” has changes that are not saved. Save them before it closes?")
-            .arg(document->GetDocumentName()),
+        tr("“%1” has changes that are not saved. Save them before it closes?").arg(asked->GetDocumentName()),
         LXMessageBox::Save | LXMessageBox::Discard | LXMessageBox::Cancel, LXMessageBox::Save);
-    if (answer == LXMessageBox::Save) return Save(document);
+    if (answer == LXMessageBox::Save) return IsOpen(document) && Save(document);
     return answer == LXMessageBox::Discard;
 }
 
@@ -237,6 +241,11 @@ QSet<int> DocumentFiles::SelectedRows(const LXDocumentInterface* document) const
         rows.insert(index.row());
     }
     return rows;
+}
+
+bool DocumentFiles::IsOpen(const LXDocumentInterface* document) const
+{
+    return LXMdiAreaPrivate::Get(m_pWindow->GetDocumentArea())->FindWindow(document) != nullptr;
 }
 
 bool DocumentFiles::IsModified(const LXDocumentInterface* document) const

@@ -48,19 +48,19 @@ public:
 
     /// Asks for a file and saves there; from then on it is the document's file. Flat formats are offered only
     /// for a picture that fits into them.
-    bool SaveAs(LXDocumentInterface* document);
+    bool SaveAs(LXDocumentInterface* saved);
 
     /// Saves there without a dialog for the name; the ending chooses the format. From then on it is the
     /// document's file, unless it can't hold all of the picture: then this is an export.
     bool SaveTo(LXDocumentInterface* document, const QString& path);
 
     /// Asks for a flat file and writes a copy there.
-    bool Export(LXDocumentInterface* document);
+    bool Export(LXDocumentInterface* exported);
 
     /// Writes a flat copy without a dialog for the name; the ending chooses the format. The document keeps
     /// its own file and stays as modified as it was. What the format can't hold is told before, and the user
     /// may cancel.
-    bool ExportTo(LXDocumentInterface* document, const QString& path);
+    bool ExportTo(LXDocumentInterface* exported, const QString& path);
 
     /// The document's file; empty when it has none.
     QString GetPath(const LXDocumentInterface* document) const;
@@ -90,15 +90,18 @@ private:
     ZKDocumentView* ViewOf(const LXDocumentInterface* document) const;
     LexoUndoStack* HistoryOf(const LXDocumentInterface* document) const;
     bool IsModified(const LXDocumentInterface* document) const;
-    bool AskBeforeClose(LXDocumentInterface* document);
+    /// Whether it still has its window: while something is asked or written, it may be closed.
+    bool IsOpen(const LXDocumentInterface* document) const;
+    bool AskBeforeClose(LXDocumentInterface* asked);
     void SelectRows(const LXDocumentInterface* document, const QSet<int>& rows);
     QSet<int> SelectedRows(const LXDocumentInterface* document) const;
     QString SuggestedPath(const LXDocumentInterface* document, const QString& ending) const;
-    bool SaveOwn(LXDocumentInterface* document, const QString& path);
-    bool SaveFlat(LXDocumentInterface* document, const QString& path);
+    bool SaveOwn(LXDocumentInterface* saved, const QString& path);
+    bool SaveFlat(LXDocumentInterface* saved, const QString& path);
     bool WriteFlat(const QString& path, const Picture& picture);
     bool FitsInto(const LXDocumentInterface* document, PictureFile::Format format) const;
-    bool AcceptsLosses(LXDocumentInterface* document, const QStringList& content, const QStringList& others);
+    bool AcceptsLosses(const LXDocumentInterface* document, const QStringList& content,
+                       const QStringList& others);
     void MarkSaved(LXDocumentInterface* document, const QString& path);
     bool IsBusy(const LXDocumentInterface* document); // and tells so
     void Tell(const QString& message);

@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QStatusBar>
 
 namespace {
@@ -56,17 +57,18 @@ bool DocumentFiles::Save(LXDocumentInterface* document)
                                                                        : SaveAs(document);
 }
 
-bool DocumentFiles::SaveAs(LXDocumentInterface* document)
+bool DocumentFiles::SaveAs(LXDocumentInterface* saved)
 {
-    if (!document || IsBusy(document)) return false;
+    if (!saved || IsBusy(saved)) return false;
 
+    const QPointer<LXDocumentInterface> document = saved;
     const bool fitsFlat = FitsInto(document, PictureFile::Format::Png);
     const bool isFlat = fitsFlat && PictureFile::CanWrite(PictureFile::FormatOfName(GetPath(document)));
     const QString suggestion = isFlat ? GetPath(document) : SuggestedPath(document, OraFile::Ending());
     const QString path =
         SaveDialog::Ask(m_pWindow, {tr("Save as"), suggestion,
                                     fitsFlat ? DocumentFile::SaveFilter() : DocumentFile::OwnFilter()});
-    return !path.isEmpty() && SaveTo(document, path);
+    return !path.isEmpty() && IsOpen(document) && SaveTo(document, path);
 }
 
 bool DocumentFiles::SaveTo(LXDocumentInterface* document, const QString& path)
@@ -79,9 +81,10 @@ bool DocumentFiles::SaveTo(LXDocumentInterface* document, const QString& path)
     return FitsInto(document, format) ? SaveFlat(document, path) : ExportTo(document, path);
 }
 
-bool DocumentFiles::SaveOwn(LXDocumentInterface* document, const QString& path)
+bool DocumentFiles::SaveOwn(LXDocumentInterface* saved, const QString& path)
 {
-    LandFloatingPieces(document, HistoryOf(document));
+    LandFloatingPieces(saved, HistoryOf(saved));
+    const QPointer<LXDocumentInterface> document = saved;
     const OraContent content = OraFile::TakeContent(document, SelectedRows(document));
     PictureFile::Outcome outcome;
     WaitedWork::Run(m_pWindow, tr("Saving “%1”…").arg(QFileInfo(path).fileName()), true,
@@ -91,18 +94,20 @@ bool DocumentFiles::SaveOwn(LXDocumentInterface* document, const QString& path)
     return true;
 }
 
-bool DocumentFiles::SaveFlat(LXDocumentInterface* document, const QString& path)
+bool DocumentFiles::SaveFlat(LXDocumentInterface* saved, const QString& path)
 {
-    LandFloatingPieces(document, HistoryOf(document));
+    LandFloatingPieces(saved, HistoryOf(saved));
+    const QPointer<LXDocumentInterface> document = saved;
     if (!WriteFlat(path, PictureFile::TakePicture(document))) return false;
     MarkSaved(document, path);
     return true;
 }
 
-bool DocumentFiles::Export(LXDocumentInterface* document)
+bool DocumentFiles::Export(LXDocumentInterface* exported)
 {
-    if (!document || IsBusy(document)) return false;
+    if (!exported || IsBusy(exported)) return false;
 
+    const QPointer<LXDocumentInterface> document = exported;
     QString suggestion = m_Records.value(document).exportPath;
     if (suggestion.isEmpty()) {
         const QString path = GetPath(document);
@@ -110,23 +115,24 @@ bool DocumentFiles::Export(LXDocumentInterface* document)
         suggestion = isFlat ? path : SuggestedPath(document, QStringLiteral("png"));
     }
     const QString path = SaveDialog::Ask(m_pWindow, {tr("Export"), suggestion, PictureFile::SaveFilter()});
-    return !path.isEmpty() && ExportTo(document, path);
+    return !path.isEmpty() && IsOpen(document) && ExportTo(document, path);
 }
 
-bool DocumentFiles::ExportTo(LXDocumentInterface* document, const QString& path)
+bool DocumentFiles::ExportTo(LXDocumentInterface* exported, const QString& path)
 {
-    if (!document || IsBusy(document)) return false;
+    if (!exported || IsBusy(exported)) return false;
 
     const PictureFile::Format format = PictureFile::FormatOfName(path);
     if (!PictureFile::CanWrite(format)) return TellUnknownEnding(path);
-    LandFloatingPieces(document, HistoryOf(document));
+    LandFloatingPieces(exported, HistoryOf(exported));
+    const QPointer<LXDocumentInterface> document = exported;
     const Picture picture = PictureFile::TakePicture(document);
     if (!AcceptsLosses(document, PictureLosses::OfContent(document, picture, format),
                        PictureLosses::OfNotes(picture, format) + PictureLosses::OfAids(document, format))) {
         return false;
     }
     if (!WriteFlat(path, picture)) return false;
-    m_Records[document].exportPath = path;
+    if (IsOpen(document)) m_Records[document].exportPath = path;
     m_pWindow->statusBar()->showMessage(tr("Exported to “%1”").arg(QDir::toNativeSeparators(path)),
                                         ExportedTime);
     return true;
@@ -146,10 +152,12 @@ bool DocumentFiles::WriteFlat(const QString& path, const Picture& picture)
 void DocumentFiles::MarkSaved(LXDocumentInterface* document, const QString& path)
 {
     const QFileInfo file(path);
-    m_Records[document].path = file.canonicalFilePath();
-    document->SetDocumentName(file.fileName());
-    document->SetDocumentState(0);
-    if (LexoUndoStack* history = HistoryOf(document)) history->setClean();
+    if (IsOpen(document)) {
+        m_Records[document].path = file.canonicalFilePath();
+        document->SetDocumentName(file.fileName());
+        document->SetDocumentState(0);
+        if (LexoUndoStack* history = HistoryOf(document)) history->setClean();
+    }
     ZKApplication::SetUserValue(FolderKey, file.absolutePath());
     emit FileUsed(file.canonicalFilePath());
 }
@@ -168,13 +176,14 @@ bool DocumentFiles::FitsInto(const LXDocumentInterface* document, PictureFile::F
     return PictureLosses::OfContent(document, PictureFile::TakePicture(document), format).isEmpty();
 }
 
-bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QStringList& content,
+bool DocumentFiles::AcceptsLosses(const LXDocumentInterface* document, const QStringList& content,
                                   const QStringList& others)
 {
     // What leaves the pixels as they are is worth a line, not a question of its own.
     const QString losses = content.isEmpty() ? QString() : (content + others).join('\n');
-    Record& record = m_Records[document];
-    if (losses.isEmpty() || losses == record.acceptedLosses) return true;
+    if (losses.isEmpty() || losses == m_Records.value(document).acceptedLosses) return true;
+
+    const QPointer<const LXDocumentInterface> asked = document;
 
     const LXMessageBox::Button answer = LXMessageBox::Warning(
         m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
@@ -182,7 +191,7 @@ bool DocumentFiles::AcceptsLosses(LXDocumentInterface* document, const QStringLi
         LXMessageBox::Save | LXMessageBox::Cancel, LXMessageBox::Save);
     if (answer != LXMessageBox::Save) return false;
 
-    record.acceptedLosses = losses;
+    if (IsOpen(asked)) m_Records[asked].acceptedLosses = losses;
     return true;
 }
 

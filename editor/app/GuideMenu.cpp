@@ -3,17 +3,15 @@
 #include "app/GuideDialog.h"
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
+#include "app/TargetDocument.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "gui/ZKDocumentView.h"
 #include "history/GuideCommands.h"
 #include "history/LexoCommand.h"
-#include "history/LexoUndoStack.h"
 
 #include <QAction>
-
-#include <memory>
 
 namespace {
 const QLatin1String ShownKey("Editor/ShowGuides");
@@ -63,11 +61,12 @@ void GuideMenu::Show(bool shown)
 
 void GuideMenu::AskForGuide()
 {
-    if (!m_pDocument) return;
-    GuideDialog dialog(m_pDocument->GetDocumentSize(), m_pWindow);
-    if (dialog.Exec() != QDialog::Accepted || !m_pDocument || m_pDocument->GetLockState()) return;
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (!target.IsFree()) return;
+    GuideDialog dialog(target.Get()->GetDocumentSize(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !target.IsFree()) return;
 
-    Push(GuideCommands::Add(m_pDocument, dialog.GetGuide()));
+    target.Push(std::unique_ptr<LexoCommand>(GuideCommands::Add(target.Get(), dialog.GetGuide())));
     // A guide that was asked for is to be seen.
     m_pShow->setChecked(true);
     Show(true);
@@ -75,19 +74,8 @@ void GuideMenu::AskForGuide()
 
 void GuideMenu::Clear()
 {
-    if (!m_pDocument || m_pDocument->GetLockState()) return;
-    if (LexoCommand* command = GuideCommands::Clear(m_pDocument)) Push(command);
-}
-
-void GuideMenu::Push(LexoCommand* command)
-{
-    std::unique_ptr<LexoCommand> owned(command);
-    const ZKDocumentView* view = m_pWindow->GetActiveView();
-    if (view && view->GetHistory()) {
-        view->GetHistory()->push(owned.release());
-    } else {
-        owned->redo();
-    }
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (target.IsFree()) target.Push(std::unique_ptr<LexoCommand>(GuideCommands::Clear(target.Get())));
 }
 
 void GuideMenu::UpdateActions()

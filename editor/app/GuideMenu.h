@@ -3,7 +3,6 @@
 #include <QObject>
 #include <QPointer>
 
-class LexoCommand;
 class LXDocumentInterface;
 class MainWindow;
 class QAction;
@@ -23,7 +22,6 @@ private:
     void Show(bool shown);
     void AskForGuide();
     void Clear();
-    void Push(LexoCommand* command);
     void UpdateActions();
 
     MainWindow* m_pWindow;

@@ -12,6 +12,7 @@ bool WaitUntilUnlocked(LXDocumentInterface* document)
 
     QEventLoop loop;
     QObject::connect(document, &LXDocumentInterface::Unlocked, &loop, &QEventLoop::quit);
+    QObject::connect(document, &QObject::destroyed, &loop, [&loop] { loop.exit(1); });
     QTimer::singleShot(limit, &loop, [&loop] { loop.exit(1); });
     return loop.exec() == 0;
 }

@@ -6,6 +6,7 @@
 #include "history/LayerCommands.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 
 #include <QItemSelectionModel>
 
@@ -21,15 +22,6 @@ unsigned int IdOfSelected(const ZKDocumentView* view)
     for (const QModelIndex& index : rows)
         top = std::min(top, index.row());
     return rows.isEmpty() ? 1 : static_cast<unsigned int>(top) + 1;
-}
-
-void Push(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
-{
-    if (history) {
-        history->push(command.release());
-    } else {
-        command->redo();
-    }
 }
 
 /// One step of the history, which also ends when something inside fails.
@@ -67,7 +59,7 @@ void LayerPictures::Add(ZKDocumentView* view, const QList<Place>& places, const 
             LayerCommands::AddPicture(view->GetModel()->GetDocument(), view->GetLayerSelection(),
                                       IdOfSelected(view), place.image, place.topLeft));
         command->setText(text);
-        Push(history, std::move(command));
+        PushOrRun(history, std::move(command));
     }
 }
 

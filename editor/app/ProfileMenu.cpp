@@ -3,6 +3,7 @@
 #include "app/MainWindow.h"
 #include "app/MenuAction.h"
 #include "app/ProfileDialog.h"
+#include "app/TargetDocument.h"
 #include "app/WaitedWork.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -10,7 +11,6 @@
 #include "guicore/LXMessageBox.h"
 #include "history/LayerColors.h"
 #include "history/LexoCommand.h"
-#include "history/LexoUndoStack.h"
 #include "history/ProfileCommands.h"
 #include "image/TileThreads.h"
 #include "resource/LXResource.h"
@@ -22,6 +22,31 @@
 namespace {
 /// Below what tools put into the menu.
 constexpr int Position = 20;
+
+/// Null when it was cancelled, when it failed, which was told, and when the picture was closed meanwhile.
+std::unique_ptr<LexoCommand> MakeConversion(const TargetDocument& target, const ZKCMSProfile& profile,
+                                            const ZKCMSRendering& rendering, QWidget* window)
+{
+    const QString name = target.Get()->GetDocumentName();
+    try {
+        const LayerColors before = LayerColors::Of(target.Get());
+        LayerColors after;
+        WaitedWork::Run(
+            window, ProfileMenu::tr("Converting “%1”…").arg(name), true, [&](const FileProgress& progress) {
+                const TileThreads::CancelScope scope([&progress] { return !progress.IsCancelled(); });
+                after = before.Converted(profile, rendering, progress.setPermille);
+            });
+        if (!target.Get()) return nullptr;
+        return std::unique_ptr<LexoCommand>(ProfileCommands::Convert(target.Get(), before, after));
+    } catch (const TileThreads::Cancelled&) {
+        return nullptr;
+    } catch (const std::exception& error) {
+        LXMessageBox::Critical(window, LXResource::GetData(LXResource::ProductName).toString(),
+                               ProfileMenu::tr("“%1” can't be converted: %2\nNothing was changed.")
+                                   .arg(name, QString::fromUtf8(error.what())));
+        return nullptr;
+    }
+}
 } // namespace
 
 ProfileMenu::ProfileMenu(MainWindow* window) : QObject(window), m_pWindow(window)
@@ -57,67 +82,35 @@ void ProfileMenu::Follow(ZKDocumentView* view)
 
 void ProfileMenu::Assign()
 {
-    if (!m_pDocument || m_pDocument->GetLockState()) return;
-    ProfileDialog dialog(ProfileDialog::Purpose::Assign, m_pDocument->GetICCProfile(), m_pWindow);
-    if (dialog.Exec() != QDialog::Accepted || !m_pDocument || m_pDocument->GetLockState()) return;
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (!target.IsFree()) return;
+    ProfileDialog dialog(ProfileDialog::Purpose::Assign, target.Get()->GetICCProfile(), m_pWindow);
+    if (dialog.Exec() != QDialog::Accepted || !target.IsFree()) return;
 
-    if (LexoCommand* command = ProfileCommands::Assign(m_pDocument, dialog.GetProfile())) Push(command);
+    target.Push(std::unique_ptr<LexoCommand>(ProfileCommands::Assign(target.Get(), dialog.GetProfile())));
 }
 
 void ProfileMenu::Convert()
 {
-    if (!m_pDocument || m_pDocument->GetLockState()) return;
-    ProfileDialog dialog(ProfileDialog::Purpose::Convert, m_pDocument->GetICCProfile(), m_pWindow);
-    if (dialog.Exec() == QDialog::Accepted && m_pDocument) {
-        ConvertTo(dialog.GetProfile(), dialog.GetRendering());
+    const TargetDocument target(m_pWindow->GetActiveView());
+    if (!target.IsFree()) return;
+    ProfileDialog dialog(ProfileDialog::Purpose::Convert, target.Get()->GetICCProfile(), m_pWindow);
+    if (dialog.Exec() == QDialog::Accepted && target.IsFree()) {
+        ConvertTo(target, dialog.GetProfile(), dialog.GetRendering());
     }
 }
 
-void ProfileMenu::ConvertTo(const ZKCMSProfile& target, const ZKCMSRendering& rendering)
+void ProfileMenu::ConvertTo(const TargetDocument& target, const ZKCMSProfile& profile,
+                            const ZKCMSRendering& rendering)
 {
-    if (m_pDocument->GetICCProfile() == target) return;
+    if (target.Get()->GetICCProfile() == profile) return;
     // What floats is put down before the pixels are read.
-    const ZKDocumentView* view = m_pWindow->GetActiveView();
-    if (view && view->GetHistory()) view->GetHistory()->commit();
-    if (!m_pDocument || !m_pDocument->Lock()) return;
+    target.LandPieces();
+    if (!target.Get() || !target.Get()->Lock()) return;
 
-    LexoCommand* command = MakeConversion(target, rendering);
-    m_pDocument->Unlock();
-    if (command) Push(command);
-}
-
-/// Null when it was cancelled or failed, and that was told.
-LexoCommand* ProfileMenu::MakeConversion(const ZKCMSProfile& target, const ZKCMSRendering& rendering)
-{
-    try {
-        const LayerColors before = LayerColors::Of(m_pDocument);
-        LayerColors after;
-        WaitedWork::Run(m_pWindow, tr("Converting “%1”…").arg(m_pDocument->GetDocumentName()), true,
-                        [&](const FileProgress& progress) {
-                            const TileThreads::CancelScope scope(
-                                [&progress] { return !progress.IsCancelled(); });
-                            after = before.Converted(target, rendering, progress.setPermille);
-                        });
-        return ProfileCommands::Convert(m_pDocument, before, after);
-    } catch (const TileThreads::Cancelled&) {
-        return nullptr;
-    } catch (const std::exception& error) {
-        LXMessageBox::Critical(m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
-                               tr("“%1” can't be converted: %2\nNothing was changed.")
-                                   .arg(m_pDocument->GetDocumentName(), QString::fromUtf8(error.what())));
-        return nullptr;
-    }
-}
-
-void ProfileMenu::Push(LexoCommand* command)
-{
-    std::unique_ptr<LexoCommand> owned(command);
-    const ZKDocumentView* view = m_pWindow->GetActiveView();
-    if (view && view->GetHistory()) {
-        view->GetHistory()->push(owned.release());
-    } else {
-        owned->redo();
-    }
+    std::unique_ptr<LexoCommand> command = MakeConversion(target, profile, rendering, m_pWindow);
+    if (target.Get()) target.Get()->Unlock();
+    target.Push(std::move(command));
 }
 
 void ProfileMenu::UpdateActions()

@@ -4,9 +4,9 @@
 #include <QPointer>
 
 class LXDocumentInterface;
-class LexoCommand;
 class MainWindow;
 class QAction;
+class TargetDocument;
 class ZKCMSProfile;
 class ZKDocumentView;
 struct ZKCMSRendering;
@@ -23,9 +23,8 @@ private:
     void Follow(ZKDocumentView* view);
     void Assign();
     void Convert();
-    void ConvertTo(const ZKCMSProfile& target, const ZKCMSRendering& rendering);
-    LexoCommand* MakeConversion(const ZKCMSProfile& target, const ZKCMSRendering& rendering);
-    void Push(LexoCommand* command);
+    void ConvertTo(const TargetDocument& target, const ZKCMSProfile& profile,
+                   const ZKCMSRendering& rendering);
     void UpdateActions();
 
     MainWindow* m_pWindow;

@@ -12,6 +12,7 @@
 #include "history/LayerCreateCommandData.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 #include "history/SelectionDeletion.h"
 
 #include <QItemSelectionModel>
@@ -272,10 +273,5 @@ bool LayerOperations::IsLocked(int row) const
 
 void LayerOperations::Push(LexoCommand* command)
 {
-    if (LexoUndoStack* history = m_pView->GetHistory()) {
-        history->push(command);
-        return;
-    }
-    const std::unique_ptr<LexoCommand> owned(command);
-    owned->redo();
+    PushOrRun(m_pView->GetHistory(), std::unique_ptr<LexoCommand>(command));
 }

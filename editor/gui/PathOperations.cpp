@@ -8,6 +8,7 @@
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/PathCommands.h"
+#include "history/PushOrRun.h"
 
 void PathOperations::SetView(ZKDocumentView* view)
 {
@@ -131,12 +132,7 @@ QList<int> PathOperations::SelectedRows() const
 
 void PathOperations::Push(LexoCommand* command) const
 {
-    if (LexoUndoStack* history = m_pView->GetHistory()) {
-        history->push(command);
-        return;
-    }
-    const std::unique_ptr<LexoCommand> owned(command);
-    owned->redo();
+    PushOrRun(m_pView->GetHistory(), std::unique_ptr<LexoCommand>(command));
 }
 
 QString PathOperations::NewName() const

@@ -14,6 +14,7 @@
 #include "gui/StrokeTarget.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 #include "history/SelectionCommand.h"
 #include "history/SelectionCommandData.h"
 
@@ -152,9 +153,5 @@ void PathUses::MakeSelection(ZKDocumentView* view)
     if (history) history->commit();
     std::unique_ptr<LexoCommand> command =
         MakeCommand(document, shape, OperationOf(dialog->GetSelectionOption()));
-    if (history) {
-        history->push(command.release());
-    } else {
-        command->redo();
-    }
+    PushOrRun(history, std::move(command));
 }

@@ -13,6 +13,7 @@
 #include "guicore/LXMessageBox.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 
 #include <QPainterPath>
 #include <QPointer>
@@ -26,15 +27,6 @@ const QLatin1String HardnessKey("RoundBrush/Hardness");
 const QLatin1String OpacityKey("RoundBrush/Opacity");
 const QLatin1String SpacingKey("RoundBrush/Spacing");
 constexpr int WholePercent = 100;
-
-void Push(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
-{
-    if (history) {
-        history->push(command.release());
-    } else {
-        command->redo();
-    }
-}
 } // namespace
 
 RoundBrush::RoundBrush(QObject* parent) : QObject(parent)
@@ -124,7 +116,7 @@ QString RoundBrush::Stroke(ZKDocumentView* view, int row, const QPainterPath& pa
         StrokeProgress progress(view->window(), target, path, color, settings);
         connect(view, &ZKDocumentView::AboutDestroy, &progress, &StrokeProgress::OnCancel);
         if (progress.Paint())
-            Push(view->GetHistory(), StrokeJob::MakeCommand(document, target, progress.GetChange()));
+            PushOrRun(view->GetHistory(), StrokeJob::MakeCommand(document, target, progress.GetChange()));
         return progress.GetFailure();
     } catch (const std::bad_alloc&) {
         return tr("There is not enough memory.");

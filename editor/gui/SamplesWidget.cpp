@@ -10,6 +10,7 @@
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/PathCommands.h"
+#include "history/PushOrRun.h"
 #include "utils/ZKIconHelper.h"
 
 class SamplesWidgetPrivate
@@ -137,12 +138,7 @@ void SamplesWidgetPrivate::Clear()
 
 void SamplesWidgetPrivate::Push(LexoCommand* command) const
 {
-    if (LexoUndoStack* history = m_pView->GetHistory()) {
-        history->push(command);
-        return;
-    }
-    const std::unique_ptr<LexoCommand> owned(command);
-    owned->redo();
+    PushOrRun(m_pView->GetHistory(), std::unique_ptr<LexoCommand>(command));
 }
 
 SamplesWidget::SamplesWidget(QWidget* parent)

@@ -10,6 +10,7 @@
 #include "history/LayerCommands.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 #include "scripting/LayerWords.h"
 #include "scripting/ScriptArguments.h"
 
@@ -242,9 +243,5 @@ void ScriptLayer::Push(LexoCommand* command) const
 {
     std::unique_ptr<LexoCommand> owned(command);
     CheckFree();
-    if (LexoUndoStack* history = History()) {
-        history->push(owned.release());
-    } else {
-        owned->redo();
-    }
+    PushOrRun(History(), std::move(owned));
 }
