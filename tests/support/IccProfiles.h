@@ -68,7 +68,7 @@ inline void WriteTable(cmsHPROFILE profile, cmsTagSignature tag, cmsUInt16Number
     cmsStageSampleCLut16bit(
         cube,
         [](const cmsUInt16Number* in, cmsUInt16Number* out, void* data) {
-            const int lowest = *static_cast<const cmsUInt16Number*>(data);
+            const cmsUInt32Number lowest = *static_cast<const cmsUInt16Number*>(data);
             out[0] = static_cast<cmsUInt16Number>(lowest + in[1] * (0xFF00 - lowest) / 0xFFFF);
             out[1] = static_cast<cmsUInt16Number>(0x7000 + in[0] / 8);
             out[2] = static_cast<cmsUInt16Number>(0x7000 + in[2] / 8);

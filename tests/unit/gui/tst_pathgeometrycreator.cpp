@@ -25,12 +25,14 @@ public:
 
     bool eventFilter(QObject*, QEvent* event) override
     {
-        const auto* mouse = static_cast<const QGraphicsSceneMouseEvent*>(event);
-        if (event->type() == QEvent::GraphicsSceneMousePress && mouse->button() == Qt::LeftButton) {
+        if (event->type() == QEvent::GraphicsSceneMousePress) {
+            const auto* mouse = static_cast<const QGraphicsSceneMouseEvent*>(event);
+            if (mouse->button() != Qt::LeftButton) return false;
             ++presses;
             OnPress(mouse->scenePos(), mouse->modifiers());
-        } else if (event->type() == QEvent::GraphicsSceneMouseMove && creator && mouse->buttons()) {
-            copies.append(creator->GetPath());
+        } else if (event->type() == QEvent::GraphicsSceneMouseMove && creator) {
+            if (static_cast<const QGraphicsSceneMouseEvent*>(event)->buttons())
+                copies.append(creator->GetPath());
         } else if (event->type() == QEvent::GraphicsSceneMouseRelease && creator) {
             released = creator->GetPath();
         }
