@@ -38,4 +38,14 @@ struct PathCurve
         const double count = std::ceil(std::sqrt(0.75 * most / Tolerance));
         return static_cast<int>(std::clamp(count, 1.0, MostChords));
     }
+
+    /// Calls `lineTo(point)` for the end of each chord; the last one is the curve's own end, to the last bit.
+    template <class LineTo>
+    void WalkChords(int count, const LineTo& lineTo) const
+    {
+        for (int i = 1; i < count; ++i) {
+            lineTo(At(static_cast<double>(i) / count));
+        }
+        lineTo(points[3]);
+    }
 };

@@ -1,10 +1,9 @@
 #include "image/PathEdges.h"
 
 #include "image/PathCurve.h"
+#include "image/PathWalk.h"
 
 #include <QRectF>
-
-#include <algorithm>
 
 namespace {
 /// Products of such coordinates are still finite.
@@ -33,10 +32,7 @@ public:
     {
         const PathCurve curve{{m_Last, a, b, end}};
         const int count = curve.Meets(m_Rect) ? curve.ChordCount() : 1;
-        for (int i = 1; i < count; ++i) {
-            LineTo(curve.At(static_cast<double>(i) / count));
-        }
-        LineTo(end);
+        curve.WalkChords(count, [this](const QPointF& point) { LineTo(point); });
     }
 
     std::vector<PathEdge> Take()
@@ -51,31 +47,11 @@ private:
     QPointF m_Last;
     std::vector<PathEdge> m_Edges;
 };
-
-QPointF PointOf(const QPainterPath::Element& element)
-{
-    return QPointF(std::clamp(element.x, -Farthest, Farthest), std::clamp(element.y, -Farthest, Farthest));
-}
 } // namespace
 
 std::vector<PathEdge> PathEdges::Of(const QPainterPath& path, const QRectF& rect)
 {
     EdgeCollector collector(rect);
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        switch (element.type) {
-        case QPainterPath::MoveToElement: collector.MoveTo(PointOf(element)); break;
-        case QPainterPath::LineToElement: collector.LineTo(PointOf(element)); break;
-        case QPainterPath::CurveToElement:
-            // Two data elements follow, the second control point and the end.
-            if (i + 2 < path.elementCount()) {
-                collector.CurveTo(PointOf(element), PointOf(path.elementAt(i + 1)),
-                                  PointOf(path.elementAt(i + 2)));
-            }
-            i += 2;
-            break;
-        case QPainterPath::CurveToDataElement: break;
-        }
-    }
+    WalkPath(path, Farthest, collector);
     return collector.Take();
 }

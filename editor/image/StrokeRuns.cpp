@@ -1,6 +1,7 @@
 #include "image/StrokeRuns.h"
 
 #include "image/PathCurve.h"
+#include "image/PathWalk.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,11 +51,7 @@ public:
     void CurveTo(const QPointF& a, const QPointF& b, const QPointF& end)
     {
         const PathCurve curve{{m_Last, a, b, end}};
-        const int count = curve.ChordCount();
-        for (int i = 1; i < count; ++i) {
-            LineTo(curve.At(static_cast<double>(i) / count));
-        }
-        LineTo(end);
+        curve.WalkChords(curve.ChordCount(), [this](const QPointF& point) { LineTo(point); });
     }
 
     std::vector<StrokeRun> Take() { return std::move(m_Runs); }
@@ -66,11 +63,6 @@ private:
     double m_Offset = 0; ///< from m_Last to the next point
     std::vector<StrokeRun> m_Runs;
 };
-
-QPointF PointOf(const QPainterPath::Element& element)
-{
-    return QPointF(std::clamp(element.x, -Farthest, Farthest), std::clamp(element.y, -Farthest, Farthest));
-}
 } // namespace
 
 std::optional<StrokeRun> StrokeRun::Within(const QRectF& rect) const
@@ -96,21 +88,6 @@ QRectF StrokeRun::Bounds() const
 std::vector<StrokeRun> StrokeRuns::Along(const QPainterPath& path, double spacing, const QRectF& touched)
 {
     RunCollector collector(spacing, touched);
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        switch (element.type) {
-        case QPainterPath::MoveToElement: collector.MoveTo(PointOf(element)); break;
-        case QPainterPath::LineToElement: collector.LineTo(PointOf(element)); break;
-        case QPainterPath::CurveToElement:
-            // Two data elements follow, the second control point and the end.
-            if (i + 2 < path.elementCount()) {
-                collector.CurveTo(PointOf(element), PointOf(path.elementAt(i + 1)),
-                                  PointOf(path.elementAt(i + 2)));
-            }
-            i += 2;
-            break;
-        case QPainterPath::CurveToDataElement: break;
-        }
-    }
+    WalkPath(path, Farthest, collector);
     return collector.Take();
 }
