@@ -44,7 +44,13 @@ void TellLayerChanged(LXDocumentInterface* document, unsigned int id, const Laye
 void PutPaths(const std::vector<LXSubPaths>& paths, LXPathsListModel* model)
 {
     for (int row = 0; row < std::min(model->rowCount(), static_cast<int>(paths.size())); ++row) {
-        model->SetPath(row, paths[static_cast<std::size_t>(row)]);
+        const LXSubPaths& path = paths[static_cast<std::size_t>(row)];
+        const LXSubPaths before = model->GetPath(row);
+        model->SetPath(row, path);
+        // Whoever edits one of them looks at it anew.
+        for (int i = 0; i < path.size(); ++i) {
+            if (path[i] != before.value(i)) emit model->ChangesCommitted(row, i);
+        }
     }
 }
 

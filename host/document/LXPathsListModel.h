@@ -89,8 +89,8 @@ signals:
     void PathChanged();
     void SubpathInserted(int row, int subPath);
     void SubpathRemoved(int row, int subPath);
-    /// A sub path has its final form: after a drag, and at each undo and redo that changes one. Sub paths
-    /// that come and go are told by the two above.
+    /// A sub path has its final form: after a drag, and at each step, undo and redo that changes one, those
+    /// that change the canvas included. Sub paths that come and go are told by the two above.
     void ChangesCommitted(int row, int subPath);
 
 private:

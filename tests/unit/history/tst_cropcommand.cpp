@@ -7,6 +7,7 @@
 #include "history/CropCommand.h"
 #include "history/LexoUndoStack.h"
 #include "image/ImageMetadata.h"
+#include "support/PathFixture.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>
@@ -75,6 +76,7 @@ private slots:
     void withoutAStackItIsDoneForGood();
     void theCanvasIsToldOfOnce();
     void aMoveOnACanvasOfTheSameSizeIsSeen();
+    void subPathsThatChangeAreCommittedEachWay();
 
     void theUndoLawHolds_data();
     void theUndoLawHolds();
@@ -465,6 +467,29 @@ void TestCropCommand::aMoveOnACanvasOfTheSameSizeIsSeen()
     QCOMPARE(log.Take().filter("CompositionChanged"), QStringList("CompositionChanged (0,0 40x30)"));
     QCOMPARE(shown(0), 0u);
     QCOMPARE(shown(14), 0xFFFF0000u);
+}
+
+/// What shows the handles of a sub path looks at it anew.
+void TestCropCommand::subPathsThatChangeAreCommittedEachWay()
+{
+    const OwnedDocument document = MakeCanvasDocument();
+    LXPathsListModel* paths = document->GetPathListModel();
+    paths->InsertSubPath(0, 1, {}, LXPathsListModel::Unite);
+    paths->InsertPath(1, "other", {{PathFixture::Line({1, 2}, {3, 4}), LXPathsListModel::Unite}});
+    LexoUndoStack stack;
+    PathFixture::PathSignals told(paths);
+    const auto committed = [&told] { return told.Take().filter("ChangesCommitted"); };
+    // An empty sub path is the same at any place.
+    const QStringList changed{"ChangesCommitted 0 0", "ChangesCommitted 1 0"};
+    QVERIFY(Crop(document.get(), QTransform::fromTranslate(-5, 0), QSize(90, 80), Hide, CopyPixels, &stack));
+    QCOMPARE(committed(), changed);
+    stack.undo();
+    QCOMPARE(committed(), changed);
+    stack.redo();
+    QCOMPARE(committed(), changed);
+    // More canvas to the right leaves every path where it is.
+    QVERIFY(Crop(document.get(), QTransform(), QSize(200, 80), Hide, CopyPixels, &stack));
+    QCOMPARE(committed(), QStringList());
 }
 
 void TestCropCommand::theUndoLawHolds_data()
