@@ -104,7 +104,7 @@ void InsertPath(LXPathsListModel& paths, InsertPathCommandData& data)
 void RemoveSubpath(LXPathsListModel& paths, RemoveSubpathCommandData& data)
 {
     const int count = paths.GetSubPathsCount(data.GetPathIndex());
-    if (data.GetSubpathIndex() >= count) data.SetSubpathIndex(NotThere);
+    if (data.GetSubpathIndex() < 0 || data.GetSubpathIndex() >= count) data.SetSubpathIndex(NotThere);
     paths.RemoveSubPath(data.GetPathIndex(), data.GetSubpathIndex());
 }
 

@@ -219,6 +219,9 @@ void TestPathCommands::badIndicesChangeNothing_data()
     add("removed sub path", [line](LXDocumentInterface* document) {
         return With<SubpathCommand>(document, RemovingSub(0, 2, Model::Unite, line));
     });
+    add("removed sub path before the first", [line](LXDocumentInterface* document) {
+        return With<SubpathCommand>(document, RemovingSub(0, -2, Model::Unite, line));
+    });
     add("removed sub path of no path", [line](LXDocumentInterface* document) {
         return With<SubpathCommand>(document, RemovingSub(-1, 0, Model::Unite, line));
     });
