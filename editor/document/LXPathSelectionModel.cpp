@@ -11,7 +11,6 @@ public:
 
     void Follow(const LXPathsListModel* paths);
     void OnRowsAboutToBeRemoved(int first, int last);
-    void OnRowsRemoved();
     void OnRowsInserted(int first, int last);
     void OnCurrentChanged();
     void DropUnselectedCurrent();
@@ -32,7 +31,7 @@ void LXPathSelectionModelPrivate::Follow(const LXPathsListModel* paths)
     QObject::connect(
         paths, &M::rowsAboutToBeRemoved, m_pSelection,
         [this](const QModelIndex&, int first, int last) { OnRowsAboutToBeRemoved(first, last); });
-    QObject::connect(paths, &M::rowsRemoved, m_pSelection, [this] { OnRowsRemoved(); });
+    QObject::connect(paths, &M::rowsRemoved, m_pSelection, [this] { m_bRemoving = false; });
     QObject::connect(paths, &M::rowsInserted, m_pSelection,
                      [this](const QModelIndex&, int first, int last) { OnRowsInserted(first, last); });
     QObject::connect(paths, &M::SubpathInserted, m_pSelection, [this](int row, int subPath) {
@@ -53,14 +52,11 @@ void LXPathSelectionModelPrivate::OnRowsAboutToBeRemoved(int first, int last)
 {
     const int current = m_pSelection->CurrentPath();
     m_bRemoving = true;
-    if (current >= first && current <= last) m_LostRow = current;
-}
-
-void LXPathSelectionModelPrivate::OnRowsRemoved()
-{
-    // The base made a neighbour current, without selecting it.
-    DropUnselectedCurrent();
-    m_bRemoving = false;
+    if (current < first || current > last) return;
+    m_LostRow = current;
+    // The base is about to make a neighbour current, whether or not it is selected.
+    const QModelIndex neighbour = m_pPaths->index(first > 0 ? first - 1 : last + 1);
+    if (!m_pSelection->isSelected(neighbour)) m_pSelection->clearCurrentIndex();
 }
 
 void LXPathSelectionModelPrivate::OnRowsInserted(int first, int last)

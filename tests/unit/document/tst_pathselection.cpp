@@ -30,6 +30,8 @@ private slots:
     void choosingAnotherPathIsToldOnce();
     void movedPathStaysCurrent();
     void removedPathIsNoLongerCurrent();
+    void removedPathIsLeftInOneStepWhileItIsThere();
+    void selectedNeighbourOfARemovedPathIsCurrent();
     void pathThatUndoBringsBackIsCurrentAgain();
     void pathThatComesBackDoesNotTakeTheTurnOfAnother();
     void pathThatWasLeftBeforeItWentStaysLeft();
@@ -173,6 +175,28 @@ void TestPathSelection::removedPathIsNoLongerCurrent()
     m_pPaths->RemovePath(0);
     QCOMPARE(m_pSelection->CurrentPath(), -1);
     QVERIFY(!m_pSelection->hasSelection());
+}
+
+/// Who works on the path can still write to it.
+void TestPathSelection::removedPathIsLeftInOneStepWhileItIsThere()
+{
+    Choose(1);
+    QStringList told;
+    connect(m_pSelection.get(), &QItemSelectionModel::currentChanged,
+            [&](const QModelIndex& current, const QModelIndex& before) {
+                told << QString("%1 %2").arg(current.row()).arg(before.data().toString());
+            });
+    m_pPaths->RemovePath(1);
+    QCOMPARE(told, QStringList{"-1 b"});
+}
+
+void TestPathSelection::selectedNeighbourOfARemovedPathIsCurrent()
+{
+    Choose(0);
+    Choose(1, QItemSelectionModel::Select);
+    m_pPaths->RemovePath(1);
+    QCOMPARE(m_pSelection->CurrentPath(), 0);
+    QVERIFY(m_pSelection->isSelected(m_pPaths->index(0)));
 }
 
 void TestPathSelection::pathThatUndoBringsBackIsCurrentAgain()
