@@ -2,6 +2,7 @@
 
 #include "document/LXColorTransformBase.h"
 #include "document/LXDocumentInterface.h"
+#include "gui/ViewCursor.h"
 #include "gui/ZKDocumentView_p.h"
 
 #include <QMouseEvent>
@@ -43,6 +44,7 @@ ZKDocumentView::ZKDocumentView(LXDocumentInterface* document, LexoUndoStack* his
     setViewportUpdateMode(QGraphicsView::MinimalViewportUpdate);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
+    new ViewCursor(this);
     // Files are dropped on the window.
     setAcceptDrops(false);
     viewport()->setAcceptDrops(false);

@@ -23,6 +23,8 @@ private slots:
     void aHandleFollowsThePointer_data();
     void aHandleFollowsThePointer();
     void aHandleLeavesPanningAlone();
+    void theCursorOfAnItemIsSeenOnItAlone();
+    void theHandIsSeenOnItemsToo();
     void aLineInInverseLeavesNothingBehind_data();
     void aLineInInverseLeavesNothingBehind();
     void aDragOfALineReadsLittleOfThePicture();
@@ -103,6 +105,47 @@ void TestSceneItems::aHandleLeavesPanningAlone()
     input.Drag(view->viewport(), {middle, middle - QPoint(50, 0)}, Qt::MiddleButton);
     QCOMPARE(view->horizontalScrollBar()->value(), before + 50);
     QCOMPARE(node->pos(), start);
+}
+
+void TestSceneItems::theCursorOfAnItemIsSeenOnItAlone()
+{
+    const GuiFixture::OwnedDocument document = GuiFixture::MakePhoto({300, 200});
+    const std::unique_ptr<ZKDocumentView> view = ShowView(document);
+    AddNode(*view, {100, 100})->setCursor(Qt::PointingHandCursor);
+    const auto seen = [&view] { return view->viewport()->cursor().shape(); };
+    InputDriver input;
+    view->setCursor(Qt::CrossCursor);
+    input.MoveInScene(view.get(), {150, 100});
+    QCOMPARE(seen(), Qt::CrossCursor);
+    input.MoveInScene(view.get(), {100, 100});
+    QCOMPARE(seen(), Qt::PointingHandCursor);
+    // Another tool takes over while the pointer is on the handle.
+    view->setCursor(Qt::IBeamCursor);
+    QCOMPARE(seen(), Qt::PointingHandCursor);
+    input.MoveInScene(view.get(), {150, 100});
+    QCOMPARE(seen(), Qt::IBeamCursor);
+    view->setCursor(Qt::ForbiddenCursor);
+    QCOMPARE(seen(), Qt::ForbiddenCursor);
+}
+
+void TestSceneItems::theHandIsSeenOnItemsToo()
+{
+    const GuiFixture::OwnedDocument document = GuiFixture::MakePhoto({300, 200});
+    const std::unique_ptr<ZKDocumentView> view = ShowView(document);
+    AddNode(*view, {100, 100})->setCursor(Qt::PointingHandCursor);
+    const auto seen = [&view] { return view->viewport()->cursor().shape(); };
+    InputDriver input;
+    view->setCursor(Qt::CrossCursor);
+    input.MoveInScene(view.get(), {100, 100});
+    view->EnablePanning(true);
+    QCOMPARE(seen(), Qt::OpenHandCursor);
+    input.MoveInScene(view.get(), {102, 100});
+    QCOMPARE(seen(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    input.MoveInScene(view.get(), {101, 100});
+    QCOMPARE(seen(), Qt::PointingHandCursor);
+    input.MoveInScene(view.get(), {150, 100});
+    QCOMPARE(seen(), Qt::CrossCursor);
 }
 
 void TestSceneItems::aLineInInverseLeavesNothingBehind_data()
