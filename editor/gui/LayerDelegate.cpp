@@ -1,5 +1,6 @@
 #include "gui/LayerDelegate.h"
 
+#include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerKind.h"
 #include "gui/AdjustmentNames.h"
@@ -183,7 +184,8 @@ bool LayerDelegate::editorEvent(QEvent* event, QAbstractItemModel* model, const 
     const QPoint pos = static_cast<QMouseEvent*>(event)->pos();
     const bool onMask = HasMask(index) && places.mask.contains(pos);
     if (!onMask && !places.layer.contains(pos)) return false;
-    layers->SetMaskSelected(index.row(), onMask);
+    // A tool at work goes on with the target that it began with.
+    if (!layers->GetDocument()->GetLockState()) layers->SetMaskSelected(index.row(), onMask);
     // Only the name is edited by a double click.
     return event->type() == QEvent::MouseButtonDblClick;
 }

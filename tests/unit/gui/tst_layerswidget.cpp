@@ -415,6 +415,8 @@ void TestLayersWidget::nothingWorksWhileTheDocumentIsLocked()
     QVERIFY(!m_pPanel->findChild<QComboBox*>("m_pBlendCmb")->isEnabled());
     ClickRow(0, EyeX);
     QVERIFY(Model()->GetVisible(0));
+    ClickRow(0, MaskX);
+    QVERIFY(!Model()->GetMaskSelected(0));
     m_pDocument->Unlock();
     QVERIFY(Button("m_pAddBtn")->isEnabled());
 }
