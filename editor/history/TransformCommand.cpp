@@ -3,8 +3,11 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerKind.h"
+#include "document/TextRaster.h"
 #include "history/RenderedTransform.h"
 #include "history/TransformCommandData.h"
+
+#include <QMatrix4x4>
 
 class TransformCommandPrivate
 {
@@ -12,6 +15,7 @@ public:
     bool HasTarget(const TransformCommandData& data) const;
     void KeepInitialState(TransformCommandData& data) const;
     bool IsText(const TransformCommandData& data) const;
+    void TransformText(TransformCommandData& data) const;
     void PutText(const TransformCommandData& data, const QTransform& transform) const;
     void Put(const TransformCommandData& data, const PlacedImage& placed) const;
 
@@ -30,6 +34,22 @@ bool TransformCommandPrivate::HasTarget(const TransformCommandData& data) const
 bool TransformCommandPrivate::IsText(const TransformCommandData& data) const
 {
     return !data.IsMaskTarget() && document->GetLayerKind(data.GetLayerID()) == LayerKind::Text;
+}
+
+/// From where the preview took it, which tells the matrix in full precision and where the letters lie that
+/// this machine's fonts draw; a tool knows the former in single precision, and the pixels that a file
+/// brought.
+void TransformCommandPrivate::TransformText(TransformCommandData& data) const
+{
+    TextContent content = LXDocumentInterfacePrivate::Get(document)->Text(data.GetLayerID());
+    if (QMatrix4x4(content.transform) == QMatrix4x4(data.GetOldTransform())) {
+        data.SetOldTransform(content.transform);
+    } else {
+        content.transform = data.GetOldTransform();
+    }
+    const QPoint topLeft = TextRaster::RectOf(content, document->GetDocumentSize()).topLeft();
+    PutText(data,
+            content.transform * QTransform::fromTranslate(-topLeft.x(), -topLeft.y()) * data.GetTransform());
 }
 
 /// What a preview has drawn into the layer goes, so the letters are drawn in any case.
@@ -79,10 +99,7 @@ void TransformCommand::RedoExecute(LexoCommandData* data)
 
     const QSize canvas = m_pPrivate->document->GetDocumentSize();
     if (m_pPrivate->IsText(change)) {
-        const QPoint position = change.GetUndoPosition();
-        m_pPrivate->PutText(change, change.GetOldTransform() *
-                                        QTransform::fromTranslate(-position.x(), -position.y()) *
-                                        change.GetTransform());
+        m_pPrivate->TransformText(change);
         return;
     }
     if (change.IsMaskTarget()) {

@@ -26,7 +26,7 @@ public:
     /// From the image, its top left at the origin, to document coordinates.
     void SetTransform(const QTransform& transform);
     /// The matrix that a text layer had, which it gets back; redo gives it this one followed by the
-    /// transform.
+    /// transform. Single precision is enough: the layer's own is taken while it is the same.
     void SetOldTransform(const QTransform& transform);
     /// Whether the layer's mask is meant; the command sets it.
     void SetMaskTarget(bool isMask);
