@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPen>
 #include <QTimerEvent>
+#include <QtMath>
 
 #include <cstring>
 
@@ -26,6 +27,13 @@ QImage MakePattern()
     }
     return pattern;
 }
+
+/// Device pixels for each screen pixel.
+double PixelRatio(const QPainter& painter)
+{
+    const double world = qAbs(painter.worldTransform().determinant());
+    return world > 0 ? qSqrt(qAbs(painter.deviceTransform().determinant()) / world) : 1;
+}
 } // namespace
 
 ZKSelectionPainter::ZKSelectionPainter() : m_Pattern(MakePattern()), m_Brush(m_Pattern) {}
@@ -41,7 +49,8 @@ void ZKSelectionPainter::paint(QPainter* painter, const QPainterPath& path)
     // Dashes of screen pixels, whatever the zoom.
     QBrush brush = m_Brush;
     brush.setTransform(painter->transform().inverted());
-    QPen pen(brush, 1.0, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
+    // Qt takes the width of a cosmetic pen for pixels of the device.
+    QPen pen(brush, PixelRatio(*painter), Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
     pen.setCosmetic(true);
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);

@@ -1,13 +1,19 @@
 #include "common/OutlineRegion.h"
 #include "common/ZKSelectionPainter.h"
-#include "geometryengine/GeometryItem.h"
+#include "geometryengine/ControlNode.h"
+#include "geometryengine/RectangleItem.h"
 #include "support/TestRegistry.h"
+#include "support/ViewFixture.h"
 
 #include <QAbstractEventDispatcher>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QGuiApplication>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPen>
+#include <QPixmap>
+#include <QScreen>
 #include <QTest>
 
 class TestSelectionPainter : public QObject
@@ -17,6 +23,7 @@ class TestSelectionPainter : public QObject
 private slots:
     void aLineHasDashesOfFourScreenPixelsAtAnyZoom_data();
     void aLineHasDashesOfFourScreenPixelsAtAnyZoom();
+    void aLineIsAScreenPixelWideOnAScreenOfMorePixels();
     void anEmptyPathDrawsNothing();
     void eachStepMovesTheDashesByOnePixel();
     void otherTimersMoveNothing();
@@ -27,6 +34,8 @@ private slots:
     void theRegionEndsAtTheClip();
     void anItemWithoutAPainterDrawsWithItsPen();
     void theItemOwnsItsPainter();
+    void aRubberBandLeavesNothingBehind_data();
+    void aRubberBandLeavesNothingBehind();
 };
 
 namespace {
@@ -72,6 +81,15 @@ QImage Painted(ZKSelectionPainter& ants, const QPainterPath& path, double scale 
     painter.scale(scale, scale);
     ants.paint(&painter, path);
     return image;
+}
+
+/// What the window shows, after all the partial repaints that led there.
+QImage OnScreen(const ZKDocumentView& view)
+{
+    const QWidget* const window = view.window();
+    const QImage shown = QGuiApplication::primaryScreen()->grabWindow(window->winId()).toImage();
+    const QPoint corner = view.viewport()->mapTo(window, QPoint());
+    return shown.copy(QRect(corner, view.viewport()->size())).convertToFormat(QImage::Format_RGB32);
 }
 
 // Row 8 of a picture: 'b' black, 'w' white, '.' untouched.
@@ -141,6 +159,25 @@ void TestSelectionPainter::aLineHasDashesOfFourScreenPixelsAtAnyZoom()
     const QString row = Row(Painted(ants, path, scale)).mid(12, 40);
     // Row 8 of the pattern is row 0: four black, four white, from x = 0 on.
     QCOMPARE(row, QString("wwwwbbbbwwwwbbbbwwwwbbbbwwwwbbbbwwwwbbbb"));
+}
+
+void TestSelectionPainter::aLineIsAScreenPixelWideOnAScreenOfMorePixels()
+{
+    ZKSelectionPainter ants;
+    for (const double scale : {1.0, 4.0}) {
+        QImage image(128, 32, QImage::Format_RGB32);
+        image.setDevicePixelRatio(2);
+        image.fill(Qt::green);
+        QPainter painter(&image);
+        painter.scale(scale, scale);
+        ants.paint(&painter, LineAlong(QPointF(8, 8.5) / scale, QPointF(56, 8.5) / scale));
+        painter.end();
+        for (int y = 0; y < image.height(); ++y)
+            QCOMPARE(image.pixelColor(64, y) != QColor(Qt::green), y == 16 || y == 17);
+        // Four screen pixels of black, then four of white.
+        for (int x = 24; x < 104; ++x)
+            QCOMPARE(image.pixelColor(x, 17).lightness() == 0, (x / 2) % 8 < 4);
+    }
 }
 
 void TestSelectionPainter::anEmptyPathDrawsNothing()
@@ -276,6 +313,47 @@ void TestSelectionPainter::theItemOwnsItsPainter()
     QVERIFY(!first);
     item.reset();
     QVERIFY(!second);
+}
+
+void TestSelectionPainter::aRubberBandLeavesNothingBehind_data()
+{
+    QTest::addColumn<double>("scale");
+    QTest::newRow("smallest") << ZKDocumentView::MinScale;
+    QTest::newRow("as it is") << 1.0;
+    QTest::newRow("largest") << ZKDocumentView::MaxScale;
+}
+
+/// As a tool draws one over a picture: its lower right corner goes with the pointer, wherever that is.
+void TestSelectionPainter::aRubberBandLeavesNothingBehind()
+{
+    QFETCH(double, scale);
+    ViewFixture fixture(600, 400, QColor(120, 150, 235));
+    ZKDocumentView* const view = fixture.View();
+    const QPointF middle = QPointF(view->viewport()->width(), view->viewport()->height()) / 2;
+    view->Zoom(scale, middle, false);
+    QCoreApplication::processEvents();
+    const QImage bare = OnScreen(*view);
+    const auto at = [&](double x, double y) {
+        return view->viewportTransform().inverted().map(middle + QPointF(x, y));
+    };
+    auto* const band = new RectangleItem;
+    band->setRect({at(0, 0), QSizeF()});
+    view->scene()->addItem(band);
+    band->setPen(QPen(Qt::black, 1.0));
+    band->setAnimated(100000, 6, new ZKSelectionPainter);
+    band->startAnimate();
+    for (const QPointF& away : {QPointF(90, 60), QPointF(91, 59), QPointF(-70, 40), QPointF(-120, -90),
+                                QPointF(3, -90), QPointF(120, 80)}) {
+        band->nodes().at(2)->setPos(band->mapFromScene(at(away.x(), away.y())));
+        QCoreApplication::processEvents();
+        QCOMPARE(OnScreen(*view), view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32));
+        QVERIFY(OnScreen(*view) != bare);
+    }
+    const QRectF drawn = band->mapToScene(band->rect()).boundingRect();
+    QCOMPARE(drawn.topLeft(), at(0, 0));
+    QCOMPARE(drawn.bottomRight(), at(120, 80));
+    band->deleteLater();
+    QTRY_COMPARE(OnScreen(*view), bare);
 }
 
 ZK_REGISTER_TEST(tst_selectionpainter, TestSelectionPainter)
