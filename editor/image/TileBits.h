@@ -17,6 +17,21 @@ struct TileBits
     std::array<RowBits, TileWalk::TileSide> rows{};
 };
 
+namespace TileSides {
+enum Side
+{
+    Top,
+    Bottom,
+    Left,
+    Right
+};
+
+constexpr int Count = 4;
+} // namespace TileSides
+
+/// Pixels along each side of a tile, from the left or from the top.
+using SideBits = std::array<RowBits, TileSides::Count>;
+
 namespace TileBitsMath {
 inline RowBits Bit(int column)
 {

@@ -4,30 +4,42 @@
 #include "image/TileWalk.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 using TileBitsMath::Bit;
+using TileSides::Bottom;
+using TileSides::Left;
+using TileSides::Right;
+using TileSides::Top;
 using TileWalk::TileSide;
 
 namespace {
 constexpr int LastInTile = TileSide - 1;
 constexpr RowBits AllBits = ~RowBits(0);
 
-/// A wave of fewer tiles is over before another thread has woken up.
+/// A tile that the region comes to more often is part of a labyrinth, and cheaper by its components.
+constexpr int MostSpreads = 4;
+
+/// A wave of fewer tiles is over before another thread has woken up, and one of fewer tiles whose components
+/// have to be found.
 constexpr std::size_t SmallWave = 32;
+constexpr std::size_t SmallWindingWave = 4;
 
 std::size_t At(int y)
 {
     return static_cast<std::size_t>(y);
 }
 
-void ForEach(std::size_t count, const std::function<void(int)>& work)
+/// Fewer than `fewest` stay on this thread.
+void ForEach(std::size_t count, std::size_t fewest, const std::function<void(int)>& work)
 {
-    if (count >= SmallWave) {
+    if (count >= fewest) {
         TileThreads::ForEach(static_cast<int>(count), work);
         return;
     }
     for (std::size_t i = 0; i < count; ++i) {
+        TileThreads::ThrowIfUnwanted();
         work(static_cast<int>(i));
     }
 }
@@ -47,16 +59,20 @@ void TileFlood::Run(const QPoint& seed)
     Tile& first = *TileAt(place);
     Look(first);
     if (first.state == Tile::State::Mixed) Want(*first.bits, seed.y() % TileSide, Bit(seed.x() % TileSide));
+    first.isQueued = true;
     m_Next.push_back(&first);
 
     std::vector<Tile*> wave;
     while (!m_Next.empty()) {
         wave.clear();
         std::swap(wave, m_Next);
-        ForEach(wave.size(), [&](int i) { Visit(*wave[At(i)]); });
+        const bool isWinding = AddAhead(wave);
+        ForEach(wave.size(), isWinding ? SmallWindingWave : SmallWave, [&](int i) { Visit(*wave[At(i)]); });
         for (Tile* const tile : wave) {
-            HandOver(*tile);
+            tile->isQueued = false;
         }
+        m_Leaving = wave;
+        HandOver();
     }
 }
 
@@ -64,10 +80,11 @@ void TileFlood::ForEachPart(const std::function<void(int, int, const TileBits&)>
 {
     TileBits whole;
     whole.rows.fill(AllBits);
-    ForEach(m_Reached.size(), [&](int i) {
+    ForEach(m_Reached.size(), SmallWave, [&](int i) {
         const Tile& tile = *m_Reached[At(i)];
         if (tile.state == Tile::State::Taken) visit(tile.place.x(), tile.place.y(), whole);
-        if (tile.state == Tile::State::Mixed) visit(tile.place.x(), tile.place.y(), tile.bits->region);
+        if (tile.state != Tile::State::Mixed) return;
+        visit(tile.place.x(), tile.place.y(), tile.components ? tile.components->Taken() : tile.bits->region);
     });
 }
 
@@ -89,6 +106,13 @@ void TileFlood::Reach(const QPoint& place, Side side, RowBits pixels)
 {
     Tile* const tile = pixels == 0 ? nullptr : TileAt(place);
     if (tile == nullptr || tile->state == Tile::State::Taken) return;
+    if (tile->components) {
+        const bool wasUseless = !tile->components->HasTaken();
+        if (!tile->components->Take(side, pixels, tile->leaves)) return;
+        m_Leaving.push_back(tile);
+        if (wasUseless) ++m_Useful;
+        return;
+    }
     if (tile->state == Tile::State::Mixed) {
         WantAlong(*tile->bits, side, pixels);
         if (tile->bits->rowsToDo == 0) return;
@@ -119,25 +143,66 @@ void TileFlood::Look(Tile& tile)
     }
 }
 
+/// Whether the region has come to the tile too often to spread there once more.
+bool TileFlood::IsWinding(const Tile& tile)
+{
+    return tile.spreads == MostSpreads && !tile.components;
+}
+
+/// A labyrinth is followed tile by tile, each time the way one, so that there would never be work for several
+/// threads. So when the components of a wave's tile are to be found, those of tiles around it are found too.
+/// These are never more than have already been of use, so that at most half of the work is in vain. False
+/// when nothing in the wave winds.
+bool TileFlood::AddAhead(std::vector<Tile*>& wave)
+{
+    const auto isWinding = [](const Tile* tile) { return IsWinding(*tile); };
+    const auto found = std::find_if(wave.begin(), wave.end(), isWinding);
+    if (found == wave.end()) return false;
+
+    const auto winding = static_cast<int>(std::count_if(found, wave.end(), isWinding));
+    m_Walked += winding;
+    m_Useful += winding;
+    const int reach = (static_cast<int>(std::sqrt(2 * m_Useful - m_Walked)) - 1) / 2;
+    const QPoint middle = (*found)->place;
+    for (int y = middle.y() - reach; y <= middle.y() + reach; ++y) {
+        for (int x = middle.x() - reach; x <= middle.x() + reach; ++x) {
+            Tile* const tile = TileAt(QPoint(x, y));
+            if (tile == nullptr || tile->isQueued || tile->components) continue;
+            if (tile->state != Tile::State::Unseen && tile->state != Tile::State::Mixed) continue;
+            wave.push_back(tile);
+            ++m_Walked;
+        }
+    }
+    return true;
+}
+
+/// Of a tile that isn't queued, only the components are found.
 void TileFlood::Visit(Tile& tile)
 {
     if (tile.state == Tile::State::Unseen) Look(tile);
-    if (tile.state == Tile::State::Open) {
-        tile.state = Tile::State::Taken;
-        std::fill_n(tile.leaves, Sides, AllBits);
+    if (tile.state == Tile::State::Mixed && (IsWinding(tile) || !tile.isQueued)) {
+        TakeComponents(tile);
     } else if (tile.state == Tile::State::Mixed) {
+        ++tile.spreads;
         Spread(tile);
+    } else if (tile.isQueued) {
+        tile.state = Tile::State::Taken;
+        tile.leaves.fill(AllBits);
     }
 }
 
-/// Tells the neighbours what came to the tile's sides.
-void TileFlood::HandOver(Tile& tile)
+/// Tells the neighbours what came to the tiles' sides, and theirs what went on through components.
+void TileFlood::HandOver()
 {
-    tile.isQueued = false;
-    Reach(tile.place - QPoint(0, 1), Bottom, std::exchange(tile.leaves[Top], 0));
-    Reach(tile.place + QPoint(0, 1), Top, std::exchange(tile.leaves[Bottom], 0));
-    Reach(tile.place - QPoint(1, 0), Right, std::exchange(tile.leaves[Left], 0));
-    Reach(tile.place + QPoint(1, 0), Left, std::exchange(tile.leaves[Right], 0));
+    while (!m_Leaving.empty()) {
+        Tile& tile = *m_Leaving.back();
+        m_Leaving.pop_back();
+        const SideBits leaves = std::exchange(tile.leaves, {});
+        Reach(tile.place - QPoint(0, 1), Bottom, leaves[Top]);
+        Reach(tile.place + QPoint(0, 1), Top, leaves[Bottom]);
+        Reach(tile.place - QPoint(1, 0), Right, leaves[Left]);
+        Reach(tile.place + QPoint(1, 0), Left, leaves[Right]);
+    }
 }
 
 void TileFlood::WantAlong(Bits& bits, Side side, RowBits pixels)
@@ -188,6 +253,22 @@ void TileFlood::Spread(Tile& tile)
         if ((taken & Bit(0)) != 0) tile.leaves[Left] |= Bit(y);
         if ((taken & Bit(LastInTile)) != 0) tile.leaves[Right] |= Bit(y);
     }
+}
+
+/// From now on the tile is taken by its components; those of the wanted pixels at once.
+void TileFlood::TakeComponents(Tile& tile)
+{
+    Bits& bits = *tile.bits;
+    tile.components = std::make_unique<TileComponents>(bits.open, bits.region);
+    tile.components->Take(Top, bits.wanted.rows[0], tile.leaves);
+    tile.components->Take(Bottom, bits.wanted.rows[LastInTile], tile.leaves);
+    for (; bits.rowsToDo != 0; bits.rowsToDo &= bits.rowsToDo - 1) {
+        const int y = TileBitsMath::CountTrailingZeros(bits.rowsToDo);
+        const RowBits wanted = bits.wanted.rows[At(y)];
+        if ((wanted & Bit(0)) != 0) tile.components->Take(Left, Bit(y), tile.leaves);
+        if ((wanted & Bit(LastInTile)) != 0) tile.components->Take(Right, Bit(y), tile.leaves);
+    }
+    tile.bits.reset();
 }
 
 RowBits TileFlood::TakeRow(Bits& bits, int y)

@@ -1,12 +1,16 @@
 #include "image/LXFloodFillHelper.h"
 #include "image/LXImage.h"
+#include "image/TileThreads.h"
 #include "support/FillTwin.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
 #include <QTest>
+#include <QThreadPool>
 
+#include <algorithm>
+#include <atomic>
 #include <random>
 #include <stdexcept>
 
@@ -54,6 +58,52 @@ PlainImage Patches(int width, int height, int grain, std::mt19937& random)
     }
     return image;
 }
+
+/// Corridors one pixel wide in a part of a picture, by a walk that turns back where it can go no further;
+/// with `loops` walls in a hundred taken out again.
+void DigMaze(PlainImage& image, const QRect& part, int loops, std::mt19937& random)
+{
+    const QPoint steps[] = {{2, 0}, {-2, 0}, {0, 2}, {0, -2}};
+    std::vector<QPoint> path{part.topLeft()};
+    image.At(part.left(), part.top()) = Black;
+    while (!path.empty()) {
+        const QPoint at = path.back();
+        QPoint ways[4];
+        unsigned int count = 0;
+        for (const QPoint& step : steps) {
+            const QPoint to = at + step;
+            if (part.contains(to) && image.At(to.x(), to.y()) != Black) ways[count++] = step;
+        }
+        if (count == 0) {
+            path.pop_back();
+            continue;
+        }
+        const QPoint step = ways[random() % count];
+        path.push_back(at + step);
+        for (const QPoint& dug : {at + step / 2, at + step}) {
+            image.At(dug.x(), dug.y()) = Black;
+        }
+    }
+    for (int i = 0; i < part.width() * part.height() / 100 * loops; ++i) {
+        const QPoint at(part.left() + static_cast<int>(random() % static_cast<unsigned>(part.width())),
+                        part.top() + static_cast<int>(random() % static_cast<unsigned>(part.height())));
+        image.At(at.x(), at.y()) = Black;
+    }
+}
+
+/// While one lives, the pool has so many threads.
+class PoolSize
+{
+public:
+    explicit PoolSize(int threads) { QThreadPool::globalInstance()->setMaxThreadCount(threads); }
+
+    ~PoolSize() { QThreadPool::globalInstance()->setMaxThreadCount(m_Before); }
+
+private:
+    Q_DISABLE_COPY(PoolSize)
+
+    int m_Before = QThreadPool::globalInstance()->maxThreadCount();
+};
 } // namespace
 
 class TestFloodFill : public QObject
@@ -73,6 +123,9 @@ private slots:
     void diagonalsDoNotConnect();
     void aSinglePixelHasASinglePixelsBounds();
     void aSpiralIsFollowedToItsEnd();
+    void aMazeIsFollowedToItsEnds_data();
+    void aMazeIsFollowedToItsEnds();
+    void unwantedFloodsEnd();
     void toleranceIsPerChannel();
     void fullToleranceIgnoresAChannel();
     void seedOutsideTouchesNothing();
@@ -82,6 +135,7 @@ private slots:
     void maskMayBeTheSource();
     void wholeTilesShareOneTile();
     void pixelsBeyondTheEdgeAreNotPainted();
+    void masksTooLargeForCachesAreTheSame();
     void failuresAreThrown();
     void lackOfMemoryIsThrown();
 };
@@ -211,6 +265,69 @@ void TestFloodFill::aSpiralIsFollowedToItsEnd()
     QCOMPARE(TestImages::Difference(TestImages::ToPlain(mask), src), QString());
 }
 
+void TestFloodFill::aMazeIsFollowedToItsEnds_data()
+{
+    QTest::addColumn<int>("loops");
+    QTest::addColumn<int>("threads");
+    for (const int threads : {1, 4}) {
+        for (const int loops : {0, 1, 10, 40}) {
+            QTest::addRow("%d loops, %d threads", loops, threads) << loops << threads;
+        }
+    }
+}
+
+/// Two mazes, noise and a plain area, all apart: what was only looked at ahead must not be taken.
+void TestFloodFill::aMazeIsFollowedToItsEnds()
+{
+    QFETCH(int, loops);
+    QFETCH(int, threads);
+    const PoolSize pool(threads);
+    std::mt19937 random(static_cast<unsigned>(7 + loops));
+    PlainImage src(1400, 900);
+    const QRect mazes[] = {QRect(0, 0, 790, 700), QRect(800, 300, 600, 590)};
+    for (const QRect& maze : mazes) {
+        DigMaze(src, maze, loops, random);
+    }
+    for (int y = 710; y < src.height; ++y) {
+        std::fill_n(&src.At(0, y), 790, Black);
+    }
+    for (int y = 0; y < 290; ++y) {
+        for (int x = 800; x < src.width; ++x) {
+            if (random() % 100 < 60) src.At(x, y) = Black;
+        }
+    }
+    const LXImage32 tiles = TestImages::ToTiles(src);
+    for (const QPoint& seed : {QPoint(0, 0), QPoint(800, 300), QPoint(1, 1)}) {
+        PlainImage expected(src.width, src.height);
+        LXImage32 mask(src.width, src.height);
+        const QRect expectedBounds = FillTwin::FloodFill(src, expected, seed, Exact, Black);
+        QRect bounds;
+        QVERIFY(LXFloodFillHelper::FloodFill(tiles, mask, seed, Exact, Black, &bounds));
+        QCOMPARE(bounds, expectedBounds);
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(mask), expected), QString());
+    }
+}
+
+/// After any number of tiles, on one thread and on several.
+void TestFloodFill::unwantedFloodsEnd()
+{
+    std::mt19937 random(3);
+    PlainImage src(700, 700);
+    DigMaze(src, QRect(0, 0, 700, 700), 0, random);
+    const LXImage32 tiles = TestImages::ToTiles(src);
+    for (const int threads : {1, 4}) {
+        const PoolSize pool(threads);
+        for (const int most : {0, 1, 20, 40}) {
+            std::atomic<int> asked{0};
+            const TileThreads::CancelScope scope([&] { return asked++ < most; });
+            LXImage32 mask(700, 700);
+            QVERIFY_EXCEPTION_THROWN(
+                LXFloodFillHelper::FloodFill(tiles, mask, QPoint(0, 0), Exact, Black, nullptr),
+                TileThreads::Cancelled);
+        }
+    }
+}
+
 void TestFloodFill::toleranceIsPerChannel()
 {
     LXImage32 src(4, 1);
@@ -323,6 +440,20 @@ void TestFloodFill::pixelsBeyondTheEdgeAreNotPainted()
         LXFloodFillHelper::ColorRangeFill(LXImage32(130, 130), mask, QPoint(0, 0), Exact, Black, nullptr));
     const auto corner = mask.ReadTile(1, 1);
     QCOMPARE(std::count(corner.Pixels(), corner.Pixels() + 128 * 128, Black), std::ptrdiff_t(4));
+}
+
+void TestFloodFill::masksTooLargeForCachesAreTheSame()
+{
+    std::mt19937 random(21);
+    const PlainImage src = Patches(300, 270, 3, random);
+    LXImage32 mask(300, 270);
+    LXImage32 large(3000, 3000);
+    const QPoint seed(140, 130);
+    QVERIFY(LXFloodFillHelper::ColorRangeFill(TestImages::ToTiles(src), mask, seed, Exact, Black, nullptr));
+    QVERIFY(LXFloodFillHelper::ColorRangeFill(TestImages::ToTiles(src), large, seed, Exact, Black, nullptr));
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(large.Copy(mask.Rect())), TestImages::ToPlain(mask)),
+             QString());
+    QCOMPARE(large.GetColor(300, 0).value, 0u);
 }
 
 void TestFloodFill::failuresAreThrown()
