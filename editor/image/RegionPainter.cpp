@@ -1,11 +1,19 @@
 #include "image/RegionPainter.h"
 
 #include "image/SimilarKernels.h"
+#include "image/TileStore.h"
 #include "image/TileWalk.h"
+
+#include <hwy/cache_control.h>
 
 #include <algorithm>
 
 using TileWalk::TileSide;
+
+namespace {
+/// 32 MB: the tiles of a larger mask have left the caches before anybody reads them.
+constexpr std::size_t MostCachedTiles = 512;
+} // namespace
 
 void RegionPainter::Paint(int column, int row, const TileBits& region)
 {
@@ -20,11 +28,35 @@ void RegionPainter::Paint(int column, int row, const TileBits& region)
         m_Mask.TileAt(column, row) = SolidTile();
         return;
     }
+    LXTilePointer& slot = m_Mask.TileAt(column, row);
+    if (TileStore::Main().IsBlank(slot->Handle())) {
+        slot = NewTile(region);
+        return;
+    }
     const auto tile = m_Mask.WriteTile(column, row);
     for (int y = bounds.top(); y <= bounds.bottom(); ++y) {
         SimilarKernels::PaintRow(region.rows[static_cast<std::size_t>(y)], m_Fill,
                                  tile.Pixels() + y * TileSide);
     }
+}
+
+/// Written whole, so it needn't be cleared, or even be read, before.
+LXTilePointer RegionPainter::NewTile(const TileBits& region) const
+{
+    const bool isTooLargeForCaches = m_Mask.m_Tiles.size() > MostCachedTiles;
+    LXTilePointer tile(new LXTile);
+    auto* pixels = static_cast<LXRGBA32i*>(TileStore::Main().GetMemoryToOverwrite(tile->Handle()));
+    for (const RowBits row : region.rows) {
+        if (isTooLargeForCaches) {
+            SimilarKernels::StreamRow(row, m_Fill, pixels);
+        } else {
+            SimilarKernels::MakeRow(row, m_Fill, pixels);
+        }
+        pixels += TileSide;
+    }
+    hwy::FlushStream();
+    TileStore::Main().FreeMemory(tile->Handle());
+    return tile;
 }
 
 LXTilePointer RegionPainter::SolidTile()

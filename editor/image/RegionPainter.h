@@ -21,6 +21,7 @@ public:
     const QRect& Bounds() const { return m_Bounds; }
 
 private:
+    LXTilePointer NewTile(const TileBits& region) const;
     LXTilePointer SolidTile();
 
     LXImage32& m_Mask;

@@ -61,22 +61,47 @@ void CompareTile(const LXRGBA32i* pixels, LXRGBA32i seed, LXRGBA32i tolerance, T
     }
 }
 
-void PaintBits(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+/// Calls `store(mask, pixels)` for each register of a tile's row.
+template <class Store>
+HWY_INLINE void ForEachMask(RowBits row, LXRGBA32i* pixels, Store store)
 {
     const D32 d;
-    const int lanes = static_cast<int>(hn::Lanes(d));
-    const Pixels fills = hn::Set(d, fill.value);
     uint8_t bytes[sizeof(row) + 8] = {};
     std::memcpy(bytes, &row, sizeof(row));
-    for (int x = 0; x < Side; x += lanes) {
+    for (int x = 0; x < Side; x += static_cast<int>(hn::Lanes(d))) {
         // Less than a byte's lanes: the byte's upper half is brought down for every second register.
         uint8_t bits[8];
         std::memcpy(bits, bytes + x / BitsAByte, sizeof(bits));
         bits[0] = static_cast<uint8_t>(bits[0] >> (x % BitsAByte));
-        const Mask mask = hn::LoadMaskBits(d, bits);
-        uint32_t* const target = Words(pixels + x);
-        hn::StoreU(hn::IfThenElse(mask, fills, hn::LoadU(d, target)), d, target);
+        store(hn::LoadMaskBits(d, bits), Words(pixels + x));
     }
+}
+
+void PaintBits(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+{
+    const D32 d;
+    const Pixels fills = hn::Set(d, fill.value);
+    ForEachMask(row, pixels, [&](Mask mask, uint32_t* target) HWY_ATTR {
+        hn::StoreU(hn::IfThenElse(mask, fills, hn::LoadU(d, target)), d, target);
+    });
+}
+
+void MakeBits(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+{
+    const D32 d;
+    const Pixels fills = hn::Set(d, fill.value);
+    ForEachMask(row, pixels, [&](Mask mask, uint32_t* target) HWY_ATTR {
+        hn::StoreU(hn::IfThenElseZero(mask, fills), d, target);
+    });
+}
+
+void StreamBits(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+{
+    const D32 d;
+    const Pixels fills = hn::Set(d, fill.value);
+    ForEachMask(row, pixels, [&](Mask mask, uint32_t* target) HWY_ATTR {
+        hn::Stream(hn::IfThenElseZero(mask, fills), d, target);
+    });
 }
 
 } // namespace
@@ -88,7 +113,9 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace ZkLanes {
 HWY_EXPORT(CompareTile);
+HWY_EXPORT(MakeBits);
 HWY_EXPORT(PaintBits);
+HWY_EXPORT(StreamBits);
 } // namespace ZkLanes
 
 void SimilarKernels::Compare(const LXRGBA32i* pixels, LXRGBA32i seed, LXRGBA32i tolerance, TileBits& bits)
@@ -99,5 +126,15 @@ void SimilarKernels::Compare(const LXRGBA32i* pixels, LXRGBA32i seed, LXRGBA32i 
 void SimilarKernels::PaintRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
 {
     HWY_DYNAMIC_DISPATCH(ZkLanes::PaintBits)(row, fill, pixels);
+}
+
+void SimilarKernels::MakeRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+{
+    HWY_DYNAMIC_DISPATCH(ZkLanes::MakeBits)(row, fill, pixels);
+}
+
+void SimilarKernels::StreamRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels)
+{
+    HWY_DYNAMIC_DISPATCH(ZkLanes::StreamBits)(row, fill, pixels);
 }
 #endif

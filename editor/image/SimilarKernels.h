@@ -11,4 +11,11 @@ void Compare(const LXRGBA32i* pixels, LXRGBA32i seed, LXRGBA32i tolerance, TileB
 
 /// Gives the pixels of a tile's row whose bits are set the color.
 void PaintRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels);
+
+/// The same, and clears the others: the row of a tile is written, and not read.
+void MakeRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels);
+
+/// Likewise, past the caches: for what isn't read again soon. Other threads see it after hwy::FlushStream().
+/// The pixels lie at a multiple of their row's bytes.
+void StreamRow(RowBits row, LXRGBA32i fill, LXRGBA32i* pixels);
 } // namespace SimilarKernels

@@ -76,14 +76,25 @@ void* TileStore::GetMemory(void* handle, bool write)
     Block& block = Find(handle);
     uchar* const memory = Pin(block);
     Clear(block, lock);
-    if (write) {
-        block.isBlank = false;
-        block.isBeingWritten = true;
-        ++block.writes;
-        block.nature.reset();
-        DropSwapCopy(block);
-    }
+    if (write) MarkWritten(block);
     return memory;
+}
+
+void* TileStore::GetMemoryToOverwrite(void* handle)
+{
+    std::unique_lock<std::mutex> lock(m_Mutex);
+    Block& block = Find(handle);
+    uchar* const memory = Pin(block);
+    if (block.content == Block::Content::Anything) block.content = Block::Content::ItsBytes;
+    Clear(block, lock); // another thread may be at it
+    MarkWritten(block);
+    return memory;
+}
+
+bool TileStore::IsBlank(void* handle)
+{
+    const Guard guard(m_Mutex);
+    return Find(handle).isBlank;
 }
 
 TileNature TileStore::NatureOf(void* handle)
@@ -241,6 +252,15 @@ uchar* TileStore::Pin(Block& block)
     if (block.pins == 0) RemoveUnpinned(block);
     ++block.pins;
     return block.memory;
+}
+
+void TileStore::MarkWritten(Block& block)
+{
+    block.isBlank = false;
+    block.isBeingWritten = true;
+    ++block.writes;
+    block.nature.reset();
+    DropSwapCopy(block);
 }
 
 /// Clears the new memory of a pinned blank block without the lock, for that takes longer than all else here.

@@ -32,8 +32,12 @@ public:
     /// A tile with the same bytes as another; costs nothing while that one is blank.
     void* CopyTile(void* handle);
     void* GetMemory(void* handle, bool write);
+    /// For writing all the bytes: until then, those of a blank tile mean nothing.
+    void* GetMemoryToOverwrite(void* handle);
     void FreeMemory(void* handle);
     void CleanUpTile(void* handle);
+    /// Whether nobody has asked to write to the tile, so that all its bytes are 0.
+    bool IsBlank(void* handle);
     /// See TileNature::Of().
     TileNature NatureOf(void* handle);
 
@@ -80,6 +84,7 @@ private:
     void SwapOut(Block& block);
     void BringIn(Block& block);
     uchar* Pin(Block& block);
+    void MarkWritten(Block& block);
     void Clear(Block& block, std::unique_lock<std::mutex>& lock);
     void Unpin(Block& block);
     void DropSwapCopy(Block& block);

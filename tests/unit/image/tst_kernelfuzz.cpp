@@ -4,6 +4,7 @@
 #include "image/LXImageConvert.h"
 #include "image/LXImageConvoluteAlpha.h"
 #include "image/LXTransform.h"
+#include "image/SimilarKernels.h"
 #include "support/BlendTwin.h"
 #include "support/ConvolveTwin.h"
 #include "support/FillTwin.h"
@@ -23,8 +24,10 @@
 #include <QTest>
 #include <QTransform>
 
+#include <hwy/cache_control.h>
 #include <hwy/targets.h>
 
+#include <array>
 #include <cmath>
 #include <random>
 
@@ -78,6 +81,7 @@ private:
     QString TryNearest();
     QString TryScaledPart();
     QString TryPath();
+    QString TryRow();
     QString TryGradient();
 
     QBrush RandomGradient();
@@ -106,7 +110,7 @@ void TestKernelFuzz::everyInstructionSetAgreesWithTheTwins()
         for (QString (TestKernelFuzz::*attempt)() :
              {&TestKernelFuzz::TryBlend, &TestKernelFuzz::TryFill, &TestKernelFuzz::TryConvolution,
               &TestKernelFuzz::TryTransform, &TestKernelFuzz::TryNearest, &TestKernelFuzz::TryScaledPart,
-              &TestKernelFuzz::TryPath, &TestKernelFuzz::TryGradient}) {
+              &TestKernelFuzz::TryPath, &TestKernelFuzz::TryGradient, &TestKernelFuzz::TryRow}) {
             const QString difference = (this->*attempt)();
             QVERIFY2(difference.isEmpty(),
                      qPrintable(QStringLiteral("seed %1, %2").arg(seed).arg(difference)));
@@ -157,13 +161,15 @@ QString TestKernelFuzz::TryBlend()
 QString TestKernelFuzz::TryFill()
 {
     const PlainImage source = RandomPicture(RandomSize());
-    PlainImage expected = RandomPicture(RandomSize());
+    const bool isBlank = Below(2) == 0;
+    const QSize size = RandomSize();
+    PlainImage expected = isBlank ? PlainImage(size.width(), size.height()) : RandomPicture(size);
     const QPoint seed(Below(std::min(source.width, expected.width)),
                       Below(std::min(source.height, expected.height)));
     const LXRGBA32i tolerance(Below(2) == 0 ? 0U : static_cast<quint32>(m_Random()));
     const LXRGBA32i fill(static_cast<quint32>(m_Random()));
     const bool isRange = Below(2) == 0;
-    LXImage32 actual = TestImages::ToTiles(expected);
+    LXImage32 actual = isBlank ? LXImage32(size.width(), size.height()) : TestImages::ToTiles(expected);
     QRect actualBounds;
     QRect bounds;
     if (isRange) {
@@ -401,6 +407,36 @@ QString TestKernelFuzz::TryGradient()
                 .arg(y)
                 .arg(actual.At(x, y).value, 0, 16);
         }
+    }
+    return QString();
+}
+
+/// A row of a tile painted, made, and made past the caches.
+QString TestKernelFuzz::TryRow()
+{
+    constexpr std::size_t side = TileWalk::TileSide;
+    const LXRGBA32i before(static_cast<quint32>(m_Random()));
+    const LXRGBA32i fill(static_cast<quint32>(m_Random()));
+    RowBits row = 0;
+    alignas(side * sizeof(LXRGBA32i)) std::array<LXRGBA32i, side> painted;
+    alignas(side * sizeof(LXRGBA32i)) std::array<LXRGBA32i, side> made;
+    alignas(side * sizeof(LXRGBA32i)) std::array<LXRGBA32i, side> streamed;
+    for (int x = 0; x < TileWalk::TileSide; ++x) {
+        if (Below(2) == 0) row |= TileBitsMath::Bit(x);
+    }
+    for (auto* const pixels : {&painted, &made, &streamed}) {
+        pixels->fill(before);
+    }
+    SimilarKernels::PaintRow(row, fill, painted.data());
+    SimilarKernels::MakeRow(row, fill, made.data());
+    SimilarKernels::StreamRow(row, fill, streamed.data());
+    hwy::FlushStream();
+    for (std::size_t x = 0; x < side; ++x) {
+        const bool isSet = (row & TileBitsMath::Bit(static_cast<int>(x))) != 0;
+        if (painted[x] != (isSet ? fill : before))
+            return QStringLiteral("a painted row is wrong at %1").arg(x);
+        if (made[x] != (isSet ? fill : LXRGBA32i())) return QStringLiteral("a row is wrong at %1").arg(x);
+        if (streamed[x] != made[x]) return QStringLiteral("a streamed row is wrong at %1").arg(x);
     }
     return QString();
 }

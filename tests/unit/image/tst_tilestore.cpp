@@ -58,6 +58,9 @@ private slots:
     void everyTilePinnedGoesBeyondTheBudget();
     void failedAllocationLeavesTheStoreUsable();
     void blankTilesTakeNoMemory();
+    void tilesAreBlankUntilTheyAreWritten();
+    void overwrittenTilesHoldWhatWasWritten();
+    void overwrittenTilesAreNotClearedFirst();
     void blankTilesAreNotSwapped();
     void copiesHoldTheSameBytes();
     void swappedTilesAreCompressed();
@@ -287,6 +290,56 @@ void TestTileStore::blankTilesTakeNoMemory()
     store.CleanUpTile(blank);
     store.CleanUpTile(copy);
     QCOMPARE(store.ResidentTileCount(), 0);
+}
+
+void TestTileStore::tilesAreBlankUntilTheyAreWritten()
+{
+    TileStore store(Plenty, {});
+    void* const handle = store.MakeTile();
+    QVERIFY(store.IsBlank(handle));
+    QVERIFY(Holds(store, handle, 0));
+    QVERIFY(store.IsBlank(handle));
+    QVERIFY(store.IsBlank(store.CopyTile(handle)));
+    Write(store, handle, 0);
+    QVERIFY(!store.IsBlank(handle));
+    QVERIFY(!store.IsBlank(store.CopyTile(handle)));
+    void* const overwritten = store.MakeTile();
+    store.GetMemoryToOverwrite(overwritten);
+    QVERIFY(!store.IsBlank(overwritten));
+    store.CleanUpTile(handle);
+    QVERIFY_EXCEPTION_THROWN(store.IsBlank(handle), LXTMAlreadyFree);
+}
+
+/// New ones, written ones, and some that lie in the swap file.
+void TestTileStore::overwrittenTilesHoldWhatWasWritten()
+{
+    const QTemporaryDir folder;
+    TileStore store(2 * TileBytes, folder.path().toStdString());
+    std::vector<void*> tiles;
+    for (int i = 0; i < 6; ++i) {
+        tiles.push_back(store.MakeTile());
+    }
+    for (int round = 1; round < 4; ++round) {
+        for (int i = 0; i < 6; ++i) {
+            void* const tile = tiles[static_cast<std::size_t>(i)];
+            std::memset(store.GetMemoryToOverwrite(tile), 10 * round + i, TileBytes);
+            store.FreeMemory(tile);
+        }
+        for (int i = 0; i < 6; ++i) {
+            QVERIFY(Holds(store, tiles[static_cast<std::size_t>(i)], 10 * round + i));
+        }
+    }
+}
+
+void TestTileStore::overwrittenTilesAreNotClearedFirst()
+{
+    TileStore store(Plenty, {});
+    void* const old = store.MakeTile();
+    Write(store, old, 77);
+    store.CleanUpTile(old);
+    void* const handle = store.MakeTile();
+    const auto* const bytes = static_cast<const uchar*>(store.GetMemoryToOverwrite(handle));
+    QCOMPARE(int{bytes[100]}, 77);
 }
 
 void TestTileStore::blankTilesAreNotSwapped()
