@@ -23,6 +23,10 @@ constexpr int TapGroup = 4;
 constexpr int MostLanes = HWY_MAX_BYTES / 4;
 constexpr int AsTold = 0; ///< by the row
 
+/// Registers whose windows are found one after the other before the first is mixed: each takes a long chain
+/// of steps, and so the chains overlap.
+constexpr int Together = 8;
+
 /// From here on floats have no fractions: a sum with it is a whole number, which stands in its lowest bits.
 constexpr float WholeNumbers = 8388608.0F;
 
@@ -316,28 +320,39 @@ HWY_INLINE void StorePart(Pixels pixels, LXRGBA32i* target, int count)
     std::copy_n(buffer, count, target);
 }
 
+template <int Taps>
+HWY_INLINE Pixels MixRegister(const WindowBox& box, const Windows<Taps>& windows, int tapsDown)
+{
+    MixSum sum;
+    for (int k = 0; k < tapsDown; ++k) {
+        for (int tap = 0; tap < Taps; tap += TapGroup) {
+            constexpr int columns = std::min(Taps, TapGroup);
+            Pixels neighbours[TapGroup];
+            Collect<columns>(box.pixels + std::ptrdiff_t(k) * box.stride + tap, windows.place, neighbours);
+            for (int i = 0; i < columns; ++i) {
+                sum.Add(neighbours[i], hn::Mul(windows.across[tap + i], windows.down[k]));
+            }
+        }
+    }
+    return sum.Result();
+}
+
 /// Always inlined, as its callers are: GCC 12 takes some of these for functions without effect, and drops the
 /// calls. Box and row are copies, for the compiler fears that pixels overwrite what it can't see all of.
 template <class Weights, int Taps, bool IsAffine>
 HWY_INLINE void MixWindows(WindowBox box, WindowRow row, LXRGBA32i* pixels)
 {
     const int lanes = static_cast<int>(hn::Lanes(DF()));
-    Windows<Taps> windows;
-    for (int first = 0; first < row.count; first += lanes) {
-        FindWindows<Weights, Taps, IsAffine>(box, row, first, windows);
-        MixSum sum;
-        for (int k = 0; k < TapsDown<Weights>(row); ++k) {
-            for (int tap = 0; tap < Taps; tap += TapGroup) {
-                constexpr int columns = std::min(Taps, TapGroup);
-                Pixels neighbours[TapGroup];
-                Collect<columns>(box.pixels + std::ptrdiff_t(k) * box.stride + tap, windows.place,
-                                 neighbours);
-                for (int i = 0; i < columns; ++i) {
-                    sum.Add(neighbours[i], hn::Mul(windows.across[tap + i], windows.down[k]));
-                }
-            }
+    Windows<Taps> windows[Together];
+    for (int first = 0; first < row.count; first += Together * lanes) {
+        const int registers = std::min(Together, (row.count - first + lanes - 1) / lanes);
+        for (int i = 0; i < registers; ++i) {
+            FindWindows<Weights, Taps, IsAffine>(box, row, first + i * lanes, windows[i]);
         }
-        StorePart(sum.Result(), pixels + first, row.count - first);
+        for (int i = 0; i < registers; ++i) {
+            const Pixels mixed = MixRegister<Taps>(box, windows[i], TapsDown<Weights>(row));
+            StorePart(mixed, pixels + first + i * lanes, row.count - first - i * lanes);
+        }
     }
 }
 

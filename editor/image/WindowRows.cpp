@@ -53,6 +53,7 @@ bool WindowRows::Enter(const QRect& part)
     if (!std::isfinite(widest) || widest > WindowKernels::MostTaps ||
         TapsOf(widest) > WindowKernels::MostTaps)
         return false;
+    m_IsInside = IsInside(part);
     ReadBox(part);
     return true;
 }
@@ -109,8 +110,8 @@ void WindowRows::ReadBox(const QRect& part)
                       QPoint(inside(right + aroundX, width), inside(bottom + aroundY, height))) &
                 m_Source.Rect();
     if (m_BoxRect.isEmpty()) return;
-    const auto stride = static_cast<std::size_t>(m_BoxRect.width() + WindowKernels::MostTaps);
-    const auto rows = static_cast<std::size_t>(m_BoxRect.height() + WindowKernels::MostTaps);
+    const auto stride = static_cast<std::size_t>(m_BoxRect.width()) + WindowKernels::MostTaps;
+    const auto rows = static_cast<std::size_t>(m_BoxRect.height()) + WindowKernels::MostTaps;
     m_Box.resize(stride * rows);
     TileWalk::ReadSpans(m_Source, m_BoxRect, [&](const LXRGBA32i* pixels, int x, int y, int count) {
         std::copy_n(pixels, count, m_Box.data() + static_cast<std::size_t>(y) * stride + x);
@@ -138,17 +139,35 @@ WindowRows::Range WindowRows::Within(int x, int y, int count, const Widths& marg
 
 WindowRows::Range WindowRows::Touching(int x, int y, int count) const
 {
-    return Within(x, y, count, {-m_Widest.x, -m_Widest.y}, 1);
+    return m_IsInside ? Range{0, count} : Within(x, y, count, {-m_Widest.x, -m_Widest.y}, 1);
 }
 
 WindowRows::Range WindowRows::Inside(int x, int y, int count) const
 {
-    constexpr double bit = 0.01;
-    const auto margin = [this](double width) { return std::max(ReachOf(width), HalfDiagonal * width) + bit; };
-    const Widths margins{margin(m_Widest.x), margin(m_Widest.y)};
+    if (m_IsInside) return {0, count};
+    const Widths margins = Margins();
     // Wider than the source: every pixel meets an end.
     if (2 * margins.x >= m_Source.Width() || 2 * margins.y >= m_Source.Height()) return {0, 0};
     return Within(x, y, count, margins, 0);
+}
+
+/// How far a middle must stay away from the source's ends for a whole window.
+WindowRows::Widths WindowRows::Margins() const
+{
+    constexpr double bit = 0.01;
+    const auto margin = [this](double width) { return std::max(ReachOf(width), HalfDiagonal * width) + bit; };
+    return {margin(m_Widest.x), margin(m_Widest.y)};
+}
+
+/// Whether all of the part does. It is enough to ask its corners, for the source's ends are straight.
+bool WindowRows::IsInside(const QRect& part) const
+{
+    const Widths margins = Margins();
+    const auto corners = CornersOf(part);
+    return std::all_of(corners.begin(), corners.end(), [&](const QPoint& corner) {
+        const Range range = Within(corner.x(), corner.y(), 1, margins, 0);
+        return range.first < range.end;
+    });
 }
 
 void WindowRows::MakeRow(int x, int y, int count, LXRGBA32i* pixels) const

@@ -29,7 +29,7 @@ public:
     /// windows are too wide, or it reaches behind the eye.
     bool Enter(const QRect& part);
 
-    /// Which of the `count` pixels from (x, y) on may show something of the source at all.
+    /// Which of the `count` pixels from (x, y) on, all in the part, may show something of the source at all.
     Range Touching(int x, int y, int count) const;
     /// Which of those lie so far inside that MakeRow() serves.
     Range Inside(int x, int y, int count) const;
@@ -46,6 +46,8 @@ private:
 
     Widths WidestIn(const QRect& part, double leastZ) const;
     void ReadBox(const QRect& part);
+    Widths Margins() const;
+    bool IsInside(const QRect& part) const;
     Range Within(int x, int y, int count, const Widths& margins, int slack) const;
     double ReachOf(double width) const;
     int TapsOf(double width) const;
@@ -54,6 +56,7 @@ private:
     PlanarMap m_Map;
     ResampleKernel::Kind m_Kind;
     Widths m_Widest{1, 1};
+    bool m_IsInside = false; ///< no pixel of the part needs a look at the ends
     QRect m_BoxRect;
     std::vector<LXRGBA32i> m_Box;
 };
