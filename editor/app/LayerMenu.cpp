@@ -24,6 +24,7 @@ LayerMenu::LayerMenu(MainWindow* window)
     ZKMenuManager::CreateMenu(ZKMenuManager::Layer, 0, m_pMenu.get());
     connect(window, &MainWindow::ActiveViewChanged, &m_Operations, &LayerOperations::SetView);
     connect(&m_Operations, &LayerOperations::Changed, this, &LayerMenu::UpdateActions);
+    connect(&m_Operations, &LayerOperations::LockChanged, this, &LayerMenu::UpdateActions);
     UpdateActions();
 }
 

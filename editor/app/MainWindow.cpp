@@ -20,6 +20,7 @@
 #include "gui/LXMdiSubWindow.h"
 #include "gui/LXMimePictures.h"
 #include "gui/LXToolWidgetManager.h"
+#include "gui/LaterUpdate.h"
 #include "gui/LayersWidget.h"
 #include "gui/PathsWidget.h"
 #include "gui/SamplesWidget.h"
@@ -58,6 +59,7 @@ QToolBar* MakeFixedBar(const QString& name, const QString& title)
 } // namespace
 
 MainWindow::MainWindow(RecentFiles* recentFiles)
+    : m_pLaterTitle(new LaterUpdate(this, [this] { UpdateTitle(); }))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
@@ -173,7 +175,7 @@ void MainWindow::BuildPanels()
 void MainWindow::FollowActiveView()
 {
     if (m_pView) {
-        m_pView->GetHistory()->disconnect(this);
+        m_pView->GetHistory()->disconnect(m_pLaterTitle);
         m_pView->GetModel()->GetDocument()->disconnect(this);
     }
 
@@ -185,7 +187,8 @@ void MainWindow::FollowActiveView()
         const LXDocumentInterface* document = m_pView->GetModel()->GetDocument();
         connect(document, &LXDocumentInterface::DocumentNameChanged, this, &MainWindow::UpdateTitle);
         connect(document, &LXDocumentInterface::DocumentStateChanged, this, &MainWindow::UpdateTitle);
-        connect(m_pView->GetHistory(), &LexoUndoStack::historyChanged, this, &MainWindow::UpdateTitle);
+        connect(m_pView->GetHistory(), &LexoUndoStack::historyChanged, m_pLaterTitle,
+                &LaterUpdate::AskAfterPicture);
     }
     LayersWidget::GetInstance()->SetView(m_pView);
     m_pPathsPanel->SetView(m_pView);

@@ -14,6 +14,7 @@ class EmptyPage;
 class HistoryPanel;
 class LXDocumentInterface;
 class LXMdiArea;
+class LaterUpdate;
 class PanelArea;
 class PathsWidget;
 class QMimeData;
@@ -95,6 +96,7 @@ private:
 
     LXMdiArea* m_pArea = nullptr;
     EmptyPage* m_pEmptyPage = nullptr;
+    LaterUpdate* m_pLaterTitle;
     StatusReadout* m_pStatus = nullptr;
     PanelArea* m_pPanels = nullptr;
     HistoryPanel* m_pHistoryPanel = nullptr;

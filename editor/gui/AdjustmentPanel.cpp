@@ -5,6 +5,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerKind.h"
+#include "gui/LaterUpdate.h"
 #include "gui/LayerOperations.h"
 #include "gui/ZKDocumentView.h"
 
@@ -28,6 +29,8 @@ AdjustmentPanelPrivate::AdjustmentPanelPrivate(AdjustmentPanel* panel)
     QObject::connect(m_Ui.m_pAdjustment, &AdjustmentWidget::Finished, &m_Operations,
                      &LayerOperations::FinishAdjustment);
     QObject::connect(&m_Operations, &LayerOperations::Changed, panel, [this] { Update(); });
+    auto* const later = new LaterUpdate(panel, [this] { Update(); });
+    QObject::connect(&m_Operations, &LayerOperations::LockChanged, later, &LaterUpdate::AskAboutLock);
     Update();
 }
 

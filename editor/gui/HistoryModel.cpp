@@ -62,6 +62,7 @@ QVector<HistoryModel::State> HistoryModel::ReadStates() const
 
 void HistoryModel::Update()
 {
+    emit AboutToUpdate();
     const QVector<State> states = ReadStates();
     const int before = m_States.size();
     // Rows come and go at the end alone, so that the list keeps its place.

@@ -33,6 +33,8 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 signals:
+    /// Before the first row changes.
+    void AboutToUpdate();
     /// After all rows are as the history is.
     void Updated();
 

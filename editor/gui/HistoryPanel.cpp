@@ -6,6 +6,7 @@
 #include "document/LXDocumentModel.h"
 #include "gui/HistoryDelegate.h"
 #include "gui/HistoryModel.h"
+#include "gui/LaterUpdate.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
 
@@ -14,12 +15,16 @@
 #include <QScopedValueRollback>
 
 HistoryPanel::HistoryPanel(QWidget* parent)
-    : QWidget(parent), m_pUi(std::make_unique<Ui::HistoryPanel>()), m_pModel(new HistoryModel(this))
+    : QWidget(parent),
+      m_pUi(std::make_unique<Ui::HistoryPanel>()),
+      m_pModel(new HistoryModel(this)),
+      m_pLater(new LaterUpdate(this, [this] { ShowState(); })),
+      m_pLockLater(new LaterUpdate(this, [this] { UpdateLock(); }))
 {
     m_pUi->setupUi(this);
     m_pUi->m_pList->setModel(m_pModel);
     m_pUi->m_pList->setItemDelegate(new HistoryDelegate(this));
-    connect(m_pModel, &HistoryModel::Updated, this, &HistoryPanel::ShowState);
+    FollowHistory();
     connect(m_pUi->m_pList->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &HistoryPanel::GoTo);
     ShowState();
@@ -33,22 +38,32 @@ void HistoryPanel::SetView(ZKDocumentView* view)
 
     if (m_pView) {
         m_pView->disconnect(this);
-        m_pView->GetModel()->GetDocument()->disconnect(this);
+        m_pView->GetModel()->GetDocument()->disconnect(m_pLockLater);
     }
     m_pView = view;
     if (view) {
         const LXDocumentInterface* document = view->GetModel()->GetDocument();
         connect(view, &ZKDocumentView::AboutDestroy, this, [this] { SetView(nullptr); });
-        connect(document, &LXDocumentInterface::Locked, this, &HistoryPanel::UpdateLock);
-        connect(document, &LXDocumentInterface::Unlocked, this, &HistoryPanel::UpdateLock);
+        connect(document, &LXDocumentInterface::Locked, m_pLockLater, &LaterUpdate::AskAboutLock);
+        connect(document, &LXDocumentInterface::Unlocked, m_pLockLater, &LaterUpdate::AskAboutLock);
     }
     m_pModel->SetHistory(view ? view->GetHistory() : nullptr);
+    ShowState();
     UpdateLock();
 }
 
 QSize HistoryPanel::sizeHint() const
 {
     return {260, 240};
+}
+
+void HistoryPanel::FollowHistory()
+{
+    connect(m_pModel, &HistoryModel::AboutToUpdate, this, [this] { m_bUpdating = true; });
+    connect(m_pModel, &HistoryModel::Updated, this, [this] {
+        m_bUpdating = false;
+        m_pLater->AskAfterPicture();
+    });
 }
 
 bool HistoryPanel::MayWork() const
@@ -58,9 +73,11 @@ bool HistoryPanel::MayWork() const
 
 void HistoryPanel::GoTo(const QModelIndex& index)
 {
-    if (m_bFollowing || !index.isValid()) return;
+    if (m_bUpdating || m_bFollowing || !index.isValid()) return;
 
-    if (MayWork()) m_pModel->GetHistory()->setIndex(index.row());
+    // The list learns later than the model which row the history is at.
+    const bool isThere = index.row() == m_pModel->GetCurrentRow();
+    if (!isThere && MayWork()) m_pModel->GetHistory()->setIndex(index.row());
     // The history may have gone elsewhere, or nowhere.
     ShowState();
 }

@@ -8,6 +8,7 @@
 #include <memory>
 
 class HistoryModel;
+class LaterUpdate;
 class ZKDocumentView;
 
 namespace Ui {
@@ -34,11 +35,15 @@ public:
 private:
     bool MayWork() const;
     void GoTo(const QModelIndex& index);
+    void FollowHistory();
     void ShowState();
     void UpdateLock();
 
     std::unique_ptr<Ui::HistoryPanel> m_pUi;
     HistoryModel* m_pModel;
+    LaterUpdate* m_pLater;
+    LaterUpdate* m_pLockLater;
     QPointer<ZKDocumentView> m_pView;
+    bool m_bUpdating = false;  ///< rows come and go, which may take the current one along
     bool m_bFollowing = false; ///< the selection follows the history, not the other way round
 };

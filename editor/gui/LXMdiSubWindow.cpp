@@ -4,6 +4,7 @@
 #include "gui/DocumentOf.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiArea_p.h"
+#include "gui/LaterUpdate.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
 
@@ -21,7 +22,8 @@ LXMdiSubWindow::LXMdiSubWindow(QWidget* widget, QWidget* parent) : QMdiSubWindow
     connect(document, &LXDocumentInterface::DocumentNameChanged, this, &LXMdiSubWindow::UpdateTitle);
     connect(document, &LXDocumentInterface::DocumentStateChanged, this, &LXMdiSubWindow::UpdateTitle);
     if (const LexoUndoStack* history = ViewOf(this)->GetHistory()) {
-        connect(history, &LexoUndoStack::cleanChanged, this, &LXMdiSubWindow::UpdateTitle);
+        auto* const later = new LaterUpdate(this, [this] { UpdateTitle(); });
+        connect(history, &LexoUndoStack::cleanChanged, later, &LaterUpdate::AskAfterPicture);
     }
     UpdateTitle();
 }

@@ -1,8 +1,24 @@
 #include "gui/LayerListView.h"
 
+#include "gui/LaterUpdate.h"
 #include "gui/LayerDelegate.h"
+#include "gui/ThumbnailRoles.h"
 
 #include <QMouseEvent>
+
+LayerListView::LayerListView(QWidget* parent)
+    : QListView(parent), m_pLater(new LaterUpdate(this, [this] { viewport()->update(); }))
+{}
+
+void LayerListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                const QVector<int>& roles)
+{
+    if (ThumbnailRoles::AreAll(roles)) {
+        m_pLater->AskAfterPicture();
+    } else {
+        QListView::dataChanged(topLeft, bottomRight, roles);
+    }
+}
 
 bool LayerListView::TakeEyePress(const QMouseEvent* event)
 {

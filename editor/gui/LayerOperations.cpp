@@ -6,6 +6,7 @@
 #include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "gui/AdjustmentNames.h"
+#include "gui/ThumbnailRoles.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LayerCommands.h"
 #include "history/LayerCreateCommand.h"
@@ -51,12 +52,15 @@ void LayerOperations::SetView(ZKDocumentView* view)
         connect(view, &ZKDocumentView::StylizationViewBlocked, this, &LayerOperations::Changed);
         connect(view->GetLayerSelection(), &QItemSelectionModel::selectionChanged, this,
                 &LayerOperations::Changed);
-        connect(model, &QAbstractItemModel::dataChanged, this, &LayerOperations::Changed);
+        connect(model, &QAbstractItemModel::dataChanged, this,
+                [this](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
+                    if (!ThumbnailRoles::AreAll(roles)) emit Changed();
+                });
         connect(model, &QAbstractItemModel::rowsInserted, this, &LayerOperations::Changed);
         connect(model, &QAbstractItemModel::rowsRemoved, this, &LayerOperations::Changed);
         connect(model, &QAbstractItemModel::rowsMoved, this, &LayerOperations::Changed);
-        connect(document, &LXDocumentInterface::Locked, this, &LayerOperations::Changed);
-        connect(document, &LXDocumentInterface::Unlocked, this, &LayerOperations::Changed);
+        connect(document, &LXDocumentInterface::Locked, this, &LayerOperations::LockChanged);
+        connect(document, &LXDocumentInterface::Unlocked, this, &LayerOperations::LockChanged);
     }
     emit Changed();
 }

@@ -62,8 +62,10 @@ public:
     bool DeleteSelection(const QString& text);
 
 signals:
-    /// What is shown of the layers, or what may be done to them, may have changed.
+    /// What is shown of the layers, or what may be done to them, may have changed; thumbnails aside.
     void Changed();
+    /// A tool has begun or ended its work on the document, which decides about all of it.
+    void LockChanged();
 
 private:
     bool MayWork() const;

@@ -5,6 +5,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
 #include "gui/BlendModeNames.h"
+#include "gui/LaterUpdate.h"
 #include "gui/LayerDelegate.h"
 #include "gui/LayerOperations.h"
 #include "gui/SingleWidget.h"
@@ -56,6 +57,8 @@ LayersWidgetPrivate::LayersWidgetPrivate(LayersWidget* panel) : m_pPanel(panel)
     QObject::connect(m_Ui.m_pOpacitySpn, qOverload<int>(&QSpinBox::valueChanged), &m_Operations,
                      [this](int percent) { m_Operations.SetOpacity(percent / 100.0); });
     QObject::connect(&m_Operations, &LayerOperations::Changed, panel, [this] { UpdateControls(); });
+    auto* const later = new LaterUpdate(panel, [this] { UpdateControls(); });
+    QObject::connect(&m_Operations, &LayerOperations::LockChanged, later, &LaterUpdate::AskAboutLock);
     UpdateControls();
 }
 

@@ -4,6 +4,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/LXPathSelectionModel.h"
 #include "document/LXPathsListModel.h"
+#include "gui/ThumbnailRoles.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
@@ -31,13 +32,16 @@ void PathOperations::SetView(ZKDocumentView* view)
         // Strokes go to the selected layer.
         connect(view->GetLayerSelection(), &QItemSelectionModel::selectionChanged, this,
                 &PathOperations::Changed);
-        connect(view->GetModel(), &QAbstractItemModel::dataChanged, this, &PathOperations::Changed);
+        connect(view->GetModel(), &QAbstractItemModel::dataChanged, this,
+                [this](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
+                    if (!ThumbnailRoles::AreAll(roles)) emit Changed();
+                });
         connect(model, &LXPathsListModel::PathChanged, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsInserted, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsRemoved, this, &PathOperations::Changed);
         connect(model, &QAbstractItemModel::rowsMoved, this, &PathOperations::Changed);
-        connect(document, &LXDocumentInterface::Locked, this, &PathOperations::Changed);
-        connect(document, &LXDocumentInterface::Unlocked, this, &PathOperations::Changed);
+        connect(document, &LXDocumentInterface::Locked, this, &PathOperations::LockChanged);
+        connect(document, &LXDocumentInterface::Unlocked, this, &PathOperations::LockChanged);
     }
     emit Changed();
 }

@@ -41,6 +41,8 @@ public:
 signals:
     /// What may be done to the paths may have changed.
     void Changed();
+    /// A tool has begun or ended its work on the document, which decides about all of it.
+    void LockChanged();
 
 private:
     bool MayWork() const;

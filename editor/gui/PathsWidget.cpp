@@ -4,6 +4,7 @@
 
 #include "document/LXPathSelectionModel.h"
 #include "document/LXPathsListModel.h"
+#include "gui/LaterUpdate.h"
 #include "gui/PathDelegate.h"
 #include "gui/PathOperations.h"
 #include "gui/PathUses.h"
@@ -38,6 +39,8 @@ PathsWidgetPrivate::PathsWidgetPrivate(PathsWidget* panel)
     SetUpList();
     SetUpUses();
     QObject::connect(&m_Operations, &PathOperations::Changed, panel, [this] { UpdateControls(); });
+    auto* const later = new LaterUpdate(panel, [this] { UpdateControls(); });
+    QObject::connect(&m_Operations, &PathOperations::LockChanged, later, &LaterUpdate::AskAboutLock);
     UpdateControls();
 }
 

@@ -5,6 +5,7 @@
 #include "document/LXColorSampleModel.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
+#include "gui/LaterUpdate.h"
 #include "gui/SampleDelegate.h"
 #include "gui/ZKDocumentView.h"
 #include "history/LexoCommand.h"
@@ -37,11 +38,13 @@ public:
     void Push(LexoCommand* command) const;
 
     SamplesWidget* m_pPanel;
+    LaterUpdate* m_pLater;
     ZKDocumentView* m_pView = nullptr;
     Ui::SamplesWidget m_Ui;
 };
 
-SamplesWidgetPrivate::SamplesWidgetPrivate(SamplesWidget* panel) : m_pPanel(panel)
+SamplesWidgetPrivate::SamplesWidgetPrivate(SamplesWidget* panel)
+    : m_pPanel(panel), m_pLater(new LaterUpdate(panel, [this] { UpdateControls(); }))
 {
     m_Ui.setupUi(panel);
     m_Ui.m_pList->setItemDelegate(new SampleDelegate(m_Ui.m_pList));
@@ -81,8 +84,8 @@ void SamplesWidgetPrivate::Follow()
     QObject::connect(Samples(), &LXColorSampleModel::SampleInserted, m_pPanel, update);
     QObject::connect(Samples(), &LXColorSampleModel::SampleRemoved, m_pPanel, update);
     QObject::connect(Samples(), &LXColorSampleModel::dataChanged, m_pPanel, update);
-    QObject::connect(Document(), &LXDocumentInterface::Locked, m_pPanel, update);
-    QObject::connect(Document(), &LXDocumentInterface::Unlocked, m_pPanel, update);
+    QObject::connect(Document(), &LXDocumentInterface::Locked, m_pLater, &LaterUpdate::AskAboutLock);
+    QObject::connect(Document(), &LXDocumentInterface::Unlocked, m_pLater, &LaterUpdate::AskAboutLock);
     QObject::connect(m_pView, &ZKDocumentView::AboutDestroy, m_pPanel,
                      [this] { m_pPanel->SetView(nullptr); });
     QObject::connect(m_pView, &ZKDocumentView::ColorTransformChanged, m_pPanel,
@@ -154,6 +157,7 @@ void SamplesWidget::SetView(ZKDocumentView* view)
     if (m_pPrivate->m_pView) {
         m_pPrivate->m_pView->disconnect(this);
         m_pPrivate->Document()->disconnect(this);
+        m_pPrivate->Document()->disconnect(m_pPrivate->m_pLater);
         m_pPrivate->Samples()->disconnect(this);
     }
     m_pPrivate->m_pView = view;

@@ -7,11 +7,12 @@
 #include <QHash>
 #include <QImageReader>
 #include <QPainter>
+#include <QPixmapCache>
 
 #include <map>
 
 namespace {
-using FilesBySide = std::map<int, QString>; ///< by their side in pixels; pictures are square
+using FilesBySide = std::map<int, QString>; ///< true paths by their side in pixels; pictures are square
 
 FilesBySide FindFiles(const QString& name)
 {
@@ -20,7 +21,7 @@ FilesBySide FindFiles(const QString& name)
         for (const char* density : {"", "@2x"}) {
             const QString file = ThemePicture::WithEnding(name, QLatin1String(size) + QLatin1String(density));
             const int side = QFileInfo::exists(file) ? QImageReader(file).size().width() : 0;
-            if (side > 0) files.emplace(side, file);
+            if (side > 0) files.emplace(side, QFileInfo(file).canonicalFilePath());
         }
     }
     return files;
@@ -63,11 +64,19 @@ QPixmap ThemeIconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::Stat
     const int wanted = qMin(size.width(), size.height());
     auto best = files.lower_bound(wanted);
     if (best == files.end()) --best;
-    QPixmap picture = ThemePicture::Load(best->second, 1);
+    const bool isFaint = mode == QIcon::Disabled;
+    // A button paints its icon each time that it is touched, and a look at the disk takes longer than that.
+    const QString key = QStringLiteral("theme icon %1 %2 %3").arg(best->second).arg(wanted).arg(int(isFaint));
+    QPixmap picture;
+    if (QPixmapCache::find(key, &picture)) return picture;
+
+    picture = ThemePicture::Load(best->second, 1);
     if (best->first > wanted) {
         picture = picture.scaled(wanted, wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     }
-    return mode == QIcon::Disabled ? ThemePicture::Faint(picture) : picture;
+    if (isFaint) picture = ThemePicture::Faint(picture);
+    QPixmapCache::insert(key, picture);
+    return picture;
 }
 
 QSize ThemeIconEngine::actualSize(const QSize& size, QIcon::Mode, QIcon::State)

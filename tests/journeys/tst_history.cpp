@@ -113,10 +113,12 @@ void TestHistory::savingMovesTheMark()
     QVERIFY(editor.Files()->SaveTo(editor.Document(), editor.TempFile("a.png")));
     QCOMPARE(Texts(editor), (QStringList{"Start", "Fill: as it is on the disk"}));
     editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+    editor.Settle();
     QCOMPARE(Texts(editor), (QStringList{"Start", "Fill: as it is on the disk"}));
     QVERIFY(editor.Window()->isWindowModified());
     ShowHistory(editor);
     ClickState(editor, 1);
+    editor.Settle();
     QVERIFY(!editor.Window()->isWindowModified());
 }
 

@@ -104,6 +104,7 @@ void TestReachEverything::panelsAreNamedReachedAndRead()
     UseLook(look);
     editor.Tool("Fillcan").Click(QPointF(5, 5));
     editor.GetInput().Key(Qt::Key_Z, Qt::ControlModifier);
+    editor.Settle();
     for (QDockWidget* panel : editor.Window()->GetPanels()->GetPanels()) {
         editor.Window()->GetPanels()->Show(panel);
         QVERIFY2(panel->isAncestorOf(QApplication::focusWidget()) || WidgetWalk::Controls(panel).isEmpty(),

@@ -160,6 +160,7 @@ void TestSaveAndClose::titleAndTabShowTheModifiedMark()
     QVERIFY(tab->isWindowModified());
 
     QVERIFY(editor.Files()->SaveTo(editor.Document(), editor.TempFile("named.png")));
+    editor.Settle();
     QVERIFY(!editor.Window()->isWindowModified());
     QVERIFY(!tab->isWindowModified());
     QVERIFY(editor.Window()->windowTitle().contains("named.png"));

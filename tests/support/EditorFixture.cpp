@@ -13,6 +13,7 @@
 #include "image/LXImage.h"
 #include "image/LXImageConvert.h"
 #include "scripting/InputDriver.h"
+#include "support/Settle.h"
 
 #include <QApplication>
 #include <QMap>
@@ -126,7 +127,7 @@ void EditorFixture::Settle()
         Require(unlocked.wait(JobLimit), "the tool's job did not end");
     }
     // What the end of a job has posted, such as a closed dialog's deletion, belongs to the gesture.
-    QCoreApplication::processEvents();
+    SettleEvents();
     CheckNothingIsLeft();
 }
 

@@ -131,7 +131,7 @@ void TestAdjustmentWidget::thePanelShowsTheSelectedAdjustmentOnly()
     QVERIFY(!slider->isVisible());
     select(0);
     document->Lock();
-    QVERIFY(!slider->isEnabled());
+    QTRY_VERIFY(!slider->isEnabled());
     document->Unlock();
     view.reset();
     QVERIFY(!slider->isVisible());

@@ -6,6 +6,7 @@
 #include "gui/ZKDocumentView.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
+#include "support/Settle.h"
 #include "support/TestRegistry.h"
 
 #include <QLabel>
@@ -28,6 +29,7 @@ private slots:
     void theKeysGoStepByStep();
     void theCleanStateIsMarked();
     void theCleanMarkGoesWithItsState();
+    void rowsThatGoChooseNothing();
     void aMacroIsOneRow();
     void anOpenStepIsTheLastRow();
     void goingToTheOpenStepChangesNothing();
@@ -98,6 +100,7 @@ void TestHistoryPanel::Push(const QString& text, qint64 cost)
 
 QStringList TestHistoryPanel::Rows() const
 {
+    SettleEvents();
     QStringList rows;
     const QAbstractItemModel* model = List()->model();
     for (int row = 0; row < model->rowCount(); ++row) {
@@ -173,6 +176,7 @@ void TestHistoryPanel::theKeysGoStepByStep()
 {
     Push("A");
     Push("B");
+    SettleEvents();
     List()->setFocus();
     QTest::keyClick(List(), Qt::Key_Up);
     QCOMPARE(m_Value, 1);
@@ -202,6 +206,20 @@ void TestHistoryPanel::theCleanMarkGoesWithItsState()
     m_pHistory->undo();
     Push("B");
     QCOMPARE(Rows(), (QStringList{"Start", ">B"}));
+}
+
+void TestHistoryPanel::rowsThatGoChooseNothing()
+{
+    for (const char* text : {"A", "B", "C"})
+        Push(text);
+    QCOMPARE(Rows(), (QStringList{"Start*", "A", "B", ">C"}));
+    m_pHistory->undo();
+    m_pHistory->undo();
+    // C's row goes, which the list still holds for the current one.
+    m_pHistory->pushDelayed(new CountCommand("Opacity", &m_Value, 0));
+    QVERIFY(m_pHistory->isDelayedOpen());
+    QCOMPARE(Rows(), (QStringList{"Start*", "A", ">Opacity"}));
+    QVERIFY(m_pHistory->isDelayedOpen());
 }
 
 void TestHistoryPanel::aMacroIsOneRow()
@@ -251,17 +269,20 @@ void TestHistoryPanel::theMemoryOfTheStepsIsTold()
     QCOMPARE(memory->text(), QString("0 bytes"));
     Push("A", 3 * 1024 * 1024);
     Push("B", 512 * 1024);
+    SettleEvents();
     QCOMPARE(memory->text(), QString("3.5 MB"));
     m_pHistory->undo();
     Push("C", 0);
+    SettleEvents();
     QCOMPARE(memory->text(), QString("3.0 MB"));
 }
 
 void TestHistoryPanel::aLockedDocumentCantBeChanged()
 {
     Push("A");
+    SettleEvents();
     QVERIFY(m_pDocument->Lock());
-    QVERIFY(!List()->isEnabled());
+    QTRY_VERIFY(!List()->isEnabled());
     QVERIFY(!List()->toolTip().isEmpty());
     // What comes by another way is refused as well.
     List()->selectionModel()->setCurrentIndex(List()->model()->index(0, 0),
@@ -269,7 +290,7 @@ void TestHistoryPanel::aLockedDocumentCantBeChanged()
     QCOMPARE(m_Value, 1);
     QCOMPARE(Rows(), (QStringList{"Start*", ">A"}));
     QVERIFY(m_pDocument->Unlock());
-    QVERIFY(List()->isEnabled());
+    QTRY_VERIFY(List()->isEnabled());
     ClickRow(0);
     QCOMPARE(m_Value, 0);
 }
@@ -278,6 +299,7 @@ void TestHistoryPanel::aStepThatFailsLeavesTheListRight()
 {
     for (const char* text : {"A", "Stuck", "C"})
         Push(text);
+    SettleEvents();
     QVERIFY_EXCEPTION_THROWN(List()->setCurrentIndex(List()->model()->index(0, 0)), std::bad_alloc);
     QCOMPARE(m_pHistory->index(), 2);
     QCOMPARE(Rows(), (QStringList{"Start*", "A", ">Stuck", "(C)"}));

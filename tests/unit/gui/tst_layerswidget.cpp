@@ -7,6 +7,7 @@
 #include "history/LexoUndoStack.h"
 #include "image/BlendMode.h"
 #include "image/LXImage.h"
+#include "support/Settle.h"
 #include "support/TestRegistry.h"
 
 #include <QComboBox>
@@ -15,7 +16,29 @@
 #include <QListView>
 #include <QSpinBox>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+
+namespace {
+/// Counts the events of one type that an object gets.
+class EventCount : public QObject
+{
+public:
+    EventCount(QObject* watched, QEvent::Type type) : m_Type(type) { watched->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == m_Type) ++m_Count;
+        return false;
+    }
+
+    int Count() const { return m_Count; }
+
+private:
+    QEvent::Type m_Type;
+    int m_Count = 0;
+};
+} // namespace
 
 /// The list of layers, and what its controls do.
 class TestLayersWidget : public QObject
@@ -51,6 +74,8 @@ private slots:
     void eachLockIsSetAlone();
     void whatCantBeDoneSaysWhy();
     void nothingWorksWhileTheDocumentIsLocked();
+    void aShortLockDoesNotFlicker();
+    void theThumbnailFollowsThePicture();
     void blockedOrderKeepsTheRest();
     void nothingWorksWithoutAPicture();
     void severalSelectedLayersHaveNoSingleSettings();
@@ -398,7 +423,7 @@ void TestLayersWidget::whatCantBeDoneSaysWhy()
     List()->selectAll();
     QVERIFY(Button("m_pUpBtn")->toolTip().contains("select one layer"));
     QVERIFY(m_pDocument->Lock());
-    QVERIFY(Button("m_pAddBtn")->toolTip().contains("a tool is at work"));
+    QTRY_VERIFY(Button("m_pAddBtn")->toolTip().contains("a tool is at work"));
     QVERIFY(m_pDocument->Unlock());
     m_pPanel->SetView(nullptr);
     QVERIFY(Button("m_pAddBtn")->toolTip().contains("no picture is open"));
@@ -408,6 +433,7 @@ void TestLayersWidget::whatCantBeDoneSaysWhy()
 void TestLayersWidget::nothingWorksWhileTheDocumentIsLocked()
 {
     QVERIFY(m_pDocument->Lock());
+    QTRY_VERIFY(!Button("m_pAddBtn")->isEnabled());
     for (const char* name :
          {"m_pAddBtn", "m_pMaskBtn", "m_pLockBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"}) {
         QVERIFY2(!Button(name)->isEnabled(), name);
@@ -418,7 +444,35 @@ void TestLayersWidget::nothingWorksWhileTheDocumentIsLocked()
     ClickRow(0, MaskX);
     QVERIFY(!Model()->GetMaskSelected(0));
     m_pDocument->Unlock();
+    QTRY_VERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestLayersWidget::aShortLockDoesNotFlicker()
+{
+    EventCount changes(Button("m_pAddBtn"), QEvent::EnabledChange);
+    QVERIFY(m_pDocument->Lock());
+    SettleEvents();
+    // What looks usable for that moment does nothing.
+    QTest::mouseClick(Button("m_pAddBtn"), Qt::LeftButton);
+    QCOMPARE(History(), QStringList());
+    m_pDocument->Unlock();
+    const QList<QTimer*> timers = m_pPanel->findChildren<QTimer*>();
+    QTRY_VERIFY(
+        std::none_of(timers.begin(), timers.end(), [](const QTimer* timer) { return timer->isActive(); }));
+    QCOMPARE(changes.Count(), 0);
     QVERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestLayersWidget::theThumbnailFollowsThePicture()
+{
+    SettleEvents();
+    EventCount paints(List()->viewport(), QEvent::Paint);
+    Model()->UpdateLayerThumbnail(0);
+    // The view's repaint would be among them.
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(paints.Count(), 0);
+    SettleEvents();
+    QVERIFY(paints.Count() > 0);
 }
 
 void TestLayersWidget::blockedOrderKeepsTheRest()

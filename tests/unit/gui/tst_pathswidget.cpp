@@ -366,12 +366,13 @@ void TestPathsWidget::nothingWorksWhileTheDocumentIsLocked()
 {
     Choose(0);
     QVERIFY(m_pDocument->Lock());
+    QTRY_VERIFY(!Button("m_pAddBtn")->isEnabled());
     for (const char* name : {"m_pAddBtn", "m_pUpBtn", "m_pDownBtn", "m_pDeleteBtn"})
         QVERIFY2(!Button(name)->isEnabled(), name);
     ClickRow(0, EyeX);
     QVERIFY(!Paths()->GetPathVisible(0));
     m_pDocument->Unlock();
-    QVERIFY(Button("m_pDeleteBtn")->isEnabled());
+    QTRY_VERIFY(Button("m_pDeleteBtn")->isEnabled());
 }
 
 void TestPathsWidget::blockedOrderKeepsNamesAndEyes()
@@ -460,9 +461,9 @@ void TestPathsWidget::strokeSaysWhyItIsOff()
     SelectLayer(1);
     QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
     QVERIFY(m_pDocument->Lock());
-    QCOMPARE(Obstacle("m_pStrokeBtn"), QString("a tool is at work"));
+    QTRY_COMPARE(Obstacle("m_pStrokeBtn"), QString("a tool is at work"));
     m_pDocument->Unlock();
-    QCOMPARE(Obstacle("m_pStrokeBtn"), QString());
+    QTRY_COMPARE(Obstacle("m_pStrokeBtn"), QString());
     m_pPanel->SetView(nullptr);
     QCOMPARE(Obstacle("m_pStrokeBtn"), QString("no picture is open"));
 }
@@ -475,7 +476,7 @@ void TestPathsWidget::selectionSaysWhyItIsOff()
     Choose(0);
     QCOMPARE(Obstacle("m_pSelectBtn"), QString());
     QVERIFY(m_pDocument->Lock());
-    QCOMPARE(Obstacle("m_pSelectBtn"), QString("a tool is at work"));
+    QTRY_COMPARE(Obstacle("m_pSelectBtn"), QString("a tool is at work"));
     m_pDocument->Unlock();
     m_pPanel->SetView(nullptr);
     QCOMPARE(Obstacle("m_pSelectBtn"), QString("no picture is open"));

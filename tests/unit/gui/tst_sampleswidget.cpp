@@ -201,11 +201,11 @@ void TestSamplesWidget::nothingWorksWhileTheDocumentIsLocked()
 {
     Select({1});
     QVERIFY(m_pDocument->Lock());
-    QVERIFY(!Button("m_pDeleteBtn")->isEnabled());
+    QTRY_VERIFY(!Button("m_pDeleteBtn")->isEnabled());
     QVERIFY(!Button("m_pClearBtn")->isEnabled());
     QVERIFY(!Combo("m_pSizeCmb")->isEnabled());
     m_pDocument->Unlock();
-    QVERIFY(Button("m_pDeleteBtn")->isEnabled());
+    QTRY_VERIFY(Button("m_pDeleteBtn")->isEnabled());
 }
 
 void TestSamplesWidget::worksWithoutAHistory()
