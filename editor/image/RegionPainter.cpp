@@ -11,8 +11,8 @@
 using TileWalk::TileSide;
 
 namespace {
-/// 32 MB: the tiles of a larger mask have left the caches before anybody reads them.
-constexpr std::size_t MostCachedTiles = 512;
+/// 8 MB: of more, the first have left the caches before anybody reads them.
+constexpr int MostCachedTiles = 128;
 } // namespace
 
 void RegionPainter::Paint(int column, int row, const TileBits& region)
@@ -41,13 +41,13 @@ void RegionPainter::Paint(int column, int row, const TileBits& region)
 }
 
 /// Written whole, so it needn't be cleared, or even be read, before.
-LXTilePointer RegionPainter::NewTile(const TileBits& region) const
+LXTilePointer RegionPainter::NewTile(const TileBits& region)
 {
-    const bool isTooLargeForCaches = m_Mask.m_Tiles.size() > MostCachedTiles;
+    const bool isTooMuchForCaches = m_NewTiles++ >= MostCachedTiles;
     LXTilePointer tile(new LXTile);
     auto* pixels = static_cast<LXRGBA32i*>(TileStore::Main().GetMemoryToOverwrite(tile->Handle()));
     for (const RowBits row : region.rows) {
-        if (isTooLargeForCaches) {
+        if (isTooMuchForCaches) {
             SimilarKernels::StreamRow(row, m_Fill, pixels);
         } else {
             SimilarKernels::MakeRow(row, m_Fill, pixels);

@@ -5,6 +5,7 @@
 
 #include <QRect>
 
+#include <atomic>
 #include <mutex>
 
 /// Writes regions into a mask, tile by tile, and keeps their bounds. Several threads may paint different
@@ -21,11 +22,12 @@ public:
     const QRect& Bounds() const { return m_Bounds; }
 
 private:
-    LXTilePointer NewTile(const TileBits& region) const;
+    LXTilePointer NewTile(const TileBits& region);
     LXTilePointer SolidTile();
 
     LXImage32& m_Mask;
     LXRGBA32i m_Fill;
+    std::atomic<int> m_NewTiles{0};
     std::mutex m_Mutex;        ///< of what follows
     LXTilePointer m_SolidTile; ///< made when first needed
     QRect m_Bounds;
