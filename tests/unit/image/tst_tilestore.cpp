@@ -315,10 +315,8 @@ void TestTileStore::overwrittenTilesHoldWhatWasWritten()
 {
     const QTemporaryDir folder;
     TileStore store(2 * TileBytes, folder.path().toStdString());
-    std::vector<void*> tiles;
-    for (int i = 0; i < 6; ++i) {
-        tiles.push_back(store.MakeTile());
-    }
+    std::vector<void*> tiles(6);
+    std::generate(tiles.begin(), tiles.end(), [&] { return store.MakeTile(); });
     for (int round = 1; round < 4; ++round) {
         for (int i = 0; i < 6; ++i) {
             void* const tile = tiles[static_cast<std::size_t>(i)];
