@@ -51,6 +51,7 @@ void LayerCreateCommand::RedoExecute(LexoCommandData* data)
 void LayerCreateCommand::UndoExecute(LexoCommandData* data)
 {
     const auto& create = static_cast<LayerCreateCommandData&>(*data);
+    m_pPrivate->isApplied = false; // a step that was open has had no first redo
     const int last = m_pPrivate->document->GetModel()->rowCount() - 1;
     if (last < 0) return;
     LXDocumentInterfacePrivate::Get(m_pPrivate->document)->RemoveLayer(qBound(0, create.GetRow(), last));

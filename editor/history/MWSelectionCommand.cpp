@@ -31,6 +31,7 @@ void MWSelectionCommand::RedoExecute(LexoCommandData* data)
 void MWSelectionCommand::UndoExecute(LexoCommandData* data)
 {
     const auto& change = static_cast<MWSelectionCommandData&>(*data);
+    m_pPrivate->isApplied = false; // a step that was open has had no first redo
     const LXImage32 before = change.HasNoUndoSelection() ? LXImage32() : change.GetUndoMask();
     m_pPrivate->document->SetSelectionMask(before, change.GetUndoOffset());
 }

@@ -75,6 +75,7 @@ void MoveCommand::RedoExecute(LexoCommandData* data)
 void MoveCommand::UndoExecute(LexoCommandData* data)
 {
     const auto& move = static_cast<MoveCommandData&>(*data);
+    m_pPrivate->isApplied = false; // a step that was open has had no first redo
     m_pPrivate->Move(move, -move.GetDelta(), move.GetTextLayerNewTransformation(),
                      move.GetTextLayerOldTransformation());
 }

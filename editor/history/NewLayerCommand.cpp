@@ -92,6 +92,8 @@ void NewLayerCommand::RedoExecute(LexoCommandData* data)
 void NewLayerCommand::UndoExecute(LexoCommandData* data)
 {
     const auto& values = NewLayerCommandPrivate::ValuesOf(data);
+    // A step that was open has had no first redo.
+    m_pPrivate->isApplied = false;
     const int count = m_pPrivate->model->rowCount();
     if (count == 0) return;
     LXDocumentInterfacePrivate::Get(m_pPrivate->model->GetDocument())

@@ -35,5 +35,6 @@ void PaintCommand::RedoExecute(LexoCommandData* data)
 
 void PaintCommand::UndoExecute(LexoCommandData* data)
 {
+    m_pPrivate->isApplied = false; // a step that was open has had no first redo
     PaintExecution::Undo(m_pPrivate->document, static_cast<PaintCommandData&>(*data), m_pPrivate->target);
 }
