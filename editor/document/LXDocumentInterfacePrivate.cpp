@@ -69,6 +69,15 @@ void LXDocumentInterfacePrivate::RemoveLayer(int row)
         LXDocumentModelPrivate::Get(model)->RemoveRow(row);
     }
     Invalidate(rect);
+    if (caret.layer.lock() != layer) return;
+    caret = Caret();
+    emit document->TextCaretChanged(0);
+}
+
+unsigned int LXDocumentInterfacePrivate::CaretId() const
+{
+    const std::shared_ptr<const Layer> layer = caret.layer.lock();
+    return layer ? layers.IdOf(*layer) : 0;
 }
 
 LayerState LXDocumentInterfacePrivate::NewMask(bool reveals) const
@@ -211,7 +220,7 @@ void LXDocumentInterfacePrivate::MoveProperties(unsigned int id,
     OnMainThread([=] {
         if (hasLayerMoved) emit model->LayerPositionChanged(id, after.rect.topLeft());
         if (hasMaskMoved) emit model->MaskPositionChanged(id, after.maskRect.topLeft());
-        if (hasLayerMoved && caret.id == id) emit document->TextCaretChanged(id);
+        if (hasLayerMoved && CaretId() == id) emit document->TextCaretChanged(id);
     });
     QRect changed;
     if (hasLayerMoved) changed |= before.rect | after.rect;

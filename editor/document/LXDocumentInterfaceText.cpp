@@ -66,7 +66,7 @@ void LXDocumentInterfacePrivate::PutText(unsigned int id, const TextContent& con
         if (former->font != text->font) emit model->LayerFontChanged(id);
         if (former->brush != text->brush) emit model->LayerBrushChanged(id);
         if (!(former->deformation == text->deformation)) emit model->LayerTextDeformationChanged(id);
-        if (caret.id == id) emit document->TextCaretChanged(id);
+        if (CaretId() == id) emit document->TextCaretChanged(id);
     });
     LayerPixelsChanged(id, before | pixels.Rect());
 }
@@ -233,7 +233,7 @@ QRectF LXDocumentInterface::GetTextBox(unsigned int id) const
 void LXDocumentInterface::SetTextCaret(unsigned int id, int index, bool visible)
 {
     if (visible && GetLayerKind(id) != LayerKind::Text) return;
-    m_pPrivate->caret.id = visible ? id : 0;
-    m_pPrivate->caret.index = visible ? index : 0;
-    emit TextCaretChanged(m_pPrivate->caret.id);
+    m_pPrivate->caret = LXDocumentInterfacePrivate::Caret();
+    if (visible) m_pPrivate->caret = {m_pPrivate->layers.Find(id), index};
+    emit TextCaretChanged(visible ? id : 0);
 }

@@ -105,13 +105,16 @@ public:
     LXColorSampleModel* samples = nullptr;
     SelectionChannels* channels = nullptr;
 
+    /// Where the caret of a text stands. It stays with its layer when rows change, and goes with it.
     struct Caret
     {
-        unsigned int id = 0; ///< 0: there is none
+        std::weak_ptr<const Layer> layer;
         int index = 0;
     };
 
     Caret caret;
+    /// The layer with the caret; 0 when there is none.
+    unsigned int CaretId() const;
     bool isLocked = false;
     int state = 0;
     int compositionStops = 0;

@@ -24,6 +24,14 @@ std::vector<std::shared_ptr<Layer>> LayerList::All() const
     return m_Layers;
 }
 
+unsigned int LayerList::IdOf(const Layer& layer) const
+{
+    const std::lock_guard<std::mutex> guard(m_Mutex);
+    const auto found = std::find_if(m_Layers.begin(), m_Layers.end(),
+                                    [&layer](const auto& candidate) { return candidate.get() == &layer; });
+    return found == m_Layers.end() ? 0 : static_cast<unsigned int>(found - m_Layers.begin()) + 1;
+}
+
 LayerProperties LayerList::Properties(unsigned int id) const
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);

@@ -20,6 +20,8 @@ public:
     /// By id; null for id 0 and bad ids.
     std::shared_ptr<Layer> Find(unsigned int id) const;
     std::vector<std::shared_ptr<Layer>> All() const;
+    /// 0 for a layer that isn't in the list.
+    unsigned int IdOf(const Layer& layer) const;
 
     /// Of a bad id or no layer: the properties of an empty layer.
     LayerProperties Properties(unsigned int id) const;

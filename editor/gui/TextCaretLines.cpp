@@ -49,10 +49,10 @@ void TextCaretLines::Paint(QPainter& painter, const QRect& exposed, const Canvas
 void TextCaretLines::Update(const CanvasPlace& place)
 {
     m_pViewport->update(Area(place));
-    const LXDocumentInterfacePrivate::Caret caret = LXDocumentInterfacePrivate::Get(m_pDocument)->caret;
+    const LXDocumentInterfacePrivate* insides = LXDocumentInterfacePrivate::Get(m_pDocument);
     LXImageHelper helper;
-    m_bShown = caret.id != 0 && helper.InitHelper(m_pDocument, caret.id);
-    if (m_bShown) helper.GetVerticalAndUnderLine(caret.index, &m_Vertical, &m_Underline);
+    m_bShown = helper.InitHelper(m_pDocument, insides->CaretId());
+    if (m_bShown) helper.GetVerticalAndUnderLine(insides->caret.index, &m_Vertical, &m_Underline);
     m_pViewport->update(Area(place));
 }
 

@@ -1,5 +1,7 @@
 #include "gui/ViewPanning.h"
 
+#include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentModel.h"
 #include "gui/LexoAppKeyHook.h"
 #include "gui/ZKDocumentView.h"
 
@@ -92,6 +94,7 @@ void ViewPanning::OnKeyReleased(int key)
 
 bool ViewPanning::IsTyping() const
 {
+    if (LXDocumentInterfacePrivate::Get(m_pView->GetModel()->GetDocument())->CaretId() != 0) return true;
     const QGraphicsItem* item = m_pView->scene()->focusItem();
     return item && item->flags().testFlag(QGraphicsItem::ItemAcceptsInputMethod);
 }

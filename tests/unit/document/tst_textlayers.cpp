@@ -77,6 +77,8 @@ private slots:
     void aTextFromFarAwayIsWholeWhenItComesBack();
     void theBoxHoldsTheText();
     void theCaretIsTold();
+    void theCaretStaysWithItsTextWhenRowsChange();
+    void theCaretGoesWithItsText();
     void aCopyOfTheDocumentHasTheText();
     void theHelperDrawsThroughATransformAndKeepsTheText();
     void theHelperCanHaveHardEdges();
@@ -197,7 +199,7 @@ void TestTextLayers::layersOfOtherKindsHaveNoText()
         QCOMPARE(document->GetTextBox(id), QRectF());
     }
     QCOMPARE(log.Take(), QStringList());
-    QCOMPARE(LXDocumentInterfacePrivate::Get(document.get())->caret.id, 0U);
+    QCOMPARE(LXDocumentInterfacePrivate::Get(document.get())->CaretId(), 0U);
 }
 
 void TestTextLayers::movingTheLayerMovesTheTextAndKeepsItsPixels()
@@ -316,6 +318,36 @@ void TestTextLayers::theCaretIsTold()
     document->SetTextCaret(TextId, 2, false);
     QCOMPARE(told.takeFirst().value(0).toUInt(), 0U);
     document->SetText(TextId, "m");
+    QCOMPARE(told.count(), 0);
+}
+
+void TestTextLayers::theCaretStaysWithItsTextWhenRowsChange()
+{
+    const OwnedDocument document = MakeDocument();
+    document->SetTextCaret(TextId, 2, true);
+    document->AddLayer("above", Filled(QSize(2, 2), 0xFF000000), QPoint());
+    QSignalSpy told(document.get(), &LXDocumentInterface::TextCaretChanged);
+    document->SetText(TextId + 1, "iiii");
+    QCOMPARE(told.takeFirst().value(0).toUInt(), TextId + 1);
+    document->GetModel()->MoveLayer(1, 2);
+    document->SetText(TextId + 2, "mm");
+    QCOMPARE(told.takeFirst().value(0).toUInt(), TextId + 2);
+    document->RemoveLayer(1);
+    QCOMPARE(LXDocumentInterfacePrivate::Get(document.get())->CaretId(), TextId + 1);
+    QCOMPARE(told.count(), 0);
+}
+
+/// Else it would stand in the text below, which has the number now.
+void TestTextLayers::theCaretGoesWithItsText()
+{
+    const OwnedDocument document = MakeDocument();
+    document->AddTextLayer("Text Layer", QPointF(30, 30));
+    document->SetTextCaret(1, 0, true);
+    QSignalSpy told(document.get(), &LXDocumentInterface::TextCaretChanged);
+    document->RemoveLayer(1);
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(told.takeFirst().value(0).toUInt(), 0U);
+    document->SetText(1, "next");
     QCOMPARE(told.count(), 0);
 }
 

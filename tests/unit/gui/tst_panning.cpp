@@ -30,6 +30,7 @@ private slots:
     void dragOutlivesTheReleaseOfSpace();
     void spaceStartsNothingWhileAButtonIsHeld();
     void spaceStartsNothingWithoutTheFocus();
+    void spaceIsTypedWhileATextHasItsCaret();
     void autoRepeatOfSpaceChangesNothing();
     void forbiddenPanningDoesNotStartAndEnds();
     void cursorIsTheHandsAndComesBack();
@@ -211,6 +212,26 @@ void TestPanning::spaceStartsNothingWithoutTheFocus()
     m_pView->clearFocus();
     QTest::keyPress(m_pView.get(), Qt::Key_Space);
     QVERIFY(!m_pView->IsPanningEnabled());
+    QTest::keyRelease(m_pView.get(), Qt::Key_Space);
+}
+
+void TestPanning::spaceIsTypedWhileATextHasItsCaret()
+{
+    m_pDocument->AddTextLayer("Text Layer", QPointF(40, 60));
+    m_pDocument->SetTextCaret(1, 0, true);
+    const Qt::CursorShape shape = m_pView->cursor().shape();
+    QTest::keyPress(m_pView.get(), Qt::Key_Space);
+    QVERIFY(!m_pView->IsPanningEnabled());
+    QCOMPARE(m_pView->cursor().shape(), shape);
+    QTest::keyRelease(m_pView.get(), Qt::Key_Space);
+    // The middle button still moves the picture.
+    Mouse(QEvent::MouseButtonPress, Qt::MiddleButton, {100, 100});
+    QVERIFY(m_pView->IsPanningEnabled());
+    Mouse(QEvent::MouseButtonRelease, Qt::MiddleButton, {100, 100});
+
+    m_pDocument->SetTextCaret(1, 0, false);
+    QTest::keyPress(m_pView.get(), Qt::Key_Space);
+    QVERIFY(m_pView->IsPanningEnabled());
     QTest::keyRelease(m_pView.get(), Qt::Key_Space);
 }
 
