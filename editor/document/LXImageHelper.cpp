@@ -23,9 +23,9 @@ bool LXImageHelper::InitHelper(const LXDocumentInterface* document, unsigned int
     m_pPrivate->geometry.reset();
     if (!document || document->GetLayerKind(id) != LayerKind::Text) return false;
     m_pPrivate->content = LXDocumentInterfacePrivate::Get(document)->Text(id);
-    // Not the layer's own: that may show what was drawn through a transform.
-    m_pPrivate->topLeft = TextRaster::RectOf(m_pPrivate->content, document->GetDocumentSize()).topLeft();
     m_pPrivate->geometry.emplace(m_pPrivate->content);
+    // Not the layer's own: that may show what was drawn through a transform.
+    m_pPrivate->topLeft = TextRaster::RectOf(*m_pPrivate->geometry, document->GetDocumentSize()).topLeft();
     return true;
 }
 

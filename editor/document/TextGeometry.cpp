@@ -34,7 +34,7 @@ TextGeometry::TextGeometry(const TextContent& content)
 QRectF TextGeometry::Box() const
 {
     QRectF box = ToDocument(RectPath(m_Lines.Box())).boundingRect() |
-                 (Letters().boundingRect() | Decorations().boundingRect());
+                 (Letters().boundingRect() | Thickening().boundingRect() | Decorations().boundingRect());
     for (const Picture& picture : Pictures())
         box |= picture.Rect();
     return box;

@@ -23,6 +23,8 @@ public:
     /// What is filled with the text's brush, the letters first; the parts may overlap.
     QPainterPath Letters() const { return ToDocument(m_Lines.Letters()); }
 
+    QPainterPath Thickening() const { return ToDocument(m_Lines.Thickening()); }
+
     QPainterPath Decorations() const { return ToDocument(m_Lines.Decorations()); }
 
     /// A letter that is a picture, and the way from the picture's pixels to the document's. A bend moves its

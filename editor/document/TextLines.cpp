@@ -2,14 +2,17 @@
 
 #include <QFontMetricsF>
 #include <QGlyphRun>
+#include <QPainterPathStroker>
 #include <QRawFont>
 #include <QTextLayout>
 #include <QTextLine>
 #include <QTextOption>
 #include <QTransform>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace {
 /// In pixels: outlines are exact at every size, and places of letters are kept to a 64th of a pixel.
@@ -60,6 +63,32 @@ std::unique_ptr<QTextLayout> SetLine(const QString& text, const QFont& font)
     return layout;
 }
 
+/// As heavy as a bold font is, whatever was asked for.
+bool IsBold(const QRawFont& font)
+{
+    constexpr int weightPlace = 4; // of the class of weight in the table
+    constexpr int demiBold = 600;
+    const QByteArray table = font.fontTable("OS/2");
+    if (table.size() >= weightPlace + 2 &&
+        qFromBigEndian<quint16>(table.constData() + weightPlace) >= demiBold)
+        return true;
+    // A font of many weights has the class of its lightest.
+    const QString style = font.styleName();
+    const auto isNamed = [&style](const char* name) {
+        return style.contains(QLatin1String(name), Qt::CaseInsensitive);
+    };
+    return isNamed("bold") || isNamed("black") || isNamed("heavy");
+}
+
+/// A band along the outline, half of it outside: as wide as letters without a bold font usually get heavier.
+QPainterPath BandAlong(const QPainterPath& outline)
+{
+    QPainterPathStroker stroker;
+    stroker.setWidth(SettingSize / 24.0);
+    stroker.setJoinStyle(Qt::MiterJoin);
+    return stroker.createStroke(outline);
+}
+
 bool IsLineEnd(QChar character)
 {
     return character == QLatin1Char('\n') || character == QLatin1Char('\r') ||
@@ -78,6 +107,7 @@ TextLines::TextLines(const QString& text, const QFont& font)
     m_Spacing = metrics.lineSpacing() * m_Scale;
 
     m_Letters.setFillRule(Qt::WindingFill);
+    m_Thickening.setFillRule(Qt::WindingFill);
     m_Decorations.setFillRule(Qt::WindingFill);
     int start = 0;
     for (int end = 0; end <= text.size(); ++end) {
@@ -89,7 +119,7 @@ TextLines::TextLines(const QString& text, const QFont& font)
         start = end + 1;
     }
     for (const Line& line : m_Lines) {
-        AddLetters(line);
+        AddLetters(line, setting);
         if (line.width > 0) AddDecorations(line, font);
     }
 }
@@ -108,34 +138,50 @@ void TextLines::AddLine(const QString& text, int start, const QFont& font)
     m_Lines.push_back(std::move(line));
 }
 
-void TextLines::AddLetters(const Line& line)
+void TextLines::AddLetters(const Line& line, const QFont& setting)
 {
     const double ascent = line.layout->lineAt(0).ascent();
+    const QTransform toLines =
+        QTransform::fromTranslate(line.left, line.baseline).scale(m_Scale, m_Scale).translate(0, -ascent);
     const QList<QGlyphRun> runs = line.layout->glyphRuns();
     for (const QGlyphRun& run : runs) {
         const QRawFont font = run.rawFont();
+        const bool thickens = setting.bold() && !IsBold(font);
         const QVector<quint32> glyphs = run.glyphIndexes();
         const QVector<QPointF> places = run.positions();
+        // Fetching an outline takes long, and texts have few different letters.
+        std::map<quint32, Letter> letters;
         for (int i = 0; i < glyphs.size(); ++i) {
-            const QPointF place = places[i] - QPointF(0, ascent);
-            const QTransform toLine = QTransform::fromTranslate(line.left, line.baseline)
-                                          .scale(m_Scale, m_Scale)
-                                          .translate(place.x(), place.y());
-            AddLetter(font, glyphs[i], toLine);
+            auto letter = letters.find(glyphs[i]);
+            if (letter == letters.end())
+                letter = letters.emplace(glyphs[i], LetterOf(font, glyphs[i], thickens)).first;
+            AddLetter(letter->second, QTransform::fromTranslate(places[i].x(), places[i].y()) * toLines);
         }
     }
     m_Letters.setFillRule(Qt::WindingFill);
+    m_Thickening.setFillRule(Qt::WindingFill);
 }
 
-void TextLines::AddLetter(const QRawFont& font, quint32 glyph, const QTransform& toLines)
+TextLines::Letter TextLines::LetterOf(const QRawFont& font, quint32 glyph, bool thickens)
 {
-    const QPainterPath outline = font.pathForGlyph(glyph);
-    if (!outline.isEmpty()) return m_Letters.addPath(toLines.map(outline));
+    Letter letter;
+    letter.outline = font.pathForGlyph(glyph);
+    if (letter.outline.isEmpty()) {
+        letter.picture = GlyphPicture::Of(font, glyph);
+    } else if (thickens) {
+        letter.thickening = BandAlong(letter.outline);
+    }
+    return letter;
+}
 
-    std::optional<GlyphPicture> picture = GlyphPicture::Of(font, glyph);
-    if (!picture) return;
-    picture->box = toLines.mapRect(picture->box);
-    m_Pictures.push_back(std::move(*picture));
+void TextLines::AddLetter(const Letter& letter, const QTransform& toLines)
+{
+    m_Letters.addPath(toLines.map(letter.outline));
+    m_Thickening.addPath(toLines.map(letter.thickening));
+    if (!letter.picture) return;
+    GlyphPicture picture = *letter.picture;
+    picture.box = toLines.mapRect(picture.box);
+    m_Pictures.push_back(std::move(picture));
 }
 
 void TextLines::AddDecorations(const Line& line, const QFont& font)
@@ -159,7 +205,7 @@ QRectF TextLines::Box() const
     }
     for (const GlyphPicture& picture : m_Pictures)
         box |= picture.box;
-    return box | m_Letters.boundingRect() | m_Decorations.boundingRect();
+    return box | m_Letters.boundingRect() | m_Thickening.boundingRect() | m_Decorations.boundingRect();
 }
 
 const TextLines::Line& TextLines::LineOf(int index) const

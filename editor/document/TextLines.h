@@ -10,6 +10,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QRawFont;
@@ -30,6 +31,10 @@ public:
 
     /// The letters that fonts hold as pictures, such as colored emoji; each box is where it lies.
     const std::vector<GlyphPicture>& Pictures() const { return m_Pictures; }
+
+    /// What is drawn along the outlines of letters that shall be bold and come from a font that isn't; it
+    /// overlaps the letters.
+    const QPainterPath& Thickening() const { return m_Thickening; }
 
     /// What underlines and strikes out; it overlaps the letters.
     const QPainterPath& Decorations() const { return m_Decorations; }
@@ -60,8 +65,18 @@ private:
     };
 
     void AddLine(const QString& text, int start, const QFont& font);
-    void AddLetters(const Line& line);
-    void AddLetter(const QRawFont& font, quint32 glyph, const QTransform& toLines);
+
+    /// A letter as a font has it, from its origin, at the size of setting.
+    struct Letter
+    {
+        QPainterPath outline;
+        QPainterPath thickening;
+        std::optional<GlyphPicture> picture;
+    };
+
+    void AddLetters(const Line& line, const QFont& setting);
+    void AddLetter(const Letter& letter, const QTransform& toLines);
+    static Letter LetterOf(const QRawFont& font, quint32 glyph, bool thickens);
     void AddDecorations(const Line& line, const QFont& font);
     const Line& LineOf(int index) const;
 
@@ -72,6 +87,7 @@ private:
     int m_Length = 0;
     std::vector<Line> m_Lines;
     QPainterPath m_Letters;
+    QPainterPath m_Thickening;
     std::vector<GlyphPicture> m_Pictures;
     QPainterPath m_Decorations;
 };

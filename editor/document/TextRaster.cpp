@@ -6,6 +6,7 @@
 #include "image/LXTransform.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -37,11 +38,8 @@ QPoint PixelAt(const QPointF& point, const QRect& reach)
 /// What is filled, and where it begins.
 struct Shapes
 {
-    explicit Shapes(const TextContent& content) : Shapes(TextGeometry(content), content.brush) {}
-
     Shapes(const TextGeometry& geometry, const QBrush& filling)
-        : letters(geometry.Letters()),
-          decorations(geometry.Decorations()),
+        : parts{geometry.Letters(), geometry.Thickening(), geometry.Decorations()},
           pictures(geometry.Pictures()),
           brush(geometry.Brush(filling)),
           origin(geometry.Origin())
@@ -50,7 +48,9 @@ struct Shapes
     /// Cut as real numbers: what a transform makes of a text need not fit into integers.
     QRect RectIn(const QRect& reach) const
     {
-        QRectF all = letters.boundingRect() | decorations.boundingRect();
+        QRectF all;
+        for (const QPainterPath& part : parts)
+            all |= part.boundingRect();
         for (const TextGeometry::Picture& picture : pictures)
             all |= picture.Rect();
         const QRectF seen = all & QRectF(reach);
@@ -58,8 +58,7 @@ struct Shapes
         return rect.isEmpty() ? QRect(PixelAt(origin, reach), QSize(0, 0)) : rect;
     }
 
-    QPainterPath letters;
-    QPainterPath decorations;
+    std::array<QPainterPath, 3> parts; ///< they overlap
     std::vector<TextGeometry::Picture> pictures;
     QBrush brush;
     QPointF origin;
@@ -126,7 +125,7 @@ bool IsWholeWay(double from, double to)
 
 PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
 {
-    const Shapes shapes(content);
+    const Shapes shapes(TextGeometry(content), content.brush);
     const QRect rect = shapes.RectIn(Reach(canvas));
     PlacedImage placed{LXImage32(rect.width(), rect.height()), rect.topLeft()};
     if (placed.image.IsNull()) return placed;
@@ -134,9 +133,9 @@ PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
     if (brush.style() != Qt::SolidPattern) {
         brush.setTransform(brush.transform() * QTransform::fromTranslate(-rect.left(), -rect.top()));
     }
-    // Letters and lines overlap; what both cover counts once.
-    for (const QPainterPath* path : {&shapes.letters, &shapes.decorations}) {
-        const QPainterPath polygons = Polygons(*path, -QPointF(rect.topLeft()));
+    // What several parts cover counts once.
+    for (const QPainterPath& part : shapes.parts) {
+        const QPainterPath polygons = Polygons(part, -QPointF(rect.topLeft()));
         if (content.renderMode == TextContent::Aliased) {
             FillHard(placed.image, polygons, brush);
         } else {
@@ -148,9 +147,9 @@ PlacedImage TextRaster::Render(const TextContent& content, const QSize& canvas)
     return placed;
 }
 
-QRect TextRaster::RectOf(const TextContent& content, const QSize& canvas)
+QRect TextRaster::RectOf(const TextGeometry& geometry, const QSize& canvas)
 {
-    return Shapes(content).RectIn(Reach(canvas));
+    return Shapes(geometry, QBrush(Qt::black)).RectIn(Reach(canvas));
 }
 
 bool TextRaster::IsWholeMove(const QTransform& before, const QTransform& after, QPoint* delta)

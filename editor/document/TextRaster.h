@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class TextGeometry;
+
 /// The pixels of a text layer, drawn from outlines. Any thread.
 namespace TextRaster {
 /// As far as the canvas and as much around it reach, so that a letter as large as a house costs no more than
@@ -17,7 +19,7 @@ namespace TextRaster {
 PlacedImage Render(const TextContent& content, const QSize& canvas);
 
 /// The rectangle of Render().
-QRect RectOf(const TextContent& content, const QSize& canvas);
+QRect RectOf(const TextGeometry& geometry, const QSize& canvas);
 
 /// By how many whole pixels a text that lies as `before` moves to lie as `after`, when that is all that is
 /// between the two; false otherwise. What single precision adds doesn't count.

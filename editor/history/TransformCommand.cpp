@@ -3,6 +3,7 @@
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerKind.h"
+#include "document/TextGeometry.h"
 #include "document/TextRaster.h"
 #include "history/RenderedTransform.h"
 #include "history/TransformCommandData.h"
@@ -47,7 +48,7 @@ void TransformCommandPrivate::TransformText(TransformCommandData& data) const
     } else {
         content.transform = data.GetOldTransform();
     }
-    const QPoint topLeft = TextRaster::RectOf(content, document->GetDocumentSize()).topLeft();
+    const QPoint topLeft = TextRaster::RectOf(TextGeometry(content), document->GetDocumentSize()).topLeft();
     PutText(data,
             content.transform * QTransform::fromTranslate(-topLeft.x(), -topLeft.y()) * data.GetTransform());
 }

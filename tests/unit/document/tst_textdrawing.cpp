@@ -315,7 +315,7 @@ void TestTextDrawing::aHugeTextIsDrawnRoundTheCanvasOnly()
     QVERIFY(drawn.image.Width() <= 3 * Canvas.width() + 2000);
     QVERIFY(drawn.image.Height() <= 3 * Canvas.height() + 2000);
     QVERIFY(TextRaster::MayBeCut(drawn.Rect(), Canvas));
-    QCOMPARE(TextRaster::RectOf(content, Canvas), drawn.Rect());
+    QCOMPARE(TextRaster::RectOf(TextGeometry(content), Canvas), drawn.Rect());
 }
 
 void TestTextDrawing::onlyMovesByWholePixelsAreWholeMoves()

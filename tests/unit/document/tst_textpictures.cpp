@@ -168,7 +168,7 @@ void TestTextPictures::theBoxHoldsThePictures()
     const QRectF box = TextGeometry(content).Box();
     for (const QPointF& corner : {QPointF(0, 0), QPointF(32, 0), QPointF(0, -32), QPointF(32, -32)})
         QVERIFY(box.adjusted(-1, -1, 1, 1).contains(content.transform.map(content.position + corner)));
-    QCOMPARE(TextRaster::RectOf(content, Canvas), TextRaster::Render(content, Canvas).Rect());
+    QCOMPARE(TextRaster::RectOf(TextGeometry(content), Canvas), TextRaster::Render(content, Canvas).Rect());
 }
 
 void TestTextPictures::otherThreadsDrawTheSame()
