@@ -193,6 +193,8 @@ bool MoveToolPrivate::StartPath()
 bool MoveToolPrivate::StartOffsets()
 {
     if (!LandAll()) return false;
+    // A step that somebody left open reads what it changed when it is closed, and would take the drag along.
+    if (LexoUndoStack* history = GetHistory()) history->commit();
     if (m_State == State::WithSelection) m_SelectionOffset = GetDocument()->GetSelectionMaskOffset();
     m_Targets.Collect(*GetModel(), SelectedRows());
     m_FrameRect = m_Targets.GetRect();

@@ -4,6 +4,7 @@
 #include "document/LayerKind.h"
 #include "document/LayerLocks.h"
 #include "gui/LexoAppKeyHook.h"
+#include "history/ChangeCommandHelper.h"
 #include "support/TestRegistry.h"
 
 #include <QGraphicsScene>
@@ -32,6 +33,7 @@ private slots:
     void aSelectedLinkedMaskTakesItsLayerAlong();
     void aTextIsMovedByItsTransformation_data();
     void aTextIsMovedByItsTransformation();
+    void aDragIsNoPartOfAChangeThatStoodOpen();
     void withNothingSelectedNothingMoves();
 
     void besideTheSelectedPixelsLayersMoveWithTheSelection();
@@ -223,6 +225,29 @@ void TestMoveLayers::aTextIsMovedByItsTransformation()
     QCOMPARE(Whole(), before);
     m_pFixture->History().redo();
     QCOMPARE(Whole(), after);
+}
+
+// A text was changed from an option bar, and its step stays open for the next change.
+void TestMoveLayers::aDragIsNoPartOfAChangeThatStoodOpen()
+{
+    const unsigned int id = AddLayerOfKind(LayerKind::Text);
+    const QString first = Document()->GetText(id);
+    LexoUndoStack& history = m_pFixture->History();
+    QVERIFY(ChangeCommandHelper::MakeChangeTextLayerCommand(&history, Document(), id, "Change text layer"));
+    Document()->SetText(id, "AB");
+    const QStringList changed = Whole();
+    Drag({2.5, 2.5}, {7.5, 4.5});
+    const QStringList moved = Whole();
+    QCOMPARE(Texts(), QStringList({"Change text layer", "Move"}));
+
+    history.undo();
+    QCOMPARE(Whole(), changed);
+    history.undo();
+    QCOMPARE(Document()->GetText(id), first);
+    history.redo();
+    QCOMPARE(Whole(), changed);
+    history.redo();
+    QCOMPARE(Whole(), moved);
 }
 
 void TestMoveLayers::withNothingSelectedNothingMoves()
