@@ -108,12 +108,13 @@ private:
             Add(columns, rows, [this](int, int) { return m_Outside; });
             return;
         }
-        const auto tile = m_Image.ReadTile(columns.tile, rows.tile);
-        if (TileNature::Of(*m_Image.TileAt(columns.tile, rows.tile)).isSolid) {
+        const TileNature nature = TileNature::Of(*m_Image.TileAt(columns.tile, rows.tile));
+        if (nature.isSolid) {
             // Spares far reads: hardly two points lie in one line of the processor's cache.
-            Add(columns, rows, [color = *tile.Pixels()](int, int) { return color; });
+            Add(columns, rows, [color = nature.color](int, int) { return color; });
             return;
         }
+        const auto tile = m_Image.ReadTile(columns.tile, rows.tile);
         Add(columns, rows, [this, &tile](int x, int y) {
             const int inTile = (y - m_Offset.y()) % TileSide * TileSide + (x - m_Offset.x()) % TileSide;
             return tile.Pixels()[inTile];

@@ -1,11 +1,15 @@
 #include "gui/CanvasPainter.h"
 
+#include "image/TileThreads.h"
+
 #include <QPainter>
 #include <QtMath>
 
 namespace {
 constexpr int CheckerSize = 8;
 constexpr double GridFromScale = 8;
+constexpr int LargePart = 256 * 256; ///< viewport pixels
+constexpr int BandHeight = 64;       ///< viewport pixels that a thread scales at a time
 
 /// The pixels of the level that are needed to paint the part of the viewport, with a neighbour on each side
 /// for the interpolation.
@@ -16,6 +20,32 @@ QRect NeededOfLevel(const QRect& exposed, const CanvasPlace& place, int level)
     const QRect needed(QPoint(qFloor(part.left() / scale) - 1, qFloor(part.top() / scale) - 1),
                        QPoint(qCeil((part.right() + 1) / scale), qCeil((part.bottom() + 1) / scale)));
     return needed & QRect(QPoint(0, 0), ScaledTileCache::LevelSize(place.size, level));
+}
+
+void DrawScaled(QPainter& painter, const QImage& part, const QRectF& target, const CanvasPlace& place)
+{
+    // Single pixels stay sharp when enlarged.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, place.scale * place.ratio < 1);
+    painter.drawImage(target, part, QRectF(part.rect()));
+}
+
+/// What DrawScaled() would draw in the exposed part, made by all threads: scaling takes longer than all else
+/// that a repaint of the whole view does.
+QImage Scaled(const QImage& part, const QRectF& target, const QRect& exposed, const CanvasPlace& place)
+{
+    QImage scaled(exposed.size(), QImage::Format_ARGB32_Premultiplied);
+    uchar* const pixels = scaled.bits();
+    const int rowBytes = scaled.bytesPerLine();
+    TileThreads::ForEach((exposed.height() + BandHeight - 1) / BandHeight, [&](int i) {
+        const int top = i * BandHeight;
+        const int height = qMin(BandHeight, exposed.height() - top);
+        QImage band(pixels + std::ptrdiff_t(top) * rowBytes, exposed.width(), height, rowBytes,
+                    QImage::Format_ARGB32_Premultiplied);
+        band.fill(Qt::transparent);
+        QPainter painter(&band);
+        DrawScaled(painter, part, target.translated(-exposed.left(), -exposed.top() - top), place);
+    });
+    return scaled;
 }
 
 void PaintPicture(QPainter& painter, const QRect& exposed, const CanvasPlace& place, const LXImage32& picture,
@@ -29,9 +59,13 @@ void PaintPicture(QPainter& painter, const QRect& exposed, const CanvasPlace& pl
     const double scale = place.scale * (1 << level);
     const QRectF target(QPointF(place.origin) + QPointF(needed.topLeft()) * scale,
                         QSizeF(needed.size()) * scale);
-    // Single pixels stay sharp when enlarged.
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, place.scale * place.ratio < 1);
-    painter.drawImage(target, part, QRectF(part.rect()));
+    const bool isLarge = exposed.width() * exposed.height() >= LargePart;
+    // Pixels that are of several of the device could begin between two of them.
+    if (isLarge && place.ratio <= 1) {
+        painter.drawImage(exposed.topLeft(), Scaled(part, target, exposed, place));
+    } else {
+        DrawScaled(painter, part, target, place);
+    }
 }
 
 void PaintGrid(QPainter& painter, const QRect& exposed, const CanvasPlace& place)

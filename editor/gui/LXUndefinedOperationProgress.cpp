@@ -2,7 +2,7 @@
 
 #include <QCloseEvent>
 #include <QEventLoop>
-#include <QFutureWatcher>
+#include <QFuture>
 #include <QLabel>
 #include <QProgressBar>
 #include <QTimer>
@@ -15,12 +15,19 @@ constexpr int WaitBeforeShowing = 300;
 } // namespace
 
 LXUndefinedOperationProgress::LXUndefinedOperationProgress(QWidget* parent)
-    : LXDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
-      m_pLabel(new QLabel(this)),
-      m_pBar(new QProgressBar(this))
+    : LXDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint)
 {
     setModal(true);
+}
+
+LXUndefinedOperationProgress::~LXUndefinedOperationProgress() = default;
+
+void LXUndefinedOperationProgress::Build()
+{
+    m_pLabel = new QLabel(m_Label, this);
+    m_pBar = new QProgressBar(this);
     m_pLabel->setBuddy(m_pBar);
+    m_pBar->setAccessibleName(m_Label);
     m_pBar->setRange(0, 0);
     m_pBar->setTextVisible(false);
     m_pBar->setMinimumWidth(280);
@@ -32,28 +39,39 @@ LXUndefinedOperationProgress::LXUndefinedOperationProgress(QWidget* parent)
     layout->addWidget(m_pBar);
 }
 
-LXUndefinedOperationProgress::~LXUndefinedOperationProgress() = default;
-
 void LXUndefinedOperationProgress::SetProgressLabel(const QString& label)
 {
+    m_Label = label;
+    if (!m_pLabel) return;
     m_pLabel->setText(label);
     m_pBar->setAccessibleName(label);
 }
 
 int LXUndefinedOperationProgress::Execute()
 {
-    QFutureWatcher<void> watcher;
     QEventLoop moment;
-    connect(&watcher, &QFutureWatcherBase::finished, &moment, &QEventLoop::quit);
+    bool hasEnded = false;
+    const auto end = [&] {
+        hasEnded = true;
+        moment.quit();
+        if (isVisible()) Accept();
+    };
     QTimer::singleShot(WaitBeforeShowing, &moment, &QEventLoop::quit);
-    watcher.setFuture(QtConcurrent::run([this] { Run(); }));
+    QFuture<void> work = QtConcurrent::run([&] {
+        Run();
+        QMetaObject::invokeMethod(&moment, end, Qt::QueuedConnection);
+    });
     moment.exec(QEventLoop::ExcludeUserInputEvents);
-
-    if (!watcher.isFinished()) {
-        connect(&watcher, &QFutureWatcherBase::finished, this, &LXUndefinedOperationProgress::Accept);
-        Exec();
-    }
+    if (!hasEnded) Exec();
+    work.waitForFinished();
     return QDialog::Accepted;
+}
+
+// Most work is done before anybody has to see the dialog, so its parts are made when it shows.
+void LXUndefinedOperationProgress::setVisible(bool visible)
+{
+    if (visible && !m_pLabel) Build();
+    LXDialog::setVisible(visible);
 }
 
 void LXUndefinedOperationProgress::Reject() {}

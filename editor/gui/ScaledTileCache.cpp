@@ -24,10 +24,12 @@ QRect TileRect(int column, int row)
 
 void CopyPixels(const QImage& from, const QPoint& fromPoint, QImage& to, const QRect& toRect)
 {
+    const uchar* source = from.constScanLine(fromPoint.y()) + std::size_t(fromPoint.x()) * sizeof(QRgb);
+    uchar* target = to.scanLine(toRect.y()) + std::size_t(toRect.x()) * sizeof(QRgb);
     for (int y = 0; y < toRect.height(); ++y) {
-        const auto* source = reinterpret_cast<const QRgb*>(from.constScanLine(fromPoint.y() + y));
-        auto* target = reinterpret_cast<QRgb*>(to.scanLine(toRect.y() + y));
-        std::memcpy(target + toRect.x(), source + fromPoint.x(), std::size_t(toRect.width()) * sizeof(QRgb));
+        std::memcpy(target, source, std::size_t(toRect.width()) * sizeof(QRgb));
+        source += from.bytesPerLine();
+        target += to.bytesPerLine();
     }
 }
 } // namespace
@@ -66,40 +68,60 @@ QSize ScaledTileCache::LevelSize(const QSize& size, int level)
 QImage ScaledTileCache::Compose(const LXImage32& picture, int level, const QRect& levelRect)
 {
     QImage part(levelRect.size(), QImage::Format_ARGB32_Premultiplied);
-    const QRect tiles(QPoint(levelRect.left() / TileSize, levelRect.top() / TileSize),
-                      QPoint(levelRect.right() / TileSize, levelRect.bottom() / TileSize));
-    for (int row = tiles.top(); row <= tiles.bottom(); ++row) {
-        for (int column = tiles.left(); column <= tiles.right(); ++column) {
-            const QRect tileRect = TileRect(column, row);
-            const QRect shared = tileRect & levelRect;
-            CopyPixels(Fetch(picture, {level, column, row}), shared.topLeft() - tileRect.topLeft(), part,
-                       shared.translated(-levelRect.topLeft()));
+    const auto copy = [&](const Key& key, const QImage& image) {
+        const QRect tileRect = TileRect(key.column, key.row);
+        const QRect shared = tileRect & levelRect;
+        CopyPixels(image, shared.topLeft() - tileRect.topLeft(), part,
+                   shared.translated(-levelRect.topLeft()));
+    };
+    std::vector<Stale> stale;
+    for (int row = levelRect.top() / TileSize; row <= levelRect.bottom() / TileSize; ++row) {
+        for (int column = levelRect.left() / TileSize; column <= levelRect.right() / TileSize; ++column) {
+            const Key key{level, column, row};
+            const Tile* const kept = m_Tiles.object(key);
+            if (kept && kept->stale.isEmpty()) {
+                copy(key, kept->image);
+            } else {
+                stale.push_back({key, Take(picture, key)});
+            }
         }
+    }
+    Renew(picture, level, stale);
+    // Copied before the cache has them again: a budget below one tile drops it at once.
+    for (Stale& one : stale) {
+        copy(one.key, one.tile->image);
+        m_Tiles.insert(one.key, one.tile.release(), TileCost);
     }
     return part;
 }
 
-QImage ScaledTileCache::Fetch(const LXImage32& picture, const Key& key)
+/// The tile as it is kept, or a new one that is stale all over.
+std::unique_ptr<ScaledTileCache::Tile> ScaledTileCache::Take(const LXImage32& picture, const Key& key)
 {
-    const Tile* const kept = m_Tiles.object(key);
-    if (kept && kept->stale.isEmpty()) return kept->image;
+    std::unique_ptr<Tile> tile(m_Tiles.take(key));
+    if (tile) return tile;
 
     const QRect levelRect(QPoint(0, 0), LevelSize({picture.Width(), picture.Height()}, key.level));
     const QRect tileRect = TileRect(key.column, key.row) & levelRect;
-    std::unique_ptr<Tile> tile(m_Tiles.take(key));
-    if (!tile) {
-        tile = std::make_unique<Tile>();
-        tile->image = QImage(tileRect.size(), QImage::Format_ARGB32_Premultiplied);
-        tile->stale = tile->image.rect();
-    }
-    ReduceInto(picture, key.level, tile->stale.translated(tileRect.topLeft()), tile->image,
-               tile->stale.topLeft());
-    DisplayColors::Convert(m_ToScreen, tile->image, tile->stale);
-    m_MadePixels += qint64(tile->stale.width()) * tile->stale.height();
-    tile->stale = QRect();
+    tile = std::make_unique<Tile>();
+    tile->image = QImage(tileRect.size(), QImage::Format_ARGB32_Premultiplied);
+    tile->stale = tile->image.rect();
+    return tile;
+}
 
-    // Held here, because a budget below one tile drops it at once.
-    QImage image = tile->image;
-    m_Tiles.insert(key, tile.release(), TileCost);
-    return image;
+void ScaledTileCache::Renew(const LXImage32& picture, int level, const std::vector<Stale>& stale)
+{
+    std::vector<Reduction> reductions;
+    reductions.reserve(stale.size());
+    for (const Stale& one : stale) {
+        const QPoint origin = TileRect(one.key.column, one.key.row).topLeft();
+        reductions.push_back(
+            {one.tile->stale.translated(origin), &one.tile->image, one.tile->stale.topLeft()});
+    }
+    ReduceInto(picture, level, reductions);
+    for (const Stale& one : stale) {
+        DisplayColors::Convert(m_ToScreen, one.tile->image, one.tile->stale);
+        m_MadePixels += qint64(one.tile->stale.width()) * one.tile->stale.height();
+        one.tile->stale = QRect();
+    }
 }

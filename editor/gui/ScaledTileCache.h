@@ -7,6 +7,9 @@
 #include <QImage>
 #include <QRect>
 
+#include <memory>
+#include <vector>
+
 /// Keeps a picture scaled down by powers of two, in tiles that the screen can show: made when first asked
 /// for, made anew only where the picture has changed, and dropped, the longest unused first, beyond a budget.
 ///
@@ -63,8 +66,15 @@ private:
         QRect stale; ///< tile coordinates; empty when nothing is
     };
 
-    /// The tile's pixels, made anew where they were stale.
-    QImage Fetch(const LXImage32& picture, const Key& key);
+    /// A tile that was taken out of the cache to be made anew.
+    struct Stale
+    {
+        Key key;
+        std::unique_ptr<Tile> tile;
+    };
+
+    std::unique_ptr<Tile> Take(const LXImage32& picture, const Key& key);
+    void Renew(const LXImage32& picture, int level, const std::vector<Stale>& stale);
 
     QCache<Key, Tile> m_Tiles; ///< cost in kilobytes
     ZKCMSTransform m_ToScreen;

@@ -11,6 +11,7 @@
 
 namespace {
 constexpr int SourceTileSize = 128;
+constexpr int PieceTiles = 4; ///< what a thread takes at a time
 
 const QRgb* PixelAt(const LXRGBA32i* tile, int x, int y)
 {
@@ -127,21 +128,16 @@ void PremultiplyRow(const QRgb* row, QRgb* out, int count)
 class Target
 {
 public:
-    Target(QImage& image, const QPoint& at)
-        : m_pBits(image.bits()), m_RowBytes(image.bytesPerLine()), m_At(at)
-    {}
+    explicit Target(QImage& image) : m_pBits(image.bits()), m_RowBytes(image.bytesPerLine()) {}
 
-    /// @param point  counted from where the part's top left goes
-    QRgb* At(const QPoint& point) const
+    QRgb* At(const QPoint& place) const
     {
-        const QPoint place = m_At + point;
         return reinterpret_cast<QRgb*>(m_pBits + std::ptrdiff_t(place.y()) * m_RowBytes) + place.x();
     }
 
 private:
     uchar* m_pBits;
     int m_RowBytes;
-    QPoint m_At;
 };
 
 /// @param levelRect  pixels of the level whose boxes lie in the tile
@@ -163,29 +159,106 @@ void ReduceTile(const LXRGBA32i* tile, const QRect& tileRect, int level, const Q
 }
 
 /// What every box of a solid tile gives.
-void WriteSolid(const LXRGBA32i* tile, int level, const QSize& size, const Target& target, const QPoint& at)
+void WriteSolid(LXRGBA32i color, int level, const QSize& size, const Target& target, const QPoint& at)
 {
-    const QRgb color = level == 0 ? qPremultiply(tile->value) : MeanByAlpha(tile, QRect(0, 0, 1, 1));
+    const QRgb mean = level == 0 ? qPremultiply(color.value) : MeanByAlpha(&color, QRect(0, 0, 1, 1));
     for (int y = 0; y < size.height(); ++y)
-        std::fill_n(target.At(at + QPoint(0, y)), size.width(), color);
+        std::fill_n(target.At(at + QPoint(0, y)), size.width(), mean);
 }
+
+/// Whether the tile's first pixels, so many in each direction, are all the same.
+bool IsSolid(const LXRGBA32i* tile, const QSize& size)
+{
+    for (int y = 0; y < size.height(); ++y) {
+        const QRgb* const row = PixelAt(tile, 0, y);
+        quint32 differing = 0;
+        for (int x = 0; x < size.width(); ++x)
+            differing |= row[x] ^ tile->value;
+        if (differing != 0) return false;
+    }
+    return true;
+}
+
+QRect SourceOf(const QRect& levelRect, int level)
+{
+    return QRect(levelRect.topLeft() * (1 << level), levelRect.size() * (1 << level));
+}
+
+/// A few tiles of a row, for one thread.
+struct Piece
+{
+    const Reduction* part;
+    const Target* target;
+    int row;
+    int firstColumn;
+    int lastColumn;
+};
+
+class Reducer
+{
+public:
+    Reducer(const LXImage32& picture, int level) : m_Picture(picture), m_Level(level) {}
+
+    void Run(const Piece& piece) const
+    {
+        for (int column = piece.firstColumn; column <= piece.lastColumn; ++column)
+            ReduceOne(*piece.part, *piece.target, column, piece.row);
+    }
+
+private:
+    void ReduceOne(const Reduction& reduction, const Target& target, int column, int row) const
+    {
+        const int step = SourceTileSize >> m_Level;
+        const QRect part = QRect(column * step, row * step, step, step) & reduction.levelRect;
+        const QPoint place = reduction.at + part.topLeft() - reduction.levelRect.topLeft();
+        const TileNature nature = TileNature::Of(*m_Picture.TileAt(column, row));
+        if (nature.isSolid) {
+            WriteSolid(nature.color, m_Level, part.size(), target, place);
+            return;
+        }
+        const QRect whole(column * SourceTileSize, row * SourceTileSize, SourceTileSize, SourceTileSize);
+        const QRect tileRect = whole & m_Picture.Rect();
+        const auto reader = m_Picture.ReadTile(column, row);
+        // A tile that the picture's edge cuts may be of one color as far as it counts.
+        if (tileRect != whole && IsSolid(reader.Pixels(), tileRect.size())) {
+            WriteSolid(*reader.Pixels(), m_Level, part.size(), target, place);
+        } else {
+            ReduceTile(reader.Pixels(), tileRect, m_Level, part, target, place);
+        }
+    }
+
+    const LXImage32& m_Picture;
+    int m_Level;
+};
 } // namespace
 
 void ReduceInto(const LXImage32& picture, int level, const QRect& levelRect, QImage& image, const QPoint& at)
 {
-    const int step = SourceTileSize >> level;
-    const QRect source = QRect(levelRect.topLeft() * (1 << level), levelRect.size() * (1 << level));
-    const Target target(image, at);
-    TileThreads::ForEachTile(source & picture.Rect(), [&](int column, int row, const QRect&) {
-        const QRect tileRect =
-            QRect(column * SourceTileSize, row * SourceTileSize, SourceTileSize, SourceTileSize);
-        const QRect part = QRect(column * step, row * step, step, step) & levelRect;
-        const QPoint place = part.topLeft() - levelRect.topLeft();
-        const auto reader = picture.ReadTile(column, row);
-        if (TileNature::Of(*picture.TileAt(column, row)).isSolid) {
-            WriteSolid(reader.Pixels(), level, part.size(), target, place);
-        } else {
-            ReduceTile(reader.Pixels(), tileRect & picture.Rect(), level, part, target, place);
+    ReduceInto(picture, level, {Reduction{levelRect, &image, at}});
+}
+
+void ReduceInto(const LXImage32& picture, int level, const std::vector<Reduction>& parts)
+{
+    std::vector<Target> targets;
+    targets.reserve(parts.size());
+    std::vector<Piece> pieces;
+    for (const Reduction& part : parts) {
+        targets.emplace_back(*part.image);
+        const QRect source = SourceOf(part.levelRect, level) & picture.Rect();
+        if (source.isEmpty()) continue;
+        const int lastColumn = source.right() / SourceTileSize;
+        for (int row = source.top() / SourceTileSize; row <= source.bottom() / SourceTileSize; ++row) {
+            for (int column = source.left() / SourceTileSize; column <= lastColumn; column += PieceTiles)
+                pieces.push_back(
+                    {&part, &targets.back(), row, column, std::min(column + PieceTiles - 1, lastColumn)});
         }
-    });
+    }
+    const Reducer reducer(picture, level);
+    // What one thread does in no time wakes no other.
+    if (pieces.size() <= 1) {
+        for (const Piece& piece : pieces)
+            reducer.Run(piece);
+        return;
+    }
+    TileThreads::ForEach(int(pieces.size()), [&](int i) { reducer.Run(pieces[std::size_t(i)]); });
 }

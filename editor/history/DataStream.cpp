@@ -6,8 +6,9 @@
 
 #include <QByteArray>
 
+#include <algorithm>
 #include <map>
-#include <set>
+#include <vector>
 
 namespace {
 constexpr int TileSide = 128;
@@ -136,9 +137,12 @@ LXImage32 DataStream::ReadImage(QDataStream& stream)
 
 qint64 DataStream::BytesOf(const LXImage32& image)
 {
-    std::set<const LXTile*> tiles;
-    for (const LXTilePointer& tile : image.m_Tiles) {
-        tiles.insert(tile.data());
-    }
-    return static_cast<qint64>(tiles.size()) * LXTileManager::TileBytes;
+    std::vector<const LXTile*> tiles(image.m_Tiles.size());
+    std::transform(image.m_Tiles.begin(), image.m_Tiles.end(), tiles.begin(),
+                   [](const LXTilePointer& tile) { return tile.data(); });
+    // Neighbours are often the same, which leaves little to sort.
+    tiles.erase(std::unique(tiles.begin(), tiles.end()), tiles.end());
+    std::sort(tiles.begin(), tiles.end());
+    const auto end = std::unique(tiles.begin(), tiles.end());
+    return static_cast<qint64>(end - tiles.begin()) * LXTileManager::TileBytes;
 }

@@ -37,7 +37,11 @@ public:
           mixesByCoverage(mode == BlendMode::Source),
           brush(filling),
           replaces(mixesByCoverage || (mode == BlendMode::Normal && brush.IsOpaqueColor()))
-    {}
+    {
+        if (!brush.IsOneColor()) return;
+        color.resize(TilePixels);
+        brush.Read(QRect(0, 0, TileSide, TileSide), color.data());
+    }
 
     /// A tile full of the brush's one color.
     LXTilePointer ColorTile()
@@ -45,31 +49,48 @@ public:
         const std::lock_guard<std::mutex> guard(m_Mutex);
         if (!m_ColorTile) {
             LXTilePointer tile(new LXTile);
-            brush.Read(QRect(0, 0, TileSide, TileSide), LXTileWriter<LXRGBA32i>(tile).Pixels());
+            std::copy(color.begin(), color.end(), LXTileWriter<LXRGBA32i>(tile).Pixels());
             m_ColorTile = tile;
         }
         return m_ColorTile;
+    }
+
+    /// What came out when the brush's one color covered this tile whole; null when it wasn't the last one.
+    LXTilePointer Covered(const LXTilePointer& before)
+    {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        return before == m_Before ? m_After : LXTilePointer();
+    }
+
+    void NoteCovered(const LXTilePointer& before, const LXTilePointer& after)
+    {
+        const std::lock_guard<std::mutex> guard(m_Mutex);
+        m_Before = before;
+        m_After = after;
     }
 
     LXImage32& image;
     BlendKernel kernel;
     bool mixesByCoverage;
     BrushPixels brush;
-    bool replaces; ///< wholly covered pixels become the brush's
+    bool replaces;                ///< wholly covered pixels become the brush's
+    std::vector<LXRGBA32i> color; ///< a tile of the brush's one color; empty for other brushes
 
 private:
     std::mutex m_Mutex; ///< of what follows
     LXTilePointer m_ColorTile;
+    LXTilePointer m_Before;
+    LXTilePointer m_After;
 };
 
 /// Fills one tile after the other; one thread.
 class TileFiller
 {
 public:
-    explicit TileFiller(PathFill& fill) : m_Fill(fill), m_Source(TilePixels)
+    explicit TileFiller(PathFill& fill) : m_Fill(fill)
     {
         m_NoMask.fill(255);
-        if (fill.brush.IsOneColor()) fill.brush.Read(QRect(0, 0, TileSide, TileSide), m_Source.data());
+        if (!fill.brush.IsOneColor()) m_BrushPixels.resize(TilePixels);
     }
 
     /// @param part  of the image; it begins where the tile does
@@ -96,25 +117,25 @@ private:
     void FillWhole(int column, int row, const QRect& part, const TileCoverage& coverage)
     {
         LXTilePointer& slot = m_Fill.image.TileAt(column, row);
-        if (slot == m_Before) {
-            slot = m_After;
-            return;
-        }
         // One that is the image's alone is written in its place.
         const LXTilePointer before = slot->IsShared() ? slot : LXTilePointer();
+        if (const LXTilePointer after = before ? m_Fill.Covered(before) : LXTilePointer()) {
+            slot = after;
+            return;
+        }
         Fill(column, row, part, coverage);
-        if (!before) return;
-        m_Before = before;
-        m_After = slot;
+        if (before) m_Fill.NoteCovered(before, slot);
     }
 
     void Fill(int column, int row, const QRect& part, const TileCoverage& coverage)
     {
-        if (!m_Fill.brush.IsOneColor()) m_Fill.brush.Read(part, m_Source.data());
+        const bool isOneColor = m_Fill.brush.IsOneColor();
+        if (!isOneColor) m_Fill.brush.Read(part, m_BrushPixels.data());
+        const LXRGBA32i* const brushPixels = isOneColor ? m_Fill.color.data() : m_BrushPixels.data();
         const auto tile = m_Fill.image.WriteTile(column, row);
         for (int y = 0; y < part.height(); ++y) {
             const Span& span = coverage.spans[static_cast<std::size_t>(y)];
-            const LXRGBA32i* const source = m_Source.data() + y * part.width();
+            const LXRGBA32i* const source = brushPixels + y * part.width();
             LXRGBA32i* const target = tile.Pixels() + y * TileSide;
             const int first = std::min(span.first, part.width());
             const int end = std::min(span.end, part.width());
@@ -170,13 +191,43 @@ private:
     }
 
     PathFill& m_Fill;
-    std::vector<LXRGBA32i> m_Source;
+    std::vector<LXRGBA32i> m_BrushPixels; ///< of a part of the image, row by row; unused for one color
     std::array<quint8, TileSide> m_Covered{};
     std::array<quint8, TileSide> m_Strength{};
     std::array<quint8, TileSide> m_NoMask;
-    LXTilePointer m_Before; ///< the last tile that one color covered whole...
-    LXTilePointer m_After;  ///< ...and what came out
 };
+
+/// Whether the path is a rectangle, as QPainterPath::addRect() makes one, with all of the other inside.
+bool IsRectangleAround(const QPainterPath& path, const QRect& inside)
+{
+    constexpr int corners = 4;
+    if (path.elementCount() != corners + 1) return false;
+    const auto point = [&path](int i) { return QPointF(path.elementAt(i)); };
+    const QRectF rect(point(0), point(2));
+    for (int i = 1; i <= corners; ++i) {
+        if (!path.elementAt(i).isLineTo()) return false;
+    }
+    return point(1) == rect.topRight() && point(3) == rect.bottomLeft() && point(corners) == point(0) &&
+           rect.contains(QRectF(inside));
+}
+
+void FillRow(PathFill& fill, const PathCoverage& coverage, const QRect& touched, int row)
+{
+    PathCoverage::TileRow tiles(coverage, row);
+    TileFiller filler(fill);
+    for (int column = touched.left() / TileSide; column <= touched.right() / TileSide; ++column) {
+        filler.Run(column, row, TileWalk::TileRect(column, row) & fill.image.Rect(), tiles.Next());
+    }
+}
+
+void FillAll(PathFill& fill)
+{
+    TileCoverage all;
+    all.spans.fill({0, 0, 255, 255});
+    TileThreads::ForEachTile(fill.image.Rect(), [&](int column, int row, const QRect& part) {
+        TileFiller(fill).Run(column, row, part, all);
+    });
+}
 } // namespace
 
 void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush& brush)
@@ -186,17 +237,13 @@ void FillPath(LXImage32& image, int mode, const QPainterPath& path, const QBrush
     const QRect touched = TouchedRect(path, image.Rect());
     if (brush.style() == Qt::NoBrush || touched.isEmpty()) return;
 
+    if (IsRectangleAround(path, image.Rect())) {
+        FillAll(fill);
+        return;
+    }
     const bool isAntialiased = blendMode == BlendMode::Source || blendMode == BlendMode::SourceIn;
     const PathCoverage coverage(path, isAntialiased, touched);
     const int firstRow = touched.top() / TileSide;
     const int rows = touched.bottom() / TileSide - firstRow + 1;
-    TileThreads::ForEach(rows, [&](int piece) {
-        const int row = firstRow + piece;
-        PathCoverage::TileRow tiles(coverage, row);
-        TileFiller filler(fill);
-        for (int column = touched.left() / TileSide; column <= touched.right() / TileSide; ++column) {
-            const QRect part = TileWalk::TileRect(column, row) & image.Rect();
-            filler.Run(column, row, part, tiles.Next());
-        }
-    });
+    TileThreads::ForEach(rows, [&](int piece) { FillRow(fill, coverage, touched, firstRow + piece); });
 }

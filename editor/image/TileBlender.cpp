@@ -98,15 +98,11 @@ void TileBlender::BlendTile(int column, int row, const QRect& part)
     std::swap(m_Composed, composed);
 }
 
-/// Lets the target share the source's tile when the copy would make an equal one: the tiles' grids coincide
-/// and the images end at the same place of the tile, so that even the pixels beyond the edge agree.
+/// Lets the target share the source's tile when all that counts of its own is replaced: the tiles' grids
+/// coincide, and what lies beyond the edge of either image means nothing.
 bool TileBlender::ShareTile(int column, int row, const QRect& part)
 {
-    if (!IsAligned()) return false;
-    const QRect whole = TileWalk::TileRect(column, row);
-    const QRect sourceWhole = whole.translated(m_Area.toSource);
-    if (part != (whole & m_Dst.Rect()) || part.translated(m_Area.toSource) != (sourceWhole & m_Src.Rect()))
-        return false;
+    if (!IsAligned() || part != (TileWalk::TileRect(column, row) & m_Dst.Rect())) return false;
 
     m_Dst.TileAt(column, row) = SourceTileOf(part);
     return true;
@@ -121,8 +117,13 @@ bool TileBlender::IsOpaque(const QRect& part) const
 
 void TileBlender::CopyTile(int column, int row, const QRect& part)
 {
-    if (m_Dst.TileAt(column, row)->IsShared() && IsCopyEqual(part)) return;
-
+    if (m_Dst.TileAt(column, row)->IsShared()) {
+        if (IsCopyEqual(part)) return;
+        if (IsAligned() && IsEqualAround(part)) {
+            m_Dst.TileAt(column, row) = SourceTileOf(part);
+            return;
+        }
+    }
     const auto tile = m_Dst.WriteTile(column, row);
     LXRGBA32i* const target = tile.Pixels() + TileWalk::IndexInTile(part.topLeft());
     TileWalk::ReadSpans(m_Src, part.translated(m_Area.toSource),
@@ -143,6 +144,30 @@ bool TileBlender::IsCopyEqual(const QRect& part) const
                             isEqual = isEqual && std::memcmp(pixels, first + y * TileSide + x, bytes) == 0;
                         });
     return isEqual;
+}
+
+/// Whether the source's tile holds, around the part that is copied, what the target has there: it was made
+/// from the target's then, and can take its place as it is.
+bool TileBlender::IsEqualAround(const QRect& part) const
+{
+    const int column = part.left() / TileSide;
+    const int row = part.top() / TileSide;
+    const QRect counts = TileWalk::TileRect(column, row) & m_Dst.Rect();
+    const auto target = m_Dst.ReadTile(column, row);
+    const LXTileReader<LXRGBA32i> source(*SourceTileOf(part));
+    const auto isEqual = [&](const QRect& rect) {
+        for (int y = rect.top(); y <= rect.bottom(); ++y) {
+            const int first = TileWalk::IndexInTile(QPoint(rect.left(), y));
+            const auto bytes = static_cast<std::size_t>(rect.width()) * sizeof(LXRGBA32i);
+            if (std::memcmp(source.Pixels() + first, target.Pixels() + first, bytes) != 0) return false;
+        }
+        return true;
+    };
+    const QRect above(counts.topLeft(), QPoint(counts.right(), part.top() - 1));
+    const QRect below(QPoint(counts.left(), part.bottom() + 1), counts.bottomRight());
+    const QRect left(QPoint(counts.left(), part.top()), QPoint(part.left() - 1, part.bottom()));
+    const QRect right(QPoint(part.right() + 1, part.top()), QPoint(counts.right(), part.bottom()));
+    return isEqual(above) && isEqual(below) && isEqual(left) && isEqual(right);
 }
 
 /// Whether the source's tiles lie under the target's.

@@ -64,6 +64,7 @@ private:
     void CopyTile(int column, int row, const QRect& part);
     bool IsOpaque(const QRect& part) const;
     bool IsCopyEqual(const QRect& part) const;
+    bool IsEqualAround(const QRect& part) const;
     bool IsAligned() const;
     const LXTilePointer& SourceTileOf(const QRect& part) const;
     bool IsKnownBlank(const QRect& part) const;

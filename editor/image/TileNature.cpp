@@ -23,5 +23,5 @@ TileNature TileNature::OfPixels(const LXRGBA32i* pixels)
         }
         if (differing != 0 && common >> 24 != 0xFF) break;
     }
-    return {differing == 0, common >> 24 == 0xFF};
+    return {differing == 0, common >> 24 == 0xFF, *pixels};
 }

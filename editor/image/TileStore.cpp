@@ -105,7 +105,7 @@ TileNature TileStore::NatureOf(void* handle)
         const Guard guard(m_Mutex);
         Block& block = Find(handle);
         if (block.nature) return *block.nature;
-        if (block.isBlank) return {true, false};
+        if (block.isBlank) return {true, false, LXRGBA32i()};
         memory = Pin(block);
         writes = block.writes;
     }

@@ -22,6 +22,8 @@ public:
     /// Runs Run() and waits for its end: 1. Mouse and keys wait as well.
     int Execute();
 
+    void setVisible(bool visible) override;
+
 public slots:
     /// Does nothing: the work has no way to be stopped.
     void Reject() override;
@@ -33,6 +35,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    QLabel* m_pLabel;
-    QProgressBar* m_pBar;
+    void Build();
+
+    QString m_Label;
+    QLabel* m_pLabel = nullptr; ///< null until the dialog is about to show, as is the bar
+    QProgressBar* m_pBar = nullptr;
 };

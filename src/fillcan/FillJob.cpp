@@ -42,7 +42,8 @@ struct FillArea
 LXImage32 FilledImage(const QSize& size, LXRGBA32i color)
 {
     LXImage32 image(size.width(), size.height());
-    image.Fill(color);
+    // It is transparent by itself.
+    if (color != Transparent) image.Fill(color);
     return image;
 }
 
@@ -66,6 +67,9 @@ PlacedImage ReadMask(const LXDocumentInterface* document, unsigned int id)
 // Lays the source out in document coordinates.
 LXImage32 MakeSample(const PlacedImage& source, const QSize& documentSize, LXRGBA32i ground)
 {
+    const QRect canvas(QPoint(), documentSize);
+    if (source.rect == canvas && source.image.Rect() == canvas) return source.image;
+
     LXImage32 sample = FilledImage(documentSize, ground);
     BlendOn(source.image, source.image.Rect(), BlendMode::Source, sample, source.rect, 1.0, ChangeAlpha);
     return sample;

@@ -32,6 +32,10 @@ LXImage32 TestImages::ToTiles(const PlainImage& image)
     LXImage32 result(image.width, image.height);
     ForEachTile(result, [&](int column, int row) {
         const auto tile = result.WriteTile(column, row);
+        // What lies beyond the edge means nothing, so nobody may count on zeros there.
+        for (int index = 0; index < TileSide * TileSide; ++index) {
+            tile.Pixels()[index] = LXRGBA32i(0x9E3779B9u * static_cast<quint32>(index + 1));
+        }
         ForEachPixel(result, column, row,
                      [&](int x, int y, int index) { tile.Pixels()[index] = image.At(x, y); });
     });

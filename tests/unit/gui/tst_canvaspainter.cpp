@@ -24,6 +24,7 @@ class TestCanvasPainter : public QObject
 
 private slots:
     void paintingReadsNothingElseOfThePicture();
+    void aLargePartIsPaintedLikeItsPieces();
     void aLargePictureIsComposedWhereItIsSeen();
     void whatWasNotSeenIsComposedWhenItComesIntoSight();
 };
@@ -93,6 +94,36 @@ void TestCanvasPainter::paintingReadsNothingElseOfThePicture()
         ScaledTileCache first(1 << 26);
         ScaledTileCache second(1 << 26);
         QCOMPARE(Painted(exposed, place, elsewhereAnother, first), Painted(exposed, place, picture, second));
+    }
+}
+
+void TestCanvasPainter::aLargePartIsPaintedLikeItsPieces()
+{
+    std::mt19937 random(2);
+    const LXImage32 picture = Noise({700, 500}, random);
+    // Steps that binary numbers hold, so that no piece begins a hair beside the whole.
+    for (const double scale : {0.375, 0.75, 1.0, 2.0}) {
+        CanvasPlace place;
+        place.size = QSize(700, 500);
+        place.scale = scale;
+        place.origin = QPoint(-20, 13);
+        const QRect exposed(5, 3, 580, 390);
+        ScaledTileCache cache(1 << 26);
+        const CanvasLook look = CanvasLook::ForSurround(Qt::gray);
+        QImage whole(600, 400, QImage::Format_RGB32);
+        whole.fill(Qt::black);
+        QImage pieces = whole;
+        {
+            QPainter painter(&whole);
+            PaintCanvas(painter, exposed, place, look, picture, cache);
+        }
+        {
+            QPainter painter(&pieces);
+            for (int top = exposed.top(); top <= exposed.bottom(); top += 30)
+                PaintCanvas(painter, QRect(exposed.left(), top, exposed.width(), 30) & exposed, place, look,
+                            picture, cache);
+        }
+        QCOMPARE(whole, pieces);
     }
 }
 

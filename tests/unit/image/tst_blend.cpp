@@ -87,6 +87,8 @@ private slots:
     void drawImageBlendsTheWholeSourceAtThePoint();
     void copyPartOfNothingIsEmpty();
     void copyPartIsTheIntersection();
+    void aCutTileIsSharedByItsCopy();
+    void aTileMadeFromTheTargetTakesItsPlace();
 
 private:
     struct Case
@@ -525,6 +527,38 @@ void TestBlend::copyPartIsTheIntersection()
     QCOMPARE(part.Rect(), QRect(0, 0, 10, 5));
     QCOMPARE(part.GetColor(9, 4), image.GetColor(149, 4));
     QVERIFY(CopyPart(image, QRect(-5, -5, 500, 500)).m_Tiles == image.m_Tiles);
+}
+
+void TestBlend::aCutTileIsSharedByItsCopy()
+{
+    const LXImage32 image = TestImages::ToTiles(TestImages::Random(300, 300, m_Random));
+    const LXImage32 part = CopyPart(image, QRect(0, 128, 200, 150));
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 2; ++column)
+            QVERIFY(part.TileAt(column, row) == image.TileAt(column, row + 1));
+    }
+    QCOMPARE(part.GetColor(199, 149), image.GetColor(199, 277));
+}
+
+void TestBlend::aTileMadeFromTheTargetTakesItsPlace()
+{
+    const LXImage32 image = TestImages::ToTiles(TestImages::Random(256, 256, m_Random));
+    const QRect region(0, 0, 256, 140);
+    LXImage32 patch = CopyPart(image, region);
+    patch.SetColor(5, 130, LXRGBA32i(0x12345678));
+    LXImage32 patched = image;
+    BlendOn(patch, region, BlendMode::Source, patched, region, 1.0, false);
+    QVERIFY(patched.TileAt(0, 1) == patch.TileAt(0, 1));
+    PlainImage expected = TestImages::ToPlain(image);
+    expected.At(5, 130) = LXRGBA32i(0x12345678);
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(patched), expected), QString());
+
+    // One that is another beyond its edge may not.
+    patch.WriteTile(0, 1).Pixels()[127 * 128] = LXRGBA32i(~image.GetColor(0, 255).value);
+    LXImage32 other = image;
+    BlendOn(patch, region, BlendMode::Source, other, region, 1.0, false);
+    QVERIFY(other.TileAt(0, 1) != patch.TileAt(0, 1));
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(other), expected), QString());
 }
 
 ZK_REGISTER_TEST(tst_blend, TestBlend)

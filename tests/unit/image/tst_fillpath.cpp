@@ -64,6 +64,8 @@ private slots:
     void hugePathsFillTheImage();
     void coveredTilesAreDetachedAlone();
     void oneColorOnRepeatedTilesIsMadeOnce();
+    void aRectangleAroundTheImageIsFilledLikeAnyPath_data();
+    void aRectangleAroundTheImageIsFilledLikeAnyPath();
 };
 
 void TestFillPath::wholePixelsTakeTheBrush_data()
@@ -364,6 +366,37 @@ void TestFillPath::coveredTilesAreDetachedAlone()
     QVERIFY(image.TileAt(9, 0) == before.TileAt(9, 0));
     QVERIFY(image.TileAt(0, 9) == before.TileAt(0, 9));
     QVERIFY(image.TileAt(5, 5) != before.TileAt(5, 5));
+}
+
+void TestFillPath::aRectangleAroundTheImageIsFilledLikeAnyPath_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QBrush>("brush");
+    QImage texture(7, 5, QImage::Format_ARGB32);
+    texture.fill(0x8010C0F0);
+    texture.setPixel(3, 2, 0xFF102030);
+    for (const unsigned int mode : {BlendMode::Normal, BlendMode::Source, BlendMode::SourceIn}) {
+        QTest::addRow("mode %u, opaque", mode) << int(mode) << QBrush(QColor(200, 100, 50));
+        QTest::addRow("mode %u, translucent", mode) << int(mode) << QBrush(QColor(200, 100, 50, 90));
+        QTest::addRow("mode %u, texture", mode) << int(mode) << QBrush(texture);
+    }
+}
+
+void TestFillPath::aRectangleAroundTheImageIsFilledLikeAnyPath()
+{
+    QFETCH(int, mode);
+    QFETCH(QBrush, brush);
+    std::mt19937 random(3);
+    LXImage32 filled = Filled(400, 300, 0x80102030);
+    const LXImage32 noise = TestImages::ToTiles(TestImages::Random(150, 120, random));
+    BlendOn(noise, noise.Rect(), BlendMode::Source, filled, noise.Rect().translated(250, 100), 1.0, false);
+    LXImage32 expected = filled;
+    FillPath(filled, mode, RectPath(QRectF(filled.Rect())), brush);
+    // A corner more hides that it is a rectangle.
+    QPainterPath path;
+    path.addPolygon(QPolygonF({{0, 0}, {200, 0}, {400, 0}, {400, 300}, {0, 300}, {0, 0}}));
+    FillPath(expected, mode, path, brush);
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(filled), TestImages::ToPlain(expected)), QString());
 }
 
 ZK_REGISTER_TEST(tst_fillpath, TestFillPath)
