@@ -20,6 +20,7 @@
 #include "app/RecentFiles.h"
 #include "app/ViewMenu.h"
 #include "app/WindowMenu.h"
+#include "core/IccSearch.h"
 #include "core/ZKApplication_p.h"
 #include "gui/LXMdiArea_p.h"
 #include "gui/LexoAppKeyHook.h"
@@ -32,6 +33,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSize>
+#include <QTimer>
 
 #include <dlfcn.h>
 
@@ -87,6 +89,8 @@ bool Editor::Start()
     m_pParts->plugin.SetMainWidget(GetWindow());
     GetWindow()->GetEmptyPage()->setFocus();
     GetWindow()->show();
+    // The person's first question comes later than that.
+    QTimer::singleShot(0, this, [] { IccSearch::OfProgram().Begin(); });
     return true;
 }
 

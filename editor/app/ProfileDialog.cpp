@@ -73,7 +73,7 @@ void ProfileDialog::ListProfiles()
     m_pUi->m_pProfileCmb->clear();
     if (m_Purpose == Purpose::Assign) m_pUi->m_pProfileCmb->addItem(NameOf(ZKCMSProfile()), NoProfile);
     for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
-        if (m_Purpose == Purpose::Convert && !manager->GetRGBProfile(index).IsTarget()) continue;
+        if (m_Purpose == Purpose::Convert && !manager->IsRGBTarget(index)) continue;
         m_pUi->m_pProfileCmb->addItem(manager->GetRGBProfileName(index), index);
     }
     if (chosen.isValid()) m_pUi->m_pProfileCmb->setCurrentIndex(m_pUi->m_pProfileCmb->findData(chosen));

@@ -18,19 +18,6 @@ QString Tr(const char* text)
     return QCoreApplication::translate("IccFile", text);
 }
 
-/// The folders that programs agreed on; an environment may name others.
-QStringList Folders()
-{
-    QStringList folders;
-    const QStringList roots = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (const QString& root : roots) {
-        folders << root + QStringLiteral("/icc") << root + QStringLiteral("/color/icc");
-    }
-    folders.insert(1, QDir::homePath() + QStringLiteral("/.color/icc"));
-    folders << QStringLiteral("/var/lib/color/icc");
-    return folders;
-}
-
 QStringList FilesIn(const QString& folder)
 {
     QStringList files;
@@ -44,10 +31,22 @@ QStringList FilesIn(const QString& folder)
 }
 } // namespace
 
-QStringList IccFile::All()
+/// Those that programs agreed on; an environment may name others.
+QStringList IccFile::Folders()
+{
+    QStringList folders;
+    const QStringList roots = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    for (const QString& root : roots) {
+        folders << root + QStringLiteral("/icc") << root + QStringLiteral("/color/icc");
+    }
+    folders.insert(1, QDir::homePath() + QStringLiteral("/.color/icc"));
+    folders << QStringLiteral("/var/lib/color/icc");
+    return folders;
+}
+
+QStringList IccFile::In(const QStringList& folders)
 {
     QStringList files;
-    const QStringList folders = Folders();
     for (const QString& folder : folders) {
         files << FilesIn(folder);
     }

@@ -7,9 +7,12 @@
 
 /// Color profiles as files. Any thread.
 namespace IccFile {
-/// The files that stand in the person's folders for profiles, then those in the system's, each sorted by
-/// name; absolute. What is in them isn't looked at.
-QStringList All();
+/// The person's folders for profiles, then the system's, whether they are there or not.
+QStringList Folders();
+
+/// The files with the endings of profiles that stand in the folders and below them, sorted by name in each;
+/// absolute, none twice. What is in them isn't looked at; folders that aren't there have none.
+QStringList In(const QStringList& folders);
 
 /// An RGB profile; null when the file holds none.
 /// @param message  then why, in words for people

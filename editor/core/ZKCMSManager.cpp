@@ -1,6 +1,7 @@
 #include "core/ZKCMSManager.h"
 
 #include "core/IccFile.h"
+#include "core/IccSearch.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,43 +15,42 @@ struct Entry
     ZKCMSProfile profile;
     QString name;
     QString file;
+    bool isTarget;
 };
 } // namespace
 
 class ZKCMSManagerPrivate
 {
 public:
-    /// With what stands in the folders; sRGB alone can be had without.
-    std::vector<Entry>& Entries()
+    /// What is known without waiting: sRGB, what was added, and what was once found.
+    const std::vector<Entry>& Known() const { return m_Entries; }
+
+    /// With what stands in the folders.
+    const std::vector<Entry>& Entries()
     {
-        if (!m_bSearched) {
-            m_bSearched = true;
-            const QStringList files = IccFile::All();
-            for (const QString& file : files) {
-                QString unread; // nobody asked for this file
-                const ZKCMSProfile profile = IccFile::Read(file, &unread);
-                if (!profile.IsNull()) Take(profile, file);
-            }
-        }
+        const std::vector<IccSearch::Found> found = IccSearch::OfProgram().Take();
+        for (const IccSearch::Found& each : found)
+            Take(each);
         return m_Entries;
     }
 
-    /// The entry at the index; null for one that isn't there. The first needs no search.
+    /// The entry at the index; null for one that isn't there.
     const Entry* At(int index)
     {
-        if (index == 0) return &m_Entries.front();
-        const std::vector<Entry>& entries = Entries();
-        if (index < 0 || index >= static_cast<int>(entries.size())) return nullptr;
-        return &entries[static_cast<std::size_t>(index)];
+        if (index < 0) return nullptr;
+        const auto row = static_cast<std::size_t>(index);
+        const std::vector<Entry>& entries = row < Known().size() ? Known() : Entries();
+        return row < entries.size() ? &entries[row] : nullptr;
     }
 
     /// @return the index of the profile
-    int Take(const ZKCMSProfile& profile, const QString& file)
+    int Take(const IccSearch::Found& found)
     {
         const auto known = std::find_if(m_Entries.begin(), m_Entries.end(),
-                                        [&](const Entry& entry) { return entry.profile == profile; });
+                                        [&](const Entry& entry) { return entry.profile == found.profile; });
         if (known != m_Entries.end()) return static_cast<int>(known - m_Entries.begin());
-        m_Entries.push_back({profile, FreeName(profile, file), file});
+        m_Entries.push_back(
+            {found.profile, FreeName(found.description, found.file), found.file, found.isTarget});
         return static_cast<int>(m_Entries.size()) - 1;
     }
 
@@ -87,11 +87,10 @@ private:
     }
 
     /// Vendors ship several profiles under one name; then the file tells them apart.
-    QString FreeName(const ZKCMSProfile& profile, const QString& file) const
+    QString FreeName(const QString& description, const QString& file) const
     {
         const QString fileName = QFileInfo(file).fileName();
-        const QString name = profile.GetDescription();
-        const QString first = name.isEmpty() ? fileName : name;
+        const QString first = description.isEmpty() ? fileName : description;
         QString free = first;
         for (int number = 1; IsTaken(free); ++number) {
             free = number == 1
@@ -101,8 +100,7 @@ private:
         return free;
     }
 
-    std::vector<Entry> m_Entries{{ZKCMSProfile::SRGB(), QStringLiteral("sRGB"), QString()}};
-    bool m_bSearched = false;
+    std::vector<Entry> m_Entries{{ZKCMSProfile::SRGB(), QStringLiteral("sRGB"), QString(), true}};
     std::vector<std::pair<ZKCMSProfile, ZKCMSTransform>> m_ToDisplay;
 };
 
@@ -139,16 +137,25 @@ QString ZKCMSManager::GetRGBProfileFile(int index) const
     return entry ? entry->file : QString();
 }
 
+bool ZKCMSManager::IsRGBTarget(int index) const
+{
+    const Entry* entry = m_pPrivate->At(index);
+    return entry && entry->isTarget;
+}
+
 int ZKCMSManager::FindRGBProfile(const QString& nameOrFile) const
 {
-    const std::vector<Entry>& entries = m_pPrivate->Entries();
-    const auto find = [&entries](auto matches) {
+    if (nameOrFile.isEmpty()) return -1;
+    const auto find = [](const std::vector<Entry>& entries, auto matches) {
         const auto found = std::find_if(entries.begin(), entries.end(), matches);
         return found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
     };
-    if (nameOrFile.isEmpty()) return -1;
-    const int named = find([&](const Entry& entry) { return entry.name == nameOrFile; });
-    return named >= 0 ? named : find([&](const Entry& entry) { return entry.file == nameOrFile; });
+    const auto isNamed = [&](const Entry& entry) { return entry.name == nameOrFile; };
+    const int known = find(m_pPrivate->Known(), isNamed);
+    if (known >= 0) return known;
+    const std::vector<Entry>& entries = m_pPrivate->Entries();
+    const int named = find(entries, isNamed);
+    return named >= 0 ? named : find(entries, [&](const Entry& entry) { return entry.file == nameOrFile; });
 }
 
 int ZKCMSManager::AddRGBProfile(const QString& file, QString* message)
@@ -156,8 +163,7 @@ int ZKCMSManager::AddRGBProfile(const QString& file, QString* message)
     const QString path = QFileInfo(file).absoluteFilePath();
     const ZKCMSProfile profile = IccFile::Read(path, message);
     if (profile.IsNull()) return -1;
-    m_pPrivate->Entries();
-    return m_pPrivate->Take(profile, path);
+    return m_pPrivate->Take({path, profile, profile.GetDescription(), profile.IsTarget()});
 }
 
 int ZKCMSManager::GetWorkingRGBIndex() const
@@ -168,7 +174,7 @@ int ZKCMSManager::GetWorkingRGBIndex() const
 void ZKCMSManager::SetWorkingRGBIndex(int index)
 {
     const Entry* entry = m_pPrivate->At(index);
-    if (index == m_pPrivate->m_Working || !entry || !entry->profile.IsTarget()) return;
+    if (index == m_pPrivate->m_Working || !entry || !entry->isTarget) return;
     m_pPrivate->m_Working = index;
     emit WorkingProfileChanged();
 }

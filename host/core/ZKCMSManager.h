@@ -14,9 +14,10 @@ class ZKCMSManagerPrivate;
 
 /// The color profiles that the program works with. Main thread only.
 ///
-/// The list begins with sRGB, which is also what a picture without a profile counts as; after it come the RGB
-/// profiles that stand in the person's and the system's folders for them. It is read when first asked for and
-/// only ever grows, so an index means the same profile until the program ends.
+/// The list begins with sRGB, which is also what a picture without a profile counts as; it holds what was
+/// added and the RGB profiles that stand in the person's and the system's folders for them. Those are read in
+/// the background after the start; who asks for all of the list earlier waits. It only ever grows, so an
+/// index means the same profile until the program ends.
 class ZK_HOST_EXPORT ZKCMSManager : public QObject
 {
     Q_OBJECT
@@ -32,6 +33,9 @@ public:
     QString GetRGBProfileName(int index) const;
     /// Where the profile was found, absolute; empty for sRGB and for an index that isn't there.
     QString GetRGBProfileFile(int index) const;
+    /// Whether colors can be brought into it, as ZKCMSProfile::IsTarget(), which takes longer to find out.
+    /// False for an index that isn't there.
+    bool IsRGBTarget(int index) const;
     /// The profile of that name or, when none has it, of that file; -1 for neither.
     int FindRGBProfile(const QString& nameOrFile) const;
 

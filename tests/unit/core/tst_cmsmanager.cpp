@@ -1,5 +1,6 @@
 #include "core/IccFile.h"
 #include "core/ZKCMSManager.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 
 #include <QColorSpace>
@@ -33,6 +34,7 @@ private slots:
     void cleanup();
 
     void theListIsSRgbAndWhatTheFoldersHold();
+    void onlySomeProfilesAreTargets();
     void brokenFilesOfTheFoldersAreLeftOut();
     void profilesOfOneNameAreToldApart();
     void aPercentSignInAFileNameStaysOne();
@@ -90,6 +92,19 @@ void TestCmsManager::theListIsSRgbAndWhatTheFoldersHold()
     QCOMPARE(m_pManager->FindRGBProfile(m_Folder.filePath("icc/a.icc")), adobe);
     QCOMPARE(m_pManager->FindRGBProfile("nothing"), -1);
     QCOMPARE(m_pManager->FindRGBProfile(QString()), -1);
+}
+
+void TestCmsManager::onlySomeProfilesAreTargets()
+{
+    QVERIFY(m_pManager->IsRGBTarget(0));
+    QVERIFY(m_pManager->IsRGBTarget(m_pManager->FindRGBProfile("Adobe RGB")));
+    QVERIFY(!m_pManager->IsRGBTarget(-1));
+    QVERIFY(!m_pManager->IsRGBTarget(m_pManager->GetRGBProfileCount()));
+    QString message;
+    const QString camera = Write(m_Folder.filePath("camera.icc"), IccProfiles::OnlyReadable().GetData());
+    const int index = m_pManager->AddRGBProfile(camera, &message);
+    QVERIFY(index > 0);
+    QVERIFY(!m_pManager->IsRGBTarget(index));
 }
 
 void TestCmsManager::brokenFilesOfTheFoldersAreLeftOut()
