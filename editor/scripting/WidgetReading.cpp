@@ -1,5 +1,6 @@
 #include "scripting/WidgetReading.h"
 
+#include "gui/CameraView.h"
 #include "gui/HistogramWidget.h"
 #include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
@@ -60,6 +61,16 @@ QStringList CellNames()
     for (int cell = 0; cell < NineCells::Count; ++cell)
         names.append(NineCells::NameOf(cell));
     return names;
+}
+
+QString GridWord(int gridType)
+{
+    switch (gridType) {
+    case CameraView::StandardGrid: return QStringLiteral("standard");
+    case CameraView::LightenGrid: return QStringLiteral("lighten");
+    case CameraView::DarkenGrid: return QStringLiteral("darken");
+    default: return QStringLiteral("none");
+    }
 }
 
 QStringList ActionTexts(const QMenu* menu)
@@ -140,6 +151,12 @@ QVariant WidgetReading::Value(const QWidget* widget)
                            {QStringLiteral("y"), part.y()},
                            {QStringLiteral("width"), part.width()},
                            {QStringLiteral("height"), part.height()}};
+    }
+    if (const auto* camera = qobject_cast<const CameraView*>(widget)) {
+        return QVariantMap{{QStringLiteral("x"), camera->GetLookPoint().x()},
+                           {QStringLiteral("y"), camera->GetLookPoint().y()},
+                           {QStringLiteral("scale"), camera->GetScaleFactor()},
+                           {QStringLiteral("grid"), GridWord(camera->GetGridType())}};
     }
     return widget->property("value");
 }

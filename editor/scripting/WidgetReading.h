@@ -14,7 +14,8 @@ QString Text(const QWidget* widget);
 
 /// Of spin boxes, sliders and progress bars; the color of color buttons and of the color dialog, as scripts
 /// write it; of a histogram `{first, last}`, the levels that are chosen; of a navigator its frame as
-/// `{x, y, width, height}`, document pixels; invalid for others.
+/// `{x, y, width, height}`, document pixels; of a magnifier `{x, y, scale, grid}`, the point in document
+/// pixels and the grid as a word; invalid for others.
 QVariant Value(const QWidget* widget);
 
 /// The texts of a list, a combo box, tabs or a menu; the names of the cells of a control of nine.

@@ -1,4 +1,5 @@
 #include "app/MainWindow.h"
+#include "gui/CameraView.h"
 #include "gui/HistogramWidget.h"
 #include "gui/LXAnchorSelection.h"
 #include "gui/LXColorButton.h"
@@ -39,6 +40,7 @@ private slots:
     void colorsAreReadAndChosen();
     void cellsAreReadAndChosen();
     void theFrameOfANavigatorAndTheLevelsOfAHistogramAreRead();
+    void theStateOfAMagnifierIsRead();
     void valuesAreTypedIntoSpinBoxes();
     void aSliderIsDragged();
     void fieldsAreTypedOver();
@@ -212,6 +214,31 @@ void TestScriptWidgets::checkMarksAreSetByClicks()
     )");
     QCOMPARE(clicked.count(), 1);
     QVERIFY(controls.radio.isChecked());
+}
+
+void TestScriptWidgets::theStateOfAMagnifierIsRead()
+{
+    EditorScriptFixture editor(40, 30);
+    QDialog window(editor.Window());
+    auto* layout = new QVBoxLayout(&window);
+    auto* magnifier = new CameraView(&window);
+    layout->addWidget(magnifier);
+    magnifier->SetDocument(editor.Document());
+    window.show();
+    editor.Check(R"(
+        const magnifier = widgets.find("CameraView")
+        expect.equal(magnifier.value, { x: 20, y: 15, scale: 2, grid: "none" })
+        magnifier.focus()
+        input.key("Right")
+        input.key("+")
+        expect.equal(magnifier.value, { x: 21, y: 15, scale: 3, grid: "none" })
+    )");
+    const QStringList words{"none", "standard", "lighten", "darken"};
+    for (int type = CameraView::NoGrid; type <= CameraView::DarkenGrid; ++type) {
+        magnifier->SetGridType(type);
+        editor.Check(
+            QString(R"(expect.equal(widgets.find("CameraView").value.grid, "%1"))").arg(words[type]));
+    }
 }
 
 void TestScriptWidgets::valuesAreTypedIntoSpinBoxes()
