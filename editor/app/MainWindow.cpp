@@ -39,6 +39,7 @@
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 constexpr int ToolBoxMargin = 4;
@@ -217,6 +218,14 @@ void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) emit FullScreenChanged(isFullScreen());
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // Before there is none to follow, and the saved place may be on another screen.
+    connect(windowHandle(), &QWindow::screenChanged, this, &MainWindow::ScreenChanged, Qt::UniqueConnection);
+    emit ScreenChanged();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

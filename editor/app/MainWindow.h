@@ -72,12 +72,16 @@ signals:
     /// Files or pictures were dropped on the active view.
     void DroppedOnCanvas(const QMimeData* content, QPointF scenePos);
 
+    /// The window came to a screen, or to another one.
+    void ScreenChanged();
+
     /// After the window was closed.
     void Closed();
 
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;

@@ -18,7 +18,7 @@ int NumberOf(const QString& key, int defaultValue, int least)
 }
 } // namespace
 
-Preferences Preferences::Read()
+Preferences Preferences::Read(const QString& screen)
 {
     Preferences values;
     values.memoryMegabytes = NumberOf(MemoryKey, values.memoryMegabytes, LeastMemoryMegabytes);
@@ -28,7 +28,7 @@ Preferences Preferences::Read()
     if (look == QLatin1String(LightTokens.name)) values.look = Theme::Look::Light;
     values.scale = ReadScale();
     values.fileLimits = FormatLimitSettings::Read();
-    values.colors = ColorPreferences::Read();
+    values.colors = ColorPreferences::Read(screen);
     return values;
 }
 

@@ -25,7 +25,8 @@ struct ZK_EDITOR_EXPORT Preferences
     ColorPreferences colors;
 
     /// What the settings file says. A value that is missing, no number or out of range is the default's.
-    static Preferences Read();
+    /// @param screen  whose profile is read, as ScreenProfile::KeyOf()
+    static Preferences Read(const QString& screen = QString());
     void Write() const;
 
     /// The scale alone, before there is an application object.

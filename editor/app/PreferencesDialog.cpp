@@ -2,6 +2,7 @@
 
 #include "ui_PreferencesDialog.h"
 
+#include "app/ScreenProfile.h"
 #include "core/ZKCMSManager.h"
 #include "guicore/LXMessageBox.h"
 #include "resource/LXResource.h"
@@ -37,11 +38,12 @@ void Choose(QComboBox* profiles, const QString& file)
 } // namespace
 
 PreferencesDialog::PreferencesDialog(const Preferences& values, QWidget* parent)
-    : LXDialog(parent), m_pUi(std::make_unique<Ui::PreferencesDialog>())
+    : LXDialog(parent), m_pUi(std::make_unique<Ui::PreferencesDialog>()), m_Screen(values.colors.screen)
 {
     m_pUi->setupUi(this);
     SetUpScales();
     SetUpProfiles();
+    NameScreen();
     AlignFields();
     Show(values);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -68,9 +70,23 @@ void PreferencesDialog::SetUpProfiles()
     m_pUi->m_pScreenCmb->addItem(tr("The screen's own"), QString());
     m_pUi->m_pScreenCmb->addItem(manager->GetRGBProfileName(0), QString(ColorPreferences::PlainScreen));
     for (int index = 0; index < manager->GetRGBProfileCount(); ++index) {
-        if (manager->GetRGBProfile(index).IsTarget()) ListProfile(index);
+        if (manager->IsRGBTarget(index)) ListProfile(index);
     }
     connect(m_pUi->m_pProfileFileBtn, &QPushButton::clicked, this, &PreferencesDialog::AskForProfile);
+}
+
+void PreferencesDialog::NameScreen()
+{
+    constexpr int longestName = 160; // pixels
+    const QString name = ScreenProfile::NameOf(m_Screen);
+    if (name.isEmpty()) return;
+    const QString shown = fontMetrics().elidedText(name, Qt::ElideRight, longestName);
+    m_pUi->m_pScreenLbl->setText(tr("Profile of s&creen “%1”:").arg(QString(shown).replace('&', "&&")));
+    m_pUi->m_pScreenCmb->setAccessibleName(tr("Profile of the screen “%1”").arg(name));
+    m_pUi->m_pScreenCmb->setToolTip(
+        tr("What pictures are shown in while the window is on the screen “%1”; each screen has its own "
+           "choice. The screen's own is the one that the system has set for it")
+            .arg(name));
 }
 
 void PreferencesDialog::ListProfile(int index)
@@ -97,7 +113,7 @@ void PreferencesDialog::AddProfile(const QString& file)
     ZKCMSManager* manager = ZKCMSManager::GetInstance();
     QString message;
     const int index = manager->AddRGBProfile(file, &message);
-    if (index >= 0 && manager->GetRGBProfile(index).IsTarget()) {
+    if (index >= 0 && manager->IsRGBTarget(index)) {
         ListProfile(index);
         return;
     }
@@ -153,6 +169,7 @@ Preferences PreferencesDialog::GetValues() const
     values.look = m_pUi->m_pLookCmb->currentIndex() == LightRow ? Theme::Look::Light : Theme::Look::Dark;
     values.scale = m_pUi->m_pScaleCmb->currentData().toDouble();
     values.colors.workingProfile = m_pUi->m_pWorkingCmb->currentData().toString();
+    values.colors.screen = m_Screen;
     values.colors.screenProfile = m_pUi->m_pScreenCmb->currentData().toString();
     const bool isPerceptual = m_pUi->m_pIntentCmb->currentIndex() == PerceptualRow;
     values.colors.rendering = {isPerceptual ? ZKCMSRendering::Intent::Perceptual

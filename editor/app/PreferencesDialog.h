@@ -29,10 +29,12 @@ public:
 private:
     void SetUpScales();
     void SetUpProfiles();
+    void NameScreen();
     void ListProfile(int index);
     void AskForProfile();
     void AlignFields();
     void Show(const Preferences& values);
 
     std::unique_ptr<Ui::PreferencesDialog> m_pUi;
+    QString m_Screen; ///< that the profile is chosen for, as ScreenProfile::KeyOf()
 };

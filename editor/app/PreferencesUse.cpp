@@ -2,12 +2,15 @@
 
 #include "app/MainWindow.h"
 #include "app/PreferencesDialog.h"
+#include "app/ScreenProfile.h"
 #include "gui/LXMdiArea.h"
 #include "gui/ZKDocumentView.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoUndoStack.h"
 #include "image/LXTileManager.h"
 #include "resource/LXResource.h"
+
+#include <QScreen>
 
 namespace {
 constexpr qint64 Megabyte = 1024 * 1024;
@@ -30,17 +33,29 @@ PreferencesUse::PreferencesUse(MainWindow* window, const QString& resources)
 {
     // A document that is opened becomes the active one first of all.
     connect(window, &MainWindow::ActiveViewChanged, this, &PreferencesUse::LimitHistory);
-    Use(Preferences::Read());
+    connect(window, &MainWindow::ScreenChanged, this, &PreferencesUse::FollowScreen);
+    m_Screen = ScreenProfile::KeyOf(window->screen());
+    Use(Preferences::Read(m_Screen));
 }
 
 void PreferencesUse::AskAndUse()
 {
-    PreferencesDialog dialog(Preferences::Read(), m_pWindow);
+    PreferencesDialog dialog(Preferences::Read(m_Screen), m_pWindow);
     if (dialog.Exec() != QDialog::Accepted) return;
 
     const Preferences values = dialog.GetValues();
     values.Write();
     Use(values);
+    // While the dialog stood, the window may have gone to another screen than its answer is for.
+    if (values.colors.screen != m_Screen) UseColors(ColorPreferences::Read(m_Screen));
+}
+
+void PreferencesUse::FollowScreen()
+{
+    const QString screen = ScreenProfile::KeyOf(m_pWindow->screen());
+    if (screen == m_Screen) return;
+    m_Screen = screen;
+    UseColors(ColorPreferences::Read(screen));
 }
 
 void PreferencesUse::Use(const Preferences& values)
@@ -53,7 +68,12 @@ void PreferencesUse::Use(const Preferences& values)
     for (ZKDocumentView* view : m_pWindow->GetDocumentArea()->findChildren<ZKDocumentView*>())
         LimitHistory(view);
     if (values.look != Theme::Current()) Theme::Apply(values.look, m_Resources);
-    const QString message = values.colors.Use();
+    UseColors(values.colors);
+}
+
+void PreferencesUse::UseColors(const ColorPreferences& values)
+{
+    const QString message = values.Use();
     if (!message.isEmpty()) Tell(message);
 }
 

@@ -4,6 +4,7 @@
 
 class MainWindow;
 class ZKDocumentView;
+struct ColorPreferences;
 struct Preferences;
 
 /// Makes the running program follow the preferences: its look, its color profiles, the memory for pictures
@@ -24,11 +25,15 @@ public:
 
 private:
     void Use(const Preferences& values);
+    /// The window is on another screen, maybe.
+    void FollowScreen();
+    void UseColors(const ColorPreferences& values);
     void Tell(const QString& message);
     void LimitHistory(ZKDocumentView* view) const;
 
     MainWindow* m_pWindow;
     QString m_Resources;
+    QString m_Screen; ///< whose profile is in use, as ScreenProfile::KeyOf()
     int m_UndoSteps = 0;
     qint64 m_UndoBytes = 0;
 };

@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace IccProfiles;
@@ -28,6 +29,7 @@ private slots:
     void aFileThatIsGoneIsToldAndCountsAsSRgb();
     void aProfileOfACameraIsToldAndCountsAsSRgb();
     void withoutAWindowSystemTheScreenSaysNothing();
+    void eachScreenKeepsItsOwnProfile();
     void theDialogOffersWhatThereIs();
     void aFileThatIsGoneStaysChosenInTheDialog();
     void aFileIsAddedToBothListsOnce();
@@ -101,6 +103,26 @@ void TestColorPreferences::withoutAWindowSystemTheScreenSaysNothing()
     ZKCMSManager::GetInstance()->SetDisplay(AdobeRgb(), {});
     QCOMPARE(ColorPreferences().Use(), QString());
     QCOMPARE(ZKCMSManager::GetInstance()->GetDisplayProfile(), ZKCMSProfile::SRGB());
+}
+
+void TestColorPreferences::eachScreenKeepsItsOwnProfile()
+{
+    const auto forget = qScopeGuard([] { ColorPreferences().Write(); });
+    ColorPreferences ofAll;
+    ofAll.screenProfile = ColorPreferences::PlainScreen;
+    ofAll.Write();
+    // Where nothing was chosen, what was chosen for all counts.
+    QCOMPARE(ColorPreferences::Read("Maker A/1").screenProfile, QString(ColorPreferences::PlainScreen));
+
+    ColorPreferences first = ColorPreferences::Read("Maker A/1");
+    first.screenProfile = "/profiles/one.icc";
+    first.Write();
+    ColorPreferences second = ColorPreferences::Read("Maker B");
+    second.screenProfile = QString();
+    second.Write();
+    QVERIFY(ColorPreferences::Read("Maker A/1") == first);
+    QVERIFY(ColorPreferences::Read("Maker B") == second);
+    QVERIFY(ColorPreferences::Read() == ofAll);
 }
 
 void TestColorPreferences::theDialogOffersWhatThereIs()
