@@ -4,12 +4,15 @@
 #include "app/MenuAction.h"
 #include "app/StatusReadout.h"
 #include "app/ZoomStops.h"
+#include "core/MenuPlacement.h"
 #include "core/ZKApplication.h"
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentView_p.h"
 
 #include <QAction>
 #include <QMenu>
+
+#include <algorithm>
 
 namespace {
 const QLatin1String TintKey("Editor/TintUnselected");
@@ -22,6 +25,7 @@ ViewMenu::ViewMenu(MainWindow* window) : QObject(window), m_pWindow(window)
 
     AddTintAction();
     AddFullScreenAction();
+    connect(&MenuPlacement::Instance(), &MenuPlacement::Added, this, &ViewMenu::StepAsideFor);
     connect(window, &MainWindow::ActiveViewChanged, this, &ViewMenu::Follow);
     Follow(window->GetActiveView());
 }
@@ -90,6 +94,27 @@ void ViewMenu::BuildZoomMenu()
         connect(action, &QAction::triggered, this, [this, scale] { ZoomTo(scale); });
     }
     m_pWindow->GetStatus()->SetZoomMenu(menu);
+}
+
+void ViewMenu::StepAsideFor(QAction* other)
+{
+    // It may get its keys later.
+    connect(other, &QAction::changed, this, [this, other] { GiveKeysTo(other); });
+    GiveKeysTo(other);
+}
+
+void ViewMenu::GiveKeysTo(const QAction* other)
+{
+    const QList<QKeySequence> keys = other->shortcuts();
+    for (QAction* own : qAsConst(m_ZoomActions)) {
+        const QList<QKeySequence> ownKeys = own->shortcuts();
+        const bool isShared =
+            own != other &&
+            std::any_of(ownKeys.begin(), ownKeys.end(), [&](const auto& key) { return keys.contains(key); });
+        if (!isShared) continue;
+        MenuPlacement::Instance().Remove(own);
+        own->setShortcuts(QList<QKeySequence>());
+    }
 }
 
 void ViewMenu::ZoomTo(double scale)

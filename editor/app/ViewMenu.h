@@ -20,6 +20,10 @@ private:
     void BuildZoomMenu();
     void AddTintAction();
     void AddFullScreenAction();
+    /// A tool that brings its own zoom into the main menu gets place and keys there. The menu of the status
+    /// bar keeps ours.
+    void StepAsideFor(QAction* other);
+    void GiveKeysTo(const QAction* other);
     void ZoomTo(double scale);
     void ZoomStep(int direction);
     void Follow(ZKDocumentView* view);

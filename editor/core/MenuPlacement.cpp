@@ -58,9 +58,23 @@ void MenuPlacement::Add(const Entry& entry)
     const auto place = std::upper_bound(m_Entries.cbegin(), m_Entries.cend(), entry, isBefore);
     const auto added = m_Entries.insert(place, entry);
     connect(entry.action, &QObject::destroyed, this, &MenuPlacement::Forget);
-    if (m_pBar.isNull()) return;
-    Insert(added);
-    ShowFilledMenus();
+    if (!m_pBar.isNull()) {
+        Insert(added);
+        ShowFilledMenus();
+    }
+    emit Added(entry.action);
+}
+
+void MenuPlacement::Remove(QAction* action)
+{
+    const auto entry = std::find_if(m_Entries.cbegin(), m_Entries.cend(),
+                                    [action](const Entry& candidate) { return candidate.action == action; });
+    if (entry == m_Entries.cend()) return;
+    if (!m_pBar.isNull()) {
+        m_pBar->removeAction(action);
+        RoleMenu(entry->role)->removeAction(action);
+    }
+    Forget(action);
 }
 
 void MenuPlacement::Insert(std::vector<Entry>::const_iterator entry)

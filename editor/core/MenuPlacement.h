@@ -30,6 +30,13 @@ public:
     void AddToBar(ZKMenuManager::MenuRole role, QAction* action);
     void AddToMenu(ZKMenuManager::MenuRole role, int position, QAction* action);
 
+    /// Takes an entry out of the main menu; nothing for one that isn't there.
+    void Remove(QAction* action);
+
+signals:
+    /// An entry came into the main menu.
+    void Added(QAction* action);
+
 private:
     struct Entry
     {

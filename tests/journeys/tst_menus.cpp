@@ -1,5 +1,6 @@
 #include "app/DocumentFiles.h"
 #include "app/MainWindow.h"
+#include "core/MenuPlacement.h"
 #include "core/ZKApplication.h"
 #include "document/LXDocumentInterface.h"
 #include "gui/LXDocumentManager.h"
@@ -9,6 +10,7 @@
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
 
+#include <QAction>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -37,6 +39,7 @@ private slots:
     void droppedTextDoesNot();
     void theEmptyPageOpensRecentFiles();
     void noTwoEntriesShareAKey();
+    void theZoomOfAToolTakesPlaceAndKeys();
 };
 
 namespace {
@@ -207,6 +210,41 @@ void TestMenus::noTwoEntriesShareAKey()
                              "Ctrl+Shift+Z", "Ctrl+Y", "Ctrl++", "Ctrl+-", "Ctrl+0", "Ctrl+1"}) {
         QVERIFY2(owners.contains(name), name);
     }
+}
+
+void TestMenus::theZoomOfAToolTakesPlaceAndKeys()
+{
+    EditorFixture editor(40, 30);
+    const QMenu* view = MenuPlacement::Instance().RoleMenu(ZKMenuManager::View);
+    QAction* own = view->actions().first();
+    QCOMPARE(own->shortcut(), QKeySequence(Qt::CTRL + Qt::Key_Plus));
+    const double scale = editor.View()->GetScale();
+    editor.GetInput().Key(Qt::Key_Plus, Qt::ControlModifier);
+    const double larger = editor.View()->GetScale();
+    QVERIFY(larger > scale);
+
+    // One comes with its key, the other gets it later.
+    QAction zoomIn(QStringLiteral("Zoom in"));
+    QAction zoomOut(QStringLiteral("Zoom out"));
+    zoomIn.setShortcut(Qt::CTRL + Qt::Key_Plus);
+    int triggered = 0;
+    connect(&zoomIn, &QAction::triggered, &zoomIn, [&] { ++triggered; });
+    connect(&zoomOut, &QAction::triggered, &zoomOut, [&] { ++triggered; });
+    ZKMenuManager::CreateAction(ZKMenuManager::View, 0, &zoomIn);
+    ZKMenuManager::CreateAction(ZKMenuManager::View, 1, &zoomOut);
+    zoomOut.setShortcut(Qt::CTRL + Qt::Key_Minus);
+    editor.GetInput().Key(Qt::Key_Plus, Qt::ControlModifier);
+    editor.GetInput().Key(Qt::Key_Minus, Qt::ControlModifier);
+    QCOMPARE(triggered, 2);
+    QCOMPARE(editor.View()->GetScale(), larger);
+    QVERIFY(!view->actions().contains(own));
+    QCOMPARE(view->actions().first(), &zoomIn);
+
+    // In the status bar, and with keys that nobody else has.
+    own->trigger();
+    QVERIFY(editor.View()->GetScale() > larger);
+    editor.GetInput().Key(Qt::Key_1, Qt::ControlModifier);
+    QCOMPARE(editor.View()->GetScale(), 1.0);
 }
 
 ZK_REGISTER_TEST(tst_menus, TestMenus)
