@@ -314,6 +314,8 @@ void MoveToolPrivate::OnUnexpectedError(CopyPasteThread*)
 {
     Reports::UnknownException(ZK_HERE);
     DeleteThreadsLater();
+    // What is asked at the end of the program must not find the document held.
+    if (m_bDragging) GiveDragBack();
     Messages::ShowOperationError(tr("Unexpected error. Application will stop!"));
     throw std::runtime_error("The move tool failed in an unknown way.");
 }

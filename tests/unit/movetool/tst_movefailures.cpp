@@ -41,6 +41,8 @@ private slots:
     void aCancelThatFailsIsTold();
     void aCancelThatFailsStrangelyEndsTheProgram();
     void aFailureOfTheWorkerReachesThePerson();
+    void aMoveOfTheWorkerThatFailsStrangelyEndsTheProgram_data();
+    void aMoveOfTheWorkerThatFailsStrangelyEndsTheProgram();
     void aMoveAtOnceThatFailsStrangelyEndsTheProgram();
     void aRefusedLockDoesntEndTheDrag();
     void aRefusedUnlockIsReported();
@@ -210,6 +212,46 @@ void TestMoveFailures::aFailureOfTheWorkerReachesThePerson()
     Release({8.5, 5.5});
     QCOMPARE(Whole(), before);
     QCOMPARE(Texts(), QStringList());
+}
+
+void TestMoveFailures::aMoveOfTheWorkerThatFailsStrangelyEndsTheProgram_data()
+{
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("piece");
+    QTest::newRow("cut") << int(Qt::NoModifier) << "CutPasteObject";
+    QTest::newRow("copy") << int(Qt::AltModifier) << "CopyPasteObject";
+}
+
+void TestMoveFailures::aMoveOfTheWorkerThatFailsStrangelyEndsTheProgram()
+{
+    QFETCH(int, modifiers);
+    QFETCH(QString, piece);
+    Select({2, 2, 3, 3});
+    const QStringList before = Whole();
+    std::atomic<bool> fails{true};
+    // Heard on the worker, in the middle of the move.
+    connect(Document(), &LXDocumentInterface::AboutSelectionMove, [&fails] {
+        if (fails.exchange(false)) throw 5;
+    });
+    for (const QString& file : {piece, QString("CopyPasteBase"), QString("MoveTool")}) {
+        QTest::ignoreMessage(
+            QtDebugMsg, QRegularExpression(QString("Unexpected unknown exception: line=.*%1").arg(file)));
+    }
+    Press({3.5, 3.5}, static_cast<Qt::KeyboardModifier>(modifiers));
+    constexpr int limit = 10000; // ms
+    const QStringList boxes = BoxesDuring([&] {
+        Move({8.5, 5.5});
+        QVERIFY_EXCEPTION_THROWN(QTest::qWait(limit), std::runtime_error);
+    });
+    QCOMPARE(boxes, QStringList("Operation error: Unexpected error. Application will stop!"));
+    QVERIFY(!Record());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(Private()->findChildren<CopyPasteThread*>().isEmpty());
+    // What the program still has time for gives everything back.
+    Release({8.5, 5.5});
+    VERIFY_NOTHING_IS_HELD();
+    QCOMPARE(Whole(), before);
+    QCOMPARE(Document()->GetDocumentState(), 0);
 }
 
 void TestMoveFailures::aMoveAtOnceThatFailsStrangelyEndsTheProgram()
