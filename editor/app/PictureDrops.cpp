@@ -34,7 +34,7 @@ void PictureDrops::Take(const QMimeData* data, const QPointF& scenePos)
         if (places.isEmpty() || !LayerPictures::MayAdd(view)) return;
         LayerPictures::Add(view, places, tr("Drop picture"));
     } catch (const std::exception& error) {
-        Tell(tr("What was dropped can't become a layer: %1").arg(error.what()));
+        Tell(tr("What was dropped can't become a layer: %1").arg(QString::fromUtf8(error.what())));
     }
 }
 

@@ -1,9 +1,11 @@
 #include "gui/LXMimePictures.h"
 
 #include "gui/MimeFileReader.h"
+#include "gui/SvgCost.h"
 #include "image/LXImageConvert.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImage>
 #include <QImageReader>
 #include <QMimeData>
@@ -11,6 +13,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -70,11 +73,19 @@ bool HasPixels(const QMimeData* data)
 }
 
 /// The header is judged before any pixel has memory; what doesn't tell its size there is left alone.
-QImage Decoded(QByteArray bytes)
+/// @param refused  why a drawing is left alone, in words for people
+QImage Decoded(QByteArray bytes, QString* refused)
 {
     QBuffer buffer(&bytes);
     if (!buffer.open(QIODevice::ReadOnly)) return {};
     QImageReader reader(&buffer);
+    if (reader.format().startsWith("svg")) {
+        const QString why = SvgCost::WhyNot(bytes, Bound(), [&reader] { return reader.size(); });
+        if (!why.isEmpty()) {
+            *refused = QCoreApplication::translate("LXMimePictures", "The drawing %1").arg(why);
+            return {};
+        }
+    }
     const QSize size = reader.size();
     if (size.isEmpty() || !Bound()(size)) return {};
     return reader.read();
@@ -95,10 +106,12 @@ QStringList EncodedFormats(const QMimeData* data)
 QImage PixelsOf(const QMimeData* data)
 {
     const QStringList formats = EncodedFormats(data);
+    QString refused;
     for (const QString& format : formats) {
-        QImage image = Decoded(data->data(format));
+        QImage image = Decoded(data->data(format), &refused);
         if (!image.isNull()) return image;
     }
+    if (!refused.isEmpty()) throw std::runtime_error(refused.toStdString());
     // The platform would decode the same bytes, and without a bound.
     return formats.isEmpty() ? qvariant_cast<QImage>(data->imageData()) : QImage();
 }

@@ -25,6 +25,7 @@ ZK_HOST_EXPORT bool HasPictures(const QMimeData* data);
 ZK_HOST_EXPORT bool HasPictureFiles(const QMimeData* data);
 
 /// All pictures; empty when there is none, or none that can be read. Waits for files to be read. Throws as
-/// the constructor of LXImage.
+/// the constructor of LXImage, and std::runtime_error with words for people when all there is is a drawing
+/// that would take far too long to draw.
 ZK_HOST_EXPORT QList<LXImage32> Read(const QMimeData* data);
 } // namespace LXMimePictures

@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QUrl>
 
+#include <stdexcept>
+
 namespace {
 QByteArray Encoded(const QImage& image, const char* format)
 {
@@ -82,6 +84,7 @@ private slots:
     void pngKeepsTheColorsUnderSmallAlphas();
     void pngCountsBeforeThePlatformsImage();
     void aDrawingComesAtItsOwnSize();
+    void aDrawingThatCostsTooMuchIsRefusedInWords();
     void brokenPixelsAreNothing();
     void whatIsTooLargeIsNeverDecoded_data();
     void whatIsTooLargeIsNeverDecoded();
@@ -142,6 +145,17 @@ void TestMimePictures::aDrawingComesAtItsOwnSize()
                                   "<rect width='20' height='10' fill='#00ff00'/></svg>");
     QVERIFY(LXMimePictures::HasPictures(&data));
     QCOMPARE(ReadAll(data), QStringList("20x10 ff00ff00"));
+}
+
+void TestMimePictures::aDrawingThatCostsTooMuchIsRefusedInWords()
+{
+    QMimeData data;
+    data.setData("image/svg+xml", "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='10'>"
+                                  "<g id='a'><use href='#a'/><use href='#a'/></g></svg>");
+    QVERIFY_EXCEPTION_THROWN(ReadAll(data), std::runtime_error);
+    // What comes beside it is read.
+    data.setData("image/bmp", Encoded(Filled({5, 4}, 0xFFFF0000u), "BMP"));
+    QCOMPARE(ReadAll(data), QStringList("5x4 ffff0000"));
 }
 
 void TestMimePictures::brokenPixelsAreNothing()
