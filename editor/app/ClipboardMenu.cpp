@@ -20,6 +20,8 @@
 #include <QItemSelectionModel>
 #include <QPointer>
 
+#include <stdexcept>
+
 namespace {
 constexpr int InPlacePosition = 8;
 constexpr int IntoViewPosition = 9;
@@ -129,8 +131,9 @@ void ClipboardMenu::WithPicture(Work work)
     try {
         if (const std::optional<Copied> copied = Take()) work(*copied);
     } catch (const std::exception& error) {
-        LXMessageBox::Critical(m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
-                               tr("The copied picture can't be pasted: %1").arg(error.what()));
+        LXMessageBox::Critical(
+            m_pWindow, LXResource::GetData(LXResource::ProductName).toString(),
+            tr("The copied picture can't be pasted: %1").arg(QString::fromUtf8(error.what())));
     }
 }
 
@@ -170,7 +173,7 @@ void ClipboardMenu::OpenAsNew()
         if (!document) throw std::bad_alloc();
         if (!LXDocumentManager::Instance()->AddDocument(document)) {
             LXDocumentFactory::Instance()->Release(document);
-            return;
+            throw std::runtime_error(tr("There is no place for another picture.").toStdString());
         }
         // It stands in no file yet.
         document->SetDocumentState(document->GetDocumentState() + 1);

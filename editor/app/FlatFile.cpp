@@ -11,13 +11,15 @@ bool FlatFile::IsPicture(const QString& path)
 
 LXImage32 FlatFile::ImageOf(const DocumentFile::ReadResult& result)
 {
-    if (!result.hasLayers) return result.picture.image;
-
-    LXDocumentInterface* document = DocumentFile::MakeDocument(result, QString());
-    if (!document) return {};
-    LXImage32 image = PictureFile::TakePicture(document).image;
-    LXDocumentFactory::Instance()->Release(document);
-    return image;
+    Picture picture = result.picture;
+    if (result.hasLayers) {
+        LXDocumentInterface* document = DocumentFile::MakeDocument(result, QString());
+        if (!document) return {};
+        picture = PictureFile::TakePicture(document);
+        LXDocumentFactory::Instance()->Release(document);
+    }
+    picture.image.m_Profile = ZKCMSProfile(picture.iccProfile);
+    return picture.image;
 }
 
 LXImage32 FlatFile::Read(const QString& path)

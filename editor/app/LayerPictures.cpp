@@ -7,6 +7,7 @@
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/PushOrRun.h"
+#include "image/ZKCMSTransform.h"
 
 #include <QItemSelectionModel>
 
@@ -22,6 +23,16 @@ unsigned int IdOfSelected(const ZKDocumentView* view)
     for (const QModelIndex& index : rows)
         top = std::min(top, index.row());
     return rows.isEmpty() ? 1 : static_cast<unsigned int>(top) + 1;
+}
+
+/// It looks the same there. As it is when one of the two has no profile, or both mean the same.
+LXImage32 InColorsOf(const LXImage32& image, const ZKCMSProfile& profile)
+{
+    LXImage32 converted = image;
+    if (image.m_Profile.IsNull() || profile.IsNull()) return converted;
+    ZKCMSTransform(image.m_Profile, profile)(converted);
+    converted.m_Profile = profile;
+    return converted;
 }
 
 /// One step of the history, which also ends when something inside fails.
@@ -55,9 +66,10 @@ void LayerPictures::Add(ZKDocumentView* view, const QList<Place>& places, const 
     LexoUndoStack* history = view->GetHistory();
     const StepGroup group(places.size() > 1 ? history : nullptr, text);
     for (const Place& place : places) {
+        LXDocumentInterface* document = view->GetModel()->GetDocument();
         std::unique_ptr<LexoCommand> command(
-            LayerCommands::AddPicture(view->GetModel()->GetDocument(), view->GetLayerSelection(),
-                                      IdOfSelected(view), place.image, place.topLeft));
+            LayerCommands::AddPicture(document, view->GetLayerSelection(), IdOfSelected(view),
+                                      InColorsOf(place.image, document->GetICCProfile()), place.topLeft));
         command->setText(text);
         PushOrRun(history, std::move(command));
     }

@@ -20,7 +20,8 @@ struct Place
 /// Whether layers may come into the view's document now; false for null.
 bool MayAdd(const ZKDocumentView* view);
 
-/// Adds them above the selected layer, the last one topmost and selected, as one step of the history.
+/// Adds them above the selected layer, the last one topmost and selected, as one step of the history. One of
+/// another profile than the document's looks there as it did; without a profile values stay as they are.
 /// Throws what images throw.
 void Add(ZKDocumentView* view, const QList<Place>& places, const QString& text);
 

@@ -7,6 +7,7 @@
 #include "gui/SingleWidget.h"
 #include "gui/ZKDocumentWidget.h"
 #include "history/LexoUndoStack.h"
+#include "utils/FaultSeams.h"
 
 class LXDocumentManagerPrivate
 {
@@ -33,6 +34,7 @@ bool LXDocumentManager::AddDocument(LXDocumentInterface* document)
 {
     if (!document || document->GetDocumentSize().isEmpty()) return false;
     if (m_pPrivate->m_Documents.contains(document)) return false;
+    if (FaultSeams::Pass(FaultSeams::Seam::DocumentAdd)) return false;
 
     auto* const history = new LexoUndoStack(this);
     auto* const window = new LXMdiSubWindow(new ZKDocumentWidget(document, history));

@@ -13,6 +13,7 @@ enum class Seam
     DocumentLock,          ///< LXDocumentInterface::Lock() is refused
     DocumentUnlock,        ///< LXDocumentInterface::Unlock() is refused
     FloodFill,             ///< LXFloodFillHelper throws std::runtime_error
+    DocumentAdd,           ///< LXDocumentManager::AddDocument() refuses
 };
 
 /// Something that isn't a `std::exception`, for those who must stand whatever is thrown.

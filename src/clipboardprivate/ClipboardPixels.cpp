@@ -172,6 +172,15 @@ QImage ClipboardPixels::FitInto(const LXImage32& image, int side)
     return fitted;
 }
 
+LXImage32 ClipboardPixels::InColorsOf(const LXImage32& image, const ZKCMSProfile& profile)
+{
+    LXImage32 converted = image;
+    if (image.m_Profile.IsNull() || profile.IsNull()) return converted;
+    ZKCMSTransform(image.m_Profile, profile)(converted);
+    converted.m_Profile = profile;
+    return converted;
+}
+
 QImage ClipboardPixels::ForSystemClipboard(const LXImage32& image)
 {
     LXImage32 shared = image;

@@ -48,6 +48,10 @@ enum class PasteThrough
 Change Paste(const Placed& layer, const Placed& item, const QRect& target, PasteThrough through,
              const Placed& selection);
 
+/// The picture in the colors of a document, so that it looks the same there. As it is when one of the two has
+/// no profile, or both mean the same.
+LXImage32 InColorsOf(const LXImage32& image, const ZKCMSProfile& profile);
+
 /// Where a picture stands in the middle of a canvas; halves are truncated toward zero.
 QPoint CenteredIn(const QSize& canvas, const QSize& picture);
 

@@ -355,6 +355,8 @@ void ClipboardTool::DataChanged()
     } catch (const std::exception& exception) {
         // Nobody asked for it here, so nobody is told.
         Reports::Exception(ZK_HERE, exception);
+    } catch (...) {
+        Reports::UnknownException(ZK_HERE);
     }
     UpdateActions(HasItems());
 }

@@ -24,6 +24,8 @@
 #include <QPersistentModelIndex>
 #include <QScopedValueRollback>
 
+#include <stdexcept>
+
 namespace {
 constexpr bool ApplyOnPush = true;
 } // namespace
@@ -67,7 +69,8 @@ void ClipboardTool::PasteOnLayer(unsigned int layerId)
     using ClipboardPixels::PasteThrough;
 
     const OverrideCursor waiting(Qt::WaitCursor);
-    const LXImage32 image = m_Items[m_CurrentRow].m_Image;
+    const LXImage32 image =
+        ClipboardPixels::InColorsOf(m_Items[m_CurrentRow].m_Image, m_pDocument->GetICCProfile());
     const QRect target = PasteTarget(image.Rect().size());
     const bool keepsShape = (m_pDocument->GetLayerLockFlags(layerId) & LayerLocks::Transparency) != 0;
     const bool hasSelection = m_pDocument->HasSelection();
@@ -143,7 +146,9 @@ void ClipboardTool::MakeDocument(const ClipboardItem& item)
     document->SetICCProfile(image.m_Profile);
     document->SetDocumentName(QFileInfo(item.m_Name).fileName());
     document->AddLayer(tr("Background layer"), image, {});
-    if (!LXDocumentManager::Instance()->AddDocument(document.get())) return;
+    if (!LXDocumentManager::Instance()->AddDocument(document.get())) {
+        throw std::runtime_error("the new document was refused");
+    }
 
     // The manager owns it from then on.
     LXDocumentInterface* opened = document.release();

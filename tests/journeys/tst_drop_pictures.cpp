@@ -6,6 +6,7 @@
 #include "gui/ZKDocumentView.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoUndoStack.h"
+#include "image/ZKCMSTransform.h"
 #include "scripting/InputDriver.h"
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
@@ -13,6 +14,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QColorSpace>
 #include <QDragEnterEvent>
 #include <QDragMoveEvent>
 #include <QDropEvent>
@@ -21,6 +23,9 @@
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
+#include <QWindow>
+#include <qpa/qplatformdrag.h>
+#include <qpa/qwindowsysteminterface.h>
 
 /// Pictures and files that are dropped on a canvas, and the two pastes that keep a whole picture.
 class TestDropPictures : public QObject
@@ -29,6 +34,9 @@ class TestDropPictures : public QObject
 
 private slots:
     void aPictureBecomesALayerWhereItIsDropped();
+    void theWindowSystemDropsOnTheCanvas();
+    void aPictureOfAnotherProfileLooksTheSame_data();
+    void aPictureOfAnotherProfileLooksTheSame();
     void filesBecomeLayersInOneStep();
     void anOwnFileComesAsOneLayer();
     void aLargePictureKeepsItsPixelsBeyondTheCanvas();
@@ -106,6 +114,65 @@ void TestDropPictures::aPictureBecomesALayerWhereItIsDropped()
     QCOMPARE(editor.View()->GetLayerSelection()->selectedRows().value(0).row(), 0);
     editor.History()->undo();
     QCOMPARE(editor.Document()->GetModel()->rowCount(), 1);
+}
+
+void TestDropPictures::theWindowSystemDropsOnTheCanvas()
+{
+    EditorFixture editor(60, 40);
+    const QPoint viewPos = InputDriver::ViewPoint(editor.View(), {30, 20});
+    const QPoint pos = editor.View()->viewport()->mapTo(editor.Window(), viewPos);
+    QWindow* window = editor.Window()->windowHandle();
+    QMimeData data;
+    data.setImageData(Filled({10, 8}, Red));
+    const auto drag = [&] {
+        return QWindowSystemInterface::handleDrag(window, &data, pos, Qt::CopyAction, Qt::LeftButton,
+                                                  Qt::NoModifier);
+    };
+    // The view takes no drops, so the window has to be found below it.
+    QVERIFY(drag().isAccepted());
+    QVERIFY(
+        QWindowSystemInterface::handleDrop(window, &data, pos, Qt::CopyAction, Qt::LeftButton, Qt::NoModifier)
+            .isAccepted());
+    QCOMPARE(editor.HistoryTexts(), QStringList("Drop picture"));
+    QCOMPARE(editor.Pixels(1).pixel(9, 7), Red);
+
+    editor.Document()->Lock();
+    QVERIFY(!drag().isAccepted());
+    editor.Document()->Unlock();
+}
+
+void TestDropPictures::aPictureOfAnotherProfileLooksTheSame_data()
+{
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<bool>("changes");
+    const QByteArray adobe = QColorSpace(QColorSpace::AdobeRgb).iccProfile();
+    const QByteArray display = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+    QTest::newRow("another one") << adobe << display << true;
+    QTest::newRow("the same") << adobe << adobe << false;
+    QTest::newRow("the file has none") << QByteArray() << display << false;
+    QTest::newRow("the document has none") << adobe << QByteArray() << false;
+}
+
+void TestDropPictures::aPictureOfAnotherProfileLooksTheSame()
+{
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(bool, changes);
+    constexpr QRgb color = 0xFFC85A28u;
+    EditorFixture editor(60, 40);
+    editor.Document()->SetICCProfile(ZKCMSProfile(to));
+    QImage picture = Filled({10, 8}, color);
+    picture.setColorSpace(QColorSpace::fromIccProfile(from));
+    QVERIFY(picture.save(editor.TempFile("picture.png")));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(editor.TempFile("picture.png"))});
+    QVERIFY(DropOnCanvas(editor, {30, 20}, data));
+
+    QColor expected(color);
+    ZKCMSTransform(ZKCMSProfile(from), ZKCMSProfile(to))(expected);
+    QCOMPARE(editor.Pixels(1).pixel(3, 3), changes ? expected.rgb() : color);
+    QVERIFY(!changes || expected.rgb() != color);
 }
 
 void TestDropPictures::filesBecomeLayersInOneStep()

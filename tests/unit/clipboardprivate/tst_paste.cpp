@@ -5,12 +5,14 @@
 #include "gui/LXDocumentManager.h"
 #include "gui/LXMdiArea.h"
 #include "gui/LXMdiSubWindow.h"
-#include "image/ZKCMSProfile.h"
+#include "image/ZKCMSTransform.h"
+#include "support/IccProfiles.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAction>
+#include <QColorSpace>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSemaphore>
@@ -105,6 +107,9 @@ private slots:
     void aDocumentThatGoesUnderTheDialogIsLeftAlone();
     void aDocumentThatComesUnderTheDialogIsLeftAlone();
     void theRowThatWasPastedIsMarked();
+    void aPictureLooksTheSameInAnotherProfile_data();
+    void aPictureLooksTheSameInAnotherProfile();
+    void aMaskTakesTheValuesWhateverTheProfile();
     void aCutWaitsUntilTheMaskIsPasted();
 
     void aNewLayerHoldsThePicture();
@@ -116,7 +121,10 @@ private slots:
     void aNewLayerKeepsToTheOrderOfLayers();
     void aNewImageHoldsThePicture();
     void aNewImageKeepsTheProfile();
+    void aRefusedNewImageIsToldAndLeavesNothing();
+    void aFailureOnTheWorkerIsToldAndLeavesTheMask_data();
     void aFailureOnTheWorkerIsToldAndLeavesTheMask();
+    void aStrangeFailureOfAForeignPictureIsReported();
 
 private:
     void CheckLayerIsAsBegun();
@@ -599,17 +607,117 @@ void TestPaste::aNewImageKeepsTheProfile()
     QCOMPARE(profiles, (QList<QByteArray>{"a profile", ""}));
 }
 
+void TestPaste::aPictureLooksTheSameInAnotherProfile_data()
+{
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<bool>("changes");
+    const QByteArray adobe = IccProfiles::AdobeRgb().GetData();
+    const QByteArray wide = IccProfiles::WideRgb().GetData();
+    QTest::newRow("another one") << adobe << wide << true;
+    QTest::newRow("another that means the same")
+        << QByteArray(ZKCMSProfile::SRGB().GetData()) << QColorSpace(QColorSpace::SRgb).iccProfile() << false;
+    QTest::newRow("the same") << adobe << adobe << false;
+    QTest::newRow("the copied one has none") << QByteArray() << wide << false;
+    QTest::newRow("the document has none") << adobe << QByteArray() << false;
+    QTest::newRow("the document's is damaged") << adobe << QByteArray("no profile") << false;
+}
+
+void TestPaste::aPictureLooksTheSameInAnotherProfile()
+{
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(bool, changes);
+    Document()->SetICCProfile(ZKCMSProfile(from));
+    Select({4, 3, 6, 5});
+    m_pTool->Copy();
+    Document()->SetICCProfile(ZKCMSProfile(to));
+    Select({24, 13, 6, 5});
+    // On a layer of its own, where nothing shines through.
+    m_pTool->PasteAsNewLayer();
+
+    const LXImage32 pasted = *Document()->GetLayerImage(1);
+    const ZKCMSTransform transform{ZKCMSProfile(from), ZKCMSProfile(to)};
+    for (int y = 0; y < 5; ++y) {
+        for (int x = 0; x < 6; ++x) {
+            LXRGBA32i expected = Begun(4 + x, 3 + y);
+            if (changes) transform(&expected, 1);
+            QCOMPARE(pasted.GetColor(24 + x, 13 + y).value, expected.value);
+        }
+    }
+    QCOMPARE(pasted.GetColor(24, 13) != Begun(4, 3), changes);
+    // The list keeps what was copied.
+    QCOMPARE(ItemImage(0).m_Profile, ZKCMSProfile(from));
+    QCOMPARE(ItemImage(0).GetColor(0, 0).value, Begun(4, 3).value);
+    m_pFixture->History().undo();
+    CheckLayerIsAsBegun();
+}
+
+void TestPaste::aMaskTakesTheValuesWhateverTheProfile()
+{
+    Document()->SetICCProfile(IccProfiles::AdobeRgb());
+    GiveMask(77, true);
+    Select({4, 3, 6, 5});
+    m_pTool->Copy();
+    Document()->SetICCProfile(IccProfiles::WideRgb());
+    LXImage32 other(40, 30);
+    other.Fill(LXRGBA32i(0xFF000000u));
+    Document()->SetMaskImage(1, other, {});
+    Select({24, 13, 6, 5});
+    m_pTool->Paste();
+    QCOMPARE(MaskValue(25, 14), 77);
+}
+
+void TestPaste::aRefusedNewImageIsToldAndLeavesNothing()
+{
+    const std::unique_ptr<LXMdiArea> area(LXDocumentManager::GetDocumentArea());
+    PutForeign(Filled({9, 6}, Red.value));
+    FaultSeams::FailNth(FaultSeams::Seam::DocumentAdd, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolPaste\""));
+    QCOMPARE(BoxesDuring([this] { m_pTool->PasteAsNew(); }),
+             QStringList("Operation error: Cannot paste. Unexpected error occurred."));
+    QVERIFY(LXDocumentManager::Instance()->GetDocuments().isEmpty());
+    QVERIFY(!QGuiApplication::overrideCursor());
+    // The row is still there, and the next time it opens.
+    QCOMPARE(List()->rowCount(), 1);
+    m_pTool->PasteAsNew();
+    QCOMPARE(LXDocumentManager::Instance()->GetDocuments().size(), 1);
+}
+
+void TestPaste::aStrangeFailureOfAForeignPictureIsReported()
+{
+    m_pFixture->Widget()->hide();
+    QTest::ignoreMessage(
+        QtDebugMsg,
+        QRegularExpression("Unexpected unknown exception: line=.*clipboardprivate/ClipboardToolCopy"));
+    FaultSeams::FailNth(FaultSeams::Seam::StrangeTileAllocation, 1);
+    PutForeign(Filled({9, 6}, Red.value));
+    QCOMPARE(List()->rowCount(), 0);
+    PutForeign(Filled({9, 7}, Red.value));
+    QCOMPARE(List()->rowCount(), 1);
+}
+
+void TestPaste::aFailureOnTheWorkerIsToldAndLeavesTheMask_data()
+{
+    QTest::addColumn<int>("seam");
+    QTest::newRow("no memory") << int(FaultSeams::Seam::TileAllocation);
+    QTest::newRow("something strange") << int(FaultSeams::Seam::StrangeTileAllocation);
+}
+
 void TestPaste::aFailureOnTheWorkerIsToldAndLeavesTheMask()
 {
+    QFETCH(int, seam);
     GiveMask(200, true);
     PutForeign(Filled({9, 6}, Red.value));
     m_pFixture->Widget()->hide();
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression("file=\"src/clipboardprivate/ClipboardToolPaste\""));
-    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    FaultSeams::FailNth(static_cast<FaultSeams::Seam>(seam), 1);
     QCOMPARE(BoxesDuring([this] { m_pTool->Paste(); }),
              QStringList({"Operation error: Cannot paste. Unexpected error occurred."}));
     QCOMPARE(HistoryTexts(), QStringList());
     QCOMPARE(MaskValue(15, 12), 200);
+    QVERIFY(!Document()->GetLockState());
+    QVERIFY(!QGuiApplication::overrideCursor());
     QCOMPARE(Cell(0, 3), QString("ARGB32\nCopied"));
     m_pTool->Paste();
     QCOMPARE(HistoryTexts(), QStringList("Paste"));
