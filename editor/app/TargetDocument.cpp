@@ -12,6 +12,11 @@ TargetDocument::TargetDocument(const ZKDocumentView* view)
       m_pHistory(view ? view->GetHistory() : nullptr)
 {}
 
+LXDocumentInterface* TargetDocument::Get() const
+{
+    return m_pDocument;
+}
+
 bool TargetDocument::IsFree() const
 {
     return m_pDocument && !m_pDocument->GetLockState();

@@ -20,7 +20,7 @@ public:
     explicit TargetDocument(const ZKDocumentView* view);
 
     /// Null once it has been closed.
-    LXDocumentInterface* Get() const { return m_pDocument; }
+    LXDocumentInterface* Get() const;
 
     /// Whether it is still there and no tool works on it.
     bool IsFree() const;
