@@ -4,7 +4,11 @@
 #include "gui/LayerDelegate.h"
 #include "gui/ThumbnailRoles.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
+#include <QToolTip>
+
+#include <utility>
 
 LayerListView::LayerListView(QWidget* parent)
     : QListView(parent), m_pLater(new LaterUpdate(this, [this] { viewport()->update(); }))
@@ -20,6 +24,16 @@ void LayerListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& b
     }
 }
 
+void LayerListView::SetChoiceObstacle(std::function<QString()> obstacle)
+{
+    m_ChoiceObstacle = std::move(obstacle);
+}
+
+QString LayerListView::ChoiceObstacle() const
+{
+    return m_ChoiceObstacle ? m_ChoiceObstacle() : QString();
+}
+
 bool LayerListView::TakeEyePress(const QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->pos());
@@ -33,17 +47,19 @@ bool LayerListView::TakeEyePress(const QMouseEvent* event)
 
 void LayerListView::mousePressEvent(QMouseEvent* event)
 {
-    if (!TakeEyePress(event)) QListView::mousePressEvent(event);
+    if (TakeEyePress(event) || !ChoiceObstacle().isEmpty()) return;
+    QListView::mousePressEvent(event);
 }
 
 void LayerListView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (!TakeEyePress(event)) QListView::mouseDoubleClickEvent(event);
+    if (TakeEyePress(event) || !ChoiceObstacle().isEmpty()) return;
+    QListView::mouseDoubleClickEvent(event);
 }
 
 void LayerListView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!m_bEyeIsDown) QListView::mouseMoveEvent(event);
+    if (!m_bEyeIsDown && ChoiceObstacle().isEmpty()) QListView::mouseMoveEvent(event);
 }
 
 void LayerListView::mouseReleaseEvent(QMouseEvent* event)
@@ -53,4 +69,21 @@ void LayerListView::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     m_bEyeIsDown = false;
+}
+
+void LayerListView::keyPressEvent(QKeyEvent* event)
+{
+    if (ChoiceObstacle().isEmpty()) {
+        QListView::keyPressEvent(event);
+    } else {
+        event->ignore();
+    }
+}
+
+bool LayerListView::viewportEvent(QEvent* event)
+{
+    const QString obstacle = event->type() == QEvent::ToolTip ? ChoiceObstacle() : QString();
+    if (obstacle.isEmpty()) return QListView::viewportEvent(event);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), obstacle, this);
+    return true;
 }

@@ -2,6 +2,8 @@
 
 #include <QListView>
 
+#include <functional>
+
 class LaterUpdate;
 
 /// The list of layers, and that of paths. A press on an eye, with all that follows until its release, selects
@@ -13,6 +15,10 @@ class LayerListView : public QListView
 public:
     explicit LayerListView(QWidget* parent = nullptr);
 
+    /// What keeps the person from choosing other rows, asked at each press and key; the tool tip says it. An
+    /// empty text lets them.
+    void SetChoiceObstacle(std::function<QString()> obstacle);
+
 signals:
     void EyePressed(int row);
 
@@ -23,10 +29,14 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     bool TakeEyePress(const QMouseEvent* event);
+    QString ChoiceObstacle() const;
 
     LaterUpdate* m_pLater;
     bool m_bEyeIsDown = false;
+    std::function<QString()> m_ChoiceObstacle;
 };

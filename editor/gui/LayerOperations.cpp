@@ -84,6 +84,13 @@ QString LayerOperations::GetObstacle() const
     return m_pView->IsLayerOrderBlocked() ? tr("the layers keep their order at the moment") : QString();
 }
 
+// Who both holds the document and blocks the order has begun with these layers and goes on with them.
+QString LayerOperations::GetChoiceObstacle() const
+{
+    const bool isKept = m_pView && !MayWork() && m_pView->IsLayerOrderBlocked();
+    return isKept ? tr("A tool is at work on the selected layers.") : QString();
+}
+
 bool LayerOperations::CanChange() const
 {
     return MayWork() && !m_pView->IsStylizationBlocked() && GetRow() >= 0;

@@ -29,6 +29,8 @@ public:
     /// What keeps the layers from being changed or put into another order, in words for the user; empty for
     /// nothing.
     QString GetObstacle() const;
+    /// What keeps the person from choosing other layers, in words; empty for nothing.
+    QString GetChoiceObstacle() const;
     /// Whether the selected layer may be changed.
     bool CanChange() const;
     bool CanAdd() const;

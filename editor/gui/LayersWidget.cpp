@@ -111,6 +111,7 @@ void LayersWidgetPrivate::SetUpList()
 {
     auto* const delegate = new LayerDelegate(m_Ui.m_pList);
     m_Ui.m_pList->setItemDelegate(delegate);
+    m_Ui.m_pList->SetChoiceObstacle([this] { return m_Operations.GetChoiceObstacle(); });
     QObject::connect(delegate, &LayerDelegate::VisibleWanted, &m_Operations, &LayerOperations::SetVisible);
     QObject::connect(m_Ui.m_pList, &LayerListView::EyePressed, &m_Operations, [this](int row) {
         m_Operations.SetVisible(row, !m_Operations.GetModel()->GetVisible(row));

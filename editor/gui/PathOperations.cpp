@@ -56,6 +56,13 @@ LXPathSelectionModel* PathOperations::GetSelection() const
     return m_pView ? qobject_cast<LXPathSelectionModel*>(m_pView->GetPathSelection()) : nullptr;
 }
 
+// Who both holds the document and blocks the order has begun with these paths and goes on with them.
+QString PathOperations::GetChoiceObstacle() const
+{
+    const bool isKept = m_pView && !MayWork() && m_pView->IsPathOrderBlocked();
+    return isKept ? tr("A tool is at work on the selected paths.") : QString();
+}
+
 bool PathOperations::CanAdd() const
 {
     return MayReorder();

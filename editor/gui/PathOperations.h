@@ -24,6 +24,8 @@ public:
     LXPathsListModel* GetModel() const;
     LXPathSelectionModel* GetSelection() const;
 
+    /// What keeps the person from choosing other paths, in words; empty for nothing.
+    QString GetChoiceObstacle() const;
     bool CanAdd() const;
     bool CanDelete() const;
     /// Only while exactly one path is selected.

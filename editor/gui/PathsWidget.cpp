@@ -67,6 +67,7 @@ void PathsWidgetPrivate::SetUpList()
 {
     auto* const delegate = new PathDelegate(m_Ui.m_pList);
     m_Ui.m_pList->setItemDelegate(delegate);
+    m_Ui.m_pList->SetChoiceObstacle([this] { return m_Operations.GetChoiceObstacle(); });
     QObject::connect(delegate, &PathDelegate::VisibleWanted, &m_Operations, &PathOperations::SetVisible);
     QObject::connect(delegate, &PathDelegate::NameWanted, &m_Operations, &PathOperations::Rename);
     QObject::connect(m_Ui.m_pList, &LayerListView::EyePressed, &m_Operations, [this](int row) {

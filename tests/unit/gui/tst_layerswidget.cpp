@@ -11,13 +11,16 @@
 #include "support/TestRegistry.h"
 
 #include <QComboBox>
+#include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMouseEvent>
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace {
 /// Counts the events of one type that an object gets.
@@ -77,6 +80,7 @@ private slots:
     void aShortLockDoesNotFlicker();
     void theThumbnailFollowsThePicture();
     void blockedOrderKeepsTheRest();
+    void theChoiceIsKeptUnderAToolAtWork();
     void nothingWorksWithoutAPicture();
     void severalSelectedLayersHaveNoSingleSettings();
 
@@ -483,6 +487,47 @@ void TestLayersWidget::blockedOrderKeepsTheRest()
     QVERIFY(Button("m_pLockBtn")->isEnabled());
     m_pView->BlockLayerOrderOperations(false);
     QVERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestLayersWidget::theChoiceIsKeptUnderAToolAtWork()
+{
+    Select(0);
+    // A tool that only holds the document, or only the order, doesn't mind.
+    QVERIFY(m_pDocument->Lock());
+    ClickRow(1, NameX);
+    QCOMPARE(SelectedRows(), QList<int>{1});
+    m_pDocument->Unlock();
+    m_pView->BlockLayerOrderOperations(true);
+    ClickRow(0, NameX);
+    QCOMPARE(SelectedRows(), QList<int>{0});
+
+    QVERIFY(m_pDocument->Lock());
+    // Of the row that is chosen, which the list has seen pressed.
+    const QRect first = List()->visualRect(Model()->index(0));
+    const QPoint name(first.left() + NameX, first.center().y());
+    QTest::mouseDClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier, name);
+    QVERIFY(!List()->viewport()->findChild<QLineEdit*>());
+    ClickRow(1, NameX);
+    QCOMPARE(SelectedRows(), QList<int>{0});
+    const QPoint other = List()->visualRect(Model()->index(1)).center();
+    QMouseEvent drag(QEvent::MouseMove, other, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(List()->viewport(), &drag);
+    QCOMPARE(SelectedRows(), QList<int>{0});
+    ClickRow(0, MaskX);
+    QTest::keyClick(List(), Qt::Key_Down);
+    QTest::keyClick(List(), Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(SelectedRows(), QList<int>{0});
+    QCOMPARE(m_pView->GetLayerSelection()->currentIndex().row(), 0);
+    QVERIFY(!Model()->GetMaskSelected(0));
+    QHelpEvent help(QEvent::ToolTip, name, List()->viewport()->mapToGlobal(name));
+    QCoreApplication::sendEvent(List()->viewport(), &help);
+    QCOMPARE(QToolTip::text(), QString("A tool is at work on the selected layers."));
+    QToolTip::hideText();
+
+    m_pView->BlockLayerOrderOperations(false);
+    m_pDocument->Unlock();
+    ClickRow(1, NameX);
+    QCOMPARE(SelectedRows(), QList<int>{1});
 }
 
 void TestLayersWidget::nothingWorksWithoutAPicture()

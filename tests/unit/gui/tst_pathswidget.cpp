@@ -78,6 +78,7 @@ private slots:
     void emptyNameIsRefused();
     void nothingWorksWhileTheDocumentIsLocked();
     void blockedOrderKeepsNamesAndEyes();
+    void theChoiceIsKeptUnderAToolAtWork();
     void worksWithoutAHistory();
     void everyControlHasAName();
     void strokesTheCurrentPathOrSubPath();
@@ -385,6 +386,26 @@ void TestPathsWidget::blockedOrderKeepsNamesAndEyes()
     QVERIFY(Paths()->GetPathVisible(0));
     m_pView->BlockPathOrderOperations(false);
     QVERIFY(Button("m_pAddBtn")->isEnabled());
+}
+
+void TestPathsWidget::theChoiceIsKeptUnderAToolAtWork()
+{
+    Choose(0);
+    Selection()->SelectSubpath(0);
+    m_pView->BlockPathOrderOperations(true);
+    QVERIFY(m_pDocument->Lock());
+    ClickRow(1, NameX);
+    QTest::keyClick(List(), Qt::Key_Down);
+    QTest::mouseClick(List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(50, List()->viewport()->height() - 5));
+    QCOMPARE(Selection()->CurrentPath(), 0);
+    QCOMPARE(Selection()->CurrentSubpath(), 0);
+    QVERIFY(Selection()->isSelected(Paths()->index(0)));
+
+    m_pView->BlockPathOrderOperations(false);
+    ClickRow(1, NameX);
+    QCOMPARE(Selection()->CurrentPath(), 1);
+    m_pDocument->Unlock();
 }
 
 void TestPathsWidget::worksWithoutAHistory()
