@@ -4,7 +4,10 @@
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
+#include <QRegion>
 #include <QTest>
+
+#include <ctime>
 
 using namespace DocumentFixture;
 using Model = LXPathsListModel;
@@ -20,11 +23,11 @@ LXPath RectanglePath(const QRect& rect)
 }
 
 /// The folding, pixel by pixel: the rule itself, without a painter path.
-bool IsInside(const QList<QPair<QRect, int>>& rects, const QPoint& pixel)
+bool IsInside(const QList<QPair<QRect, int>>& rects, const QPoint& pixel, const QSize& canvas = Canvas)
 {
     const int first = rects.first().second;
     const bool startsOnCanvas = first == Model::Subtract || first == Model::Intersect;
-    bool inside = startsOnCanvas && QRect(QPoint(0, 0), Canvas).contains(pixel);
+    bool inside = startsOnCanvas && QRect(QPoint(0, 0), canvas).contains(pixel);
     for (const auto& [rect, operation] : rects) {
         const bool here = rect.contains(pixel);
         switch (operation) {
@@ -37,6 +40,23 @@ bool IsInside(const QList<QPair<QRect, int>>& rects, const QPoint& pixel)
     }
     return inside;
 }
+
+/// Many of them overlap.
+LXSubPaths ManyEllipses(int count)
+{
+    QPainterPath ellipse;
+    ellipse.addEllipse(QRectF(0, 0, 90, 60));
+    LXSubPaths path;
+    for (int i = 0; i < count; ++i)
+        path.append({ConvertTo(ellipse.translated(i * 37 % 900, i * 91 % 900)), Model::Unite});
+    return path;
+}
+
+/// Of the processor, whoever else is at work.
+double SecondsSince(std::clock_t start)
+{
+    return double(std::clock() - start) / CLOCKS_PER_SEC;
+}
 } // namespace
 
 /// The area of a path: its sub paths folded by their operations.
@@ -48,12 +68,15 @@ private slots:
     void twoSquares_data();
     void twoSquares();
     void foldsAnyRectanglesAsThePixelsDo();
+    void foldsManySubPathsSoon();
     void pathWithoutSubPathsHasNoArea();
     void firstOneThatSubtractsCutsFromTheCanvas();
     void firstOneThatIntersectsIsCutByTheCanvas();
     void openSubPathIsFilledAsIfClosed();
     void outlineHasAllSubPathsAsTheyWereDrawn();
     void thumbnailShowsTheAreaInTheCanvasProportions();
+    void thumbnailShowsAnyFoldedRectangles();
+    void thumbnailOfManySubPathsIsMadeAtOnce();
 };
 
 void TestPathShape::twoSquares_data()
@@ -88,10 +111,9 @@ void TestPathShape::foldsAnyRectanglesAsThePixelsDo()
     for (int i = 0; i < 120; ++i) {
         LXSubPaths path;
         QList<QPair<QRect, int>> rects;
-        for (int left = Pick(random, 1, 5); left > 0; --left) {
+        for (int left = Pick(random, 1, 8); left > 0; --left) {
             const QRect rect = PickRect(random, QRect(QPoint(0, 0), Canvas), 5);
-            // Laid together after others, contours depend on how those are wound: one test above tells that.
-            const int operation = rects.isEmpty() ? Pick(random, 0, 4) : Pick(random, 1, 4);
+            const int operation = Pick(random, 0, 4);
             rects.append({rect, operation});
             path.append({RectanglePath(rect), operation});
         }
@@ -104,6 +126,24 @@ void TestPathShape::foldsAnyRectanglesAsThePixelsDo()
             }
         }
     }
+}
+
+/// Cutting each with all before it takes several times as long.
+void TestPathShape::foldsManySubPathsSoon()
+{
+    const LXSubPaths path = ManyEllipses(500);
+    const std::clock_t startOfTwin = std::clock();
+    QPainterPath twin;
+    for (const auto& subPath : path)
+        twin = twin.united(ConvertFrom(subPath.first));
+    const double secondsOfTwin = SecondsSince(startOfTwin);
+
+    const std::clock_t start = std::clock();
+    const QPainterPath shape = PathShape::Fold(path, QSize(1000, 1000));
+    const double seconds = SecondsSince(start);
+    QVERIFY2(2 * seconds < secondsOfTwin, qPrintable(QString("%1, %2").arg(seconds).arg(secondsOfTwin)));
+    for (int i = 0; i < path.size(); i += 50)
+        QVERIFY(shape.contains(ConvertFrom(path[i].first).boundingRect().center()));
 }
 
 void TestPathShape::pathWithoutSubPathsHasNoArea()
@@ -153,6 +193,44 @@ void TestPathShape::thumbnailShowsTheAreaInTheCanvasProportions()
     QCOMPARE(image.pixelColor(48, 21), QColor(0x80, 0x80, 0x80));
     QVERIFY(PathShape::MakeThumbnail({}, QSize()).isNull());
     QVERIFY(!PathShape::MakeThumbnail({}, QSize(10000, 1)).isNull());
+}
+
+/// On a canvas of the thumbnail's own size, beside the outlines.
+void TestPathShape::thumbnailShowsAnyFoldedRectangles()
+{
+    const QSize canvas(64, 48);
+    Random random(22);
+    for (int i = 0; i < 120; ++i) {
+        LXSubPaths path;
+        QList<QPair<QRect, int>> rects;
+        QRegion lines;
+        for (int left = Pick(random, 1, 5); left > 0; --left) {
+            const QRect rect = PickRect(random, QRect(QPoint(0, 0), canvas), 5);
+            rects.append({rect, Pick(random, 0, 4)});
+            path.append({RectanglePath(rect), rects.last().second});
+            lines += QRegion(rect.adjusted(-1, -1, 1, 1)) - QRegion(rect.adjusted(1, 1, -1, -1));
+        }
+        const QImage image = PathShape::MakeThumbnail(path, canvas);
+        QCOMPARE(image.size(), canvas);
+        for (int y = 0; y < canvas.height(); ++y) {
+            for (int x = 0; x < canvas.width(); ++x) {
+                if (lines.contains(QPoint(x, y))) continue;
+                const QColor expected =
+                    IsInside(rects, {x, y}, canvas) ? QColor(Qt::white) : QColor(0x80, 0x80, 0x80);
+                QVERIFY2(image.pixelColor(x, y) == expected,
+                         qPrintable(QString("round %1, pixel %2, %3").arg(i).arg(x).arg(y)));
+            }
+        }
+    }
+}
+
+/// Each step of a drag makes it anew. Folding so many outlines takes fifty times as long.
+void TestPathShape::thumbnailOfManySubPathsIsMadeAtOnce()
+{
+    const LXSubPaths path = ManyEllipses(3000);
+    const std::clock_t start = std::clock();
+    QVERIFY(!PathShape::MakeThumbnail(path, QSize(1000, 1000)).isNull());
+    QVERIFY2(SecondsSince(start) < 0.5, qPrintable(QString::number(SecondsSince(start))));
 }
 
 ZK_REGISTER_TEST(tst_pathshape, TestPathShape)
