@@ -3,6 +3,7 @@
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
 #include "formats/PictureFile.h"
+#include "formats/PictureMetadata.h"
 
 #include <QCoreApplication>
 
@@ -16,7 +17,8 @@ QByteArray ExifOf(const LXDocumentInterface* document)
         const auto layerId = static_cast<unsigned int>(id);
         const LXDocumentLayerLockerForRead locker(document, layerId);
         const LXImage32* image = document->GetLayerImage(layerId);
-        if (image && !image->m_ExifData.isEmpty()) return image->m_ExifData.first().value;
+        QByteArray exif = image ? PictureMetadata::ExifOf(image->m_ExifData) : QByteArray();
+        if (!exif.isEmpty()) return exif;
     }
     return {};
 }

@@ -105,6 +105,14 @@ QString FileMessages::OfFormatTooSmall(const QString& formatName, int maxSide) c
                         .arg(maxSide));
 }
 
+QString FileMessages::OfTooLongList() const
+{
+    return NotSaved(
+        tr("Its paths, texts and names together need more than %1, and the file could not be opened "
+           "again. Delete paths that are not needed any more.")
+            .arg(SizeText(ArchiveLimits::MostXmlBytes)));
+}
+
 QString FileMessages::NotOpened(const QString& why) const
 {
     return tr("“%1” can't be opened.").arg(m_Path) + QLatin1Char('\n') + why;

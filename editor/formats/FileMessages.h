@@ -25,6 +25,8 @@ public:
     /// @param reason  the system's words; may be empty
     QString OfWriting(PictureFile::Error error, const QString& reason) const;
     QString OfFormatTooSmall(const QString& formatName, int maxSide) const;
+    /// Of a list of layers that could not be read again.
+    QString OfTooLongList() const;
 
 private:
     QString NotOpened(const QString& why) const;

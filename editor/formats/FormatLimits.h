@@ -6,12 +6,15 @@
 /// What an archive with layers may hold; checked against its directory, before anything is unpacked.
 struct ArchiveLimits
 {
+    /// Of the list of layers. A longer one isn't written: nobody could open it again.
+    static constexpr qint64 MostXmlBytes = qint64(64) * 1024 * 1024;
+
     int maxEntries = 10000;
-    int maxLayers = 2000;
+    int maxLayers = 2000;                                   ///< and at most so many kept selections
     qint64 maxLayerBytes = qint64(16) * 1024 * 1024 * 1024; ///< pixels of all layers, masks and the selection
     qint64 maxExpandedBytes = qint64(8) * 1024 * 1024 * 1024; ///< all entries, unpacked
-    qint64 maxKeptBytes = qint64(256) * 1024 * 1024;          ///< entries that are only carried along
-    qint64 maxXmlBytes = qint64(16) * 1024 * 1024;
+    qint64 maxKeptBytes = qint64(256) * 1024 * 1024; ///< entries that are only carried along, metadata too
+    qint64 maxXmlBytes = MostXmlBytes;
     int maxXmlDepth = 64;
 
     /// Entries up to this size may be packed as tightly as they like.

@@ -1,44 +1,47 @@
 #include "formats/OraBrush.h"
 
+#include "formats/OraAttributes.h"
+
 #include <QBrush>
-#include <QBuffer>
-#include <QImageReader>
-#include <QLocale>
+#include <QPixmap>
 #include <QStringList>
 #include <QVector>
 #include <QXmlStreamAttributes>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
 
 namespace {
 constexpr double Farthest = 1e9; // as places of texts
-constexpr int MostTextureBytes = 256 * 1024;
-constexpr int MostTextureSide = 4096;
-constexpr int MostStops = 1000;
-constexpr int MatrixNumbers = 9;
 
 const QLatin1String Linear("linear");
 const QLatin1String Radial("radial");
 const QLatin1String Conical("conical");
-const QLatin1String Texture("texture");
+const QLatin1String TextureInside("texture"); // of older files
+const QLatin1String TextureEntry("image");
+const QLatin1String Hatch("hatch");
+const QLatin1String None("none");
 const QLatin1String Repeat("repeat");
 const QLatin1String Reflect("reflect");
 const QLatin1String OfText("text");
 
-using Numbers = QVector<double>;
+/// From Qt::Dense1Pattern on.
+constexpr std::array<const char*, 13> HatchWords{
+    "dense-1", "dense-2", "dense-3", "dense-4",     "dense-5",       "dense-6",       "dense-7",
+    "rows",    "columns", "cross",   "diagonal-up", "diagonal-down", "diagonal-cross"};
 
-void Put(QXmlStreamWriter& xml, const char* name, const QString& value)
-{
-    xml.writeAttribute(QLatin1String(name), value);
-}
+using Numbers = QVector<double>;
+using OraWriting::NumberText;
+using OraWriting::Put;
 
 QString Text(const Numbers& numbers)
 {
     QStringList words;
     for (const double number : numbers)
-        words << QString::number(std::isfinite(number) ? number : 0, 'g', QLocale::FloatingPointShortest);
+        words << NumberText(number);
     return words.join(QLatin1Char(' '));
 }
 
@@ -107,7 +110,7 @@ std::unique_ptr<QGradient> GradientOf(const QString& kind, const QString& text)
 bool ReadStops(const QString& text, QGradient* gradient)
 {
     const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (words.size() % 2 != 0 || words.size() > 2 * MostStops) return false;
+    if (words.size() % 2 != 0) return false;
     QGradientStops stops;
     for (int i = 0; i < words.size(); i += 2) {
         const Numbers place = ToNumbers(words[i], 1);
@@ -119,9 +122,9 @@ bool ReadStops(const QString& text, QGradient* gradient)
     return true;
 }
 
-bool ReadGradient(const QXmlStreamAttributes& attributes, const QString& kind, QBrush* brush)
+bool ReadGradient(const OraAttributes& attributes, const QString& kind, QBrush* brush)
 {
-    const auto text = [&](const char* name) { return attributes.value(QLatin1String(name)).toString(); };
+    const auto text = [&](const char* name) { return attributes.Text(name); };
     const std::unique_ptr<QGradient> gradient = GradientOf(kind, text("brush-numbers"));
     if (!gradient || !ReadStops(text("brush-stops"), gradient.get())) return false;
     if (text("brush-spread") == Repeat) gradient->setSpread(QGradient::RepeatSpread);
@@ -131,60 +134,76 @@ bool ReadGradient(const QXmlStreamAttributes& attributes, const QString& kind, Q
     return true;
 }
 
-// ---- textures
+// ---- hatches
 
-QByteArray PngOf(const QImage& image)
+bool IsHatch(const QBrush& brush)
 {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    return image.save(&buffer, "PNG") ? bytes : QByteArray();
+    return brush.style() >= Qt::Dense1Pattern && brush.style() <= Qt::DiagCrossPattern;
 }
 
-bool ReadTexture(const QXmlStreamAttributes& attributes, QBrush* brush)
+QString HatchWord(const QBrush& brush)
 {
-    QByteArray bytes =
-        QByteArray::fromBase64(attributes.value(QLatin1String("brush-texture")).toString().toLatin1());
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer, "PNG");
-    // Judged before it takes memory.
-    const QSize size = reader.size();
-    if (size.isEmpty() || size.width() > MostTextureSide || size.height() > MostTextureSide) return false;
-    const QImage image = reader.read();
-    if (image.isNull()) return false;
-    *brush = QBrush(image);
-    return true;
+    return QLatin1String(HatchWords[static_cast<std::size_t>(brush.style() - Qt::Dense1Pattern)]);
+}
+
+/// One of a later version leaves the color.
+void ReadHatch(const QString& word, QBrush* brush)
+{
+    const auto* found = std::find_if(HatchWords.begin(), HatchWords.end(),
+                                     [&word](const char* known) { return word == QLatin1String(known); });
+    if (found == HatchWords.end()) return;
+    brush->setStyle(static_cast<Qt::BrushStyle>(Qt::Dense1Pattern + (found - HatchWords.begin())));
 }
 } // namespace
 
-void OraBrush::Write(QXmlStreamWriter& xml, const QBrush& brush)
+QImage OraBrush::TextureOf(const QBrush& brush)
+{
+    if (brush.style() != Qt::TexturePattern) return QImage();
+    QImage image = brush.textureImage();
+    if (image.depth() != 1 || !brush.texture().isQBitmap()) return image;
+    QImage drawn(image.size(), QImage::Format_ARGB32);
+    for (int y = 0; y < drawn.height(); ++y) {
+        for (int x = 0; x < drawn.width(); ++x)
+            drawn.setPixel(x, y, image.pixelIndex(x, y) == 0 ? 0 : brush.color().rgba());
+    }
+    return drawn;
+}
+
+void OraBrush::Write(QXmlStreamWriter& xml, const QBrush& brush, const QString& textureEntry)
 {
     if (brush.gradient()) {
         WriteGradient(xml, *brush.gradient());
-    } else {
-        const QByteArray png =
-            brush.style() == Qt::TexturePattern ? PngOf(brush.textureImage()) : QByteArray();
-        if (png.isEmpty() || png.size() > MostTextureBytes) return;
-        Put(xml, "brush", Texture);
-        Put(xml, "brush-texture", QString::fromLatin1(png.toBase64()));
+    } else if (IsHatch(brush)) {
+        Put(xml, "brush", Hatch);
+        Put(xml, "brush-hatch", HatchWord(brush));
+    } else if (brush.style() == Qt::NoBrush) {
+        Put(xml, "brush", None);
+    } else if (!textureEntry.isEmpty()) {
+        Put(xml, "brush", TextureEntry);
+        Put(xml, "brush-src", textureEntry);
     }
-    const QTransform t = brush.transform();
-    if (t.isIdentity()) return;
-    Put(xml, "brush-matrix",
-        Text({t.m11(), t.m12(), t.m13(), t.m21(), t.m22(), t.m23(), t.m31(), t.m32(), t.m33()}));
+    OraWriting::PutMatrix(xml, "brush-matrix", brush.transform());
 }
 
-bool OraBrush::Read(const QXmlStreamAttributes& attributes, QBrush* brush)
+bool OraBrush::Read(const QXmlStreamAttributes& attributes, QBrush* brush, Texture* texture)
 {
-    const QString kind = attributes.value(QLatin1String("brush")).toString();
-    const bool isGradient = kind == Linear || kind == Radial || kind == Conical;
-    if (!isGradient && kind != Texture) return true;
-    if (!(isGradient ? ReadGradient(attributes, kind, brush) : ReadTexture(attributes, brush))) return false;
-
-    const QString matrix = attributes.value(QLatin1String("brush-matrix")).toString();
-    if (matrix.isEmpty()) return true;
-    const Numbers n = ToNumbers(matrix, MatrixNumbers);
-    if (n.isEmpty()) return false;
-    brush->setTransform(QTransform(n[0], n[1], n[2], n[3], n[4], n[5], n[6], n[7], n[8]));
-    return true;
+    OraAttributes own(attributes);
+    const QString kind = own.Text("brush");
+    if (kind == Linear || kind == Radial || kind == Conical) {
+        if (!ReadGradient(own, kind, brush)) return false;
+    } else if (kind == Hatch) {
+        ReadHatch(own.Text("brush-hatch"), brush);
+    } else if (kind == None) {
+        brush->setStyle(Qt::NoBrush);
+    } else if (kind == TextureEntry) {
+        texture->entry = own.Text("brush-src");
+        if (texture->IsNone()) return false;
+    } else if (kind == TextureInside) {
+        texture->png = QByteArray::fromBase64(own.Text("brush-texture").toLatin1());
+        if (texture->IsNone()) return false;
+    }
+    QTransform transform;
+    own.ReadMatrix("brush-matrix", &transform);
+    brush->setTransform(transform);
+    return own.IsSound();
 }

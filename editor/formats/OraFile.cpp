@@ -28,6 +28,20 @@ FormatFailure ErrorOfName(const QString& path)
     return {};
 }
 
+/// Of layers, for a sentence.
+QString NamesOf(const QStringList& layers)
+{
+    constexpr int mostNames = 3;
+    constexpr int longestName = 40;
+    QStringList names;
+    for (const QString& layer : layers.mid(0, mostNames)) {
+        const bool isLong = layer.size() > longestName;
+        names << QStringLiteral("“%1”").arg(isLong ? layer.left(longestName) + QStringLiteral("…") : layer);
+    }
+    if (layers.size() > mostNames) names << QStringLiteral("…");
+    return names.join(QStringLiteral(", "));
+}
+
 /// What can't be shown as its author meant it; such things are told once, at opening.
 QString NoticeOf(const OraReader& reader)
 {
@@ -37,6 +51,12 @@ QString NoticeOf(const OraReader& reader)
     if (stack.hasUnknownModes) {
         notices << Tr(
             "Layers with unknown blend modes are shown in mode Normal; the file keeps their modes.");
+    }
+    if (!reader.LostTextures().isEmpty()) {
+        notices << Tr("The texture of a text is missing in the file, or is damaged. As soon as the text "
+                      "changes, it "
+                      "has a plain color: %1.")
+                       .arg(NamesOf(reader.LostTextures()));
     }
     if (!reader.ProfileProblem().isEmpty()) notices << reader.ProfileProblem();
     return notices.join(' ');
@@ -106,6 +126,7 @@ PictureFile::Outcome OraFile::Write(const QString& path, const OraContent& conte
     } catch (const std::exception&) {
         error = Error::OutOfMemory;
     }
+    if (error == Error::TooLarge) return {error, messages.OfTooLongList()};
     if (error != Error::None) return {error, messages.OfWriting(error, file.GetReason())};
     if (!file.FinishKeeping(BackupPath(file.GetTarget()))) {
         return {Error::WriteFailed, messages.OfWriting(Error::WriteFailed, file.GetReason())};

@@ -5,16 +5,16 @@
 #include "formats/OraStackReader.h"
 #include "formats/PictureMetadata.h"
 #include "formats/PngCodec.h"
+#include "image/LXImageConvert.h"
 
+#include <QBuffer>
 #include <QLocale>
-
-#include <memory>
 
 namespace {
 using PictureFile::Error;
 
-/// Larger than any profile or Exif block that means something.
-constexpr qint64 MostMetadataBytes = qint64(64) * 1024 * 1024;
+/// Larger than any profile that means something.
+constexpr qint64 MostProfileBytes = qint64(64) * 1024 * 1024;
 
 QString SizeText(qint64 bytes)
 {
@@ -78,10 +78,14 @@ FormatFailure OraReader::ReadStack()
 FormatFailure OraReader::MeasureImages()
 {
     FormatFailure failure;
+    QSet<QString> textures;
     for (const OraStack::Layer& layer : m_Stack.layers) {
         failure = MeasureImage(layer.image);
         if (failure.IsNone()) failure = MeasureImage(layer.mask);
         if (!failure.IsNone()) return failure;
+        const QString& texture = layer.texture.entry;
+        if (texture.isEmpty() || !textures.contains(texture)) m_LayerBytes += BytesOf(layer.texture);
+        textures.insert(texture);
     }
     failure = MeasureImage(m_Stack.selection);
     if (!failure.IsNone()) return failure;
@@ -109,6 +113,16 @@ FormatFailure OraReader::MeasureImage(const OraStack::Image& image)
     return {};
 }
 
+/// One that is missing, damaged or too large costs nothing: it isn't read.
+qint64 OraReader::BytesOf(const OraBrush::Texture& texture) const
+{
+    if (texture.IsNone()) return 0;
+    const std::unique_ptr<QIODevice> device = OpenTexture(texture);
+    QSize size;
+    const bool isReadable = device && PngCodec::ReadSize(*device, &size) && m_Limits.Allow(size);
+    return isReadable ? PixelBytes(size) : 0;
+}
+
 FormatFailure OraReader::ReadLayers()
 {
     for (const OraStack::Layer& layer : m_Stack.layers) {
@@ -125,6 +139,7 @@ FormatFailure OraReader::ReadLayer(const OraStack::Layer& layer)
     state.properties = layer.properties;
     FormatFailure failure = ReadImage(layer.image, false, &state.image);
     if (failure.IsNone()) failure = ReadImage(layer.mask, true, &state.mask);
+    if (failure.IsNone()) failure = ReadTexture(layer, &state.properties);
     if (failure.IsNone()) failure = ReadMetadata(layer, &state.image);
     if (!failure.IsNone()) return failure;
     state.properties.rect = QRect(layer.image.offset, state.image.Rect().size());
@@ -159,7 +174,7 @@ FormatFailure OraReader::ReadProfile()
     QByteArray bytes = m_LayerProfile;
     if (!m_Stack.profileEntry.isEmpty()) {
         m_Used.insert(m_Stack.profileEntry);
-        FormatFailure failure = m_Archive.ReadAll(m_Stack.profileEntry, MostMetadataBytes, &bytes);
+        FormatFailure failure = m_Archive.ReadAll(m_Stack.profileEntry, MostProfileBytes, &bytes);
         if (!failure.IsNone()) return failure;
     }
     Picture picture;
@@ -174,7 +189,7 @@ FormatFailure OraReader::ReadMetadata(const OraStack::Layer& layer, LXImage32* i
     image->m_ExifData.clear();
     for (const OraStack::Metadata& metadata : layer.metadata) {
         QByteArray bytes;
-        FormatFailure failure = m_Archive.ReadAll(metadata.entry, MostMetadataBytes, &bytes);
+        FormatFailure failure = ReadKept(metadata.entry, &bytes);
         if (!failure.IsNone()) return failure;
         m_Used.insert(metadata.entry);
         image->m_ExifData.append(ZKEXIFElement{metadata.tag, bytes});
@@ -189,11 +204,21 @@ FormatFailure OraReader::ReadImage(const OraStack::Image& image, bool isCoverage
     if (image.isEmpty) return {};
     const std::unique_ptr<QIODevice> entry = m_Archive.OpenEntry(image.entry);
     if (!entry) return {Error::Broken, {}};
+    Picture picture;
+    FormatFailure failure =
+        ReadPixels(*entry, isCoverage ? PixelMeaning::Coverage : PixelMeaning::Color, &picture);
+    if (!failure.IsNone()) return failure;
+    if (m_LayerProfile.isEmpty()) m_LayerProfile = picture.iccProfile;
+    *pixels = picture.image;
+    return {};
+}
 
+FormatFailure OraReader::ReadPixels(QIODevice& entry, PixelMeaning meaning, Picture* picture)
+{
     FileProgress progress;
     progress.isCancelled = m_Progress.isCancelled;
-    DecodeJob job{*entry, m_Limits, progress, {}, {}};
-    job.pixels = isCoverage ? PixelMeaning::Coverage : PixelMeaning::Color;
+    DecodeJob job{entry, m_Limits, progress, {}, {}};
+    job.pixels = meaning;
     progress.setPermille = [this, &job](int permille) {
         const double done = double(m_DoneBytes) + double(PixelBytes(job.size)) * permille / 1000;
         m_Progress.Tell(static_cast<int>(done / double(m_LayerBytes) * 1000));
@@ -201,11 +226,58 @@ FormatFailure OraReader::ReadImage(const OraStack::Image& image, bool isCoverage
     const Error error = PngCodec::Decode(job);
     if (error == Error::TooLarge) return TooLarge(job.size);
     if (error != Error::None) return {error, {}};
-    if (!OraArchiveReader::IsSoundToItsEnd(*entry)) return {Error::Broken, {}};
+    if (!OraArchiveReader::IsSoundToItsEnd(entry)) return {Error::Broken, {}};
     m_DoneBytes += PixelBytes(job.size);
-    if (m_LayerProfile.isEmpty()) m_LayerProfile = job.picture.iccProfile;
-    *pixels = job.picture.image;
+    *picture = job.picture;
     return {};
+}
+
+std::unique_ptr<QIODevice> OraReader::OpenTexture(const OraBrush::Texture& texture) const
+{
+    if (!texture.entry.isEmpty()) return m_Archive.OpenEntry(texture.entry);
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(texture.png);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+/// The text has its pixels in any case: without the texture it only looks otherwise once it is drawn anew.
+FormatFailure OraReader::ReadTexture(const OraStack::Layer& layer, LayerProperties* properties)
+{
+    const QString& entry = layer.texture.entry;
+    if (layer.texture.IsNone()) return {};
+    m_Used.insert(entry);
+    QImage texture = m_Textures.value(entry);
+    if (!m_Textures.contains(entry)) {
+        const std::unique_ptr<QIODevice> device = OpenTexture(layer.texture);
+        Picture picture;
+        FormatFailure failure =
+            device ? ReadPixels(*device, PixelMeaning::Color, &picture) : FormatFailure{Error::Broken, {}};
+        const bool isLost = failure.error == Error::Broken || failure.error == Error::TooLarge;
+        if (!failure.IsNone() && !isLost) return failure;
+        ConvertImage(picture.image, texture);
+        if (!entry.isEmpty()) m_Textures.insert(entry, texture);
+    }
+    if (texture.isNull()) {
+        m_LostTextures << properties->name;
+        return {};
+    }
+    auto text = std::make_shared<TextContent>(*properties->text);
+    text->brush.setTextureImage(texture);
+    properties->text = text;
+    return {};
+}
+
+/// What is only carried along, together: one part may be named very often.
+FormatFailure OraReader::ReadKept(const QString& name, QByteArray* bytes)
+{
+    const qint64 most = m_Limits.archive.maxKeptBytes;
+    FormatFailure failure = m_Archive.ReadAll(name, most, bytes);
+    m_KeptBytes += bytes->size();
+    if (!failure.IsNone() || m_KeptBytes <= most) return failure;
+    return {Error::TooLarge,
+            tr("Its metadata and unknown parts need more than %1, which is the most that is allowed.")
+                .arg(SizeText(most))};
 }
 
 FormatFailure OraReader::KeepOthers()
@@ -215,13 +287,11 @@ FormatFailure OraReader::KeepOthers()
          {OraNames::Mimetype, OraNames::Stack, OraNames::Merged, OraNames::Thumbnail}) {
         m_Used.insert(name);
     }
-    qint64 left = m_Limits.archive.maxKeptBytes;
     for (const QString& name : m_Archive.Names()) {
         if (m_Used.contains(name)) continue;
         QByteArray bytes;
-        FormatFailure failure = m_Archive.ReadAll(name, left, &bytes);
+        FormatFailure failure = ReadKept(name, &bytes);
         if (!failure.IsNone()) return failure;
-        left -= bytes.size();
         m_Content.foreign.entries.append({name, bytes, m_Archive.IsPacked(name)});
     }
     return {};

@@ -5,6 +5,7 @@
 #include "document/ForeignContent.h"
 #include "document/LXGuide.h"
 #include "document/Layer.h"
+#include "formats/OraBrush.h"
 
 #include <QPoint>
 #include <QSize>
@@ -36,6 +37,7 @@ struct OraStack
         LayerProperties properties; ///< but the rectangles
         Image image;
         Image mask;
+        OraBrush::Texture texture; ///< of the text's brush
         QVector<Metadata> metadata;
         bool isSelected = false;
     };

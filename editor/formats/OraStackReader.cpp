@@ -237,7 +237,7 @@ bool OraStackReader::ReadMetadata(OraStack::Layer* layer)
 bool OraStackReader::ReadText(OraStack::Layer* layer)
 {
     TextContent text;
-    if (!OraKinds::ReadText(m_Reader, &text)) return false;
+    if (!OraKinds::ReadText(m_Reader, &text, &layer->texture)) return false;
     layer->properties.kind = LayerKind::Text;
     layer->properties.text = std::make_shared<const TextContent>(text);
     return true;
@@ -258,6 +258,11 @@ bool OraStackReader::ReadSelection()
 
 bool OraStackReader::ReadChannel()
 {
+    if (static_cast<int>(m_pStack->channels.size()) >= m_Limits.maxLayers) {
+        return Refuse(Error::TooLarge,
+                      tr("It has more than %1 kept selections, which is the most that is allowed.")
+                          .arg(m_Limits.maxLayers));
+    }
     OraStack::Channel channel;
     channel.name = Text("name");
     if (!ReadImageRef(&channel.image)) return false;

@@ -140,7 +140,7 @@ void Writer::WriteLayer(const OraStack::Layer& layer)
     if (properties.locks != 0) PutOwn("locks", OraNames::LockWords(properties.locks));
     WriteForeign(properties.foreign.attributes);
 
-    if (properties.text) OraKinds::WriteText(m_Xml, *properties.text);
+    if (properties.text) OraKinds::WriteText(m_Xml, *properties.text, layer.texture.entry);
     if (properties.kind == LayerKind::Adjustment) OraKinds::WriteAdjustment(m_Xml, properties.adjustment);
     if (properties.hasMask) WriteMask(layer);
     for (const OraStack::Metadata& metadata : layer.metadata) {

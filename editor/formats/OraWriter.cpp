@@ -4,7 +4,9 @@
 #include "formats/FormatTable.h"
 #include "formats/OraNames.h"
 #include "formats/OraStackWriter.h"
+#include "formats/PictureMetadata.h"
 #include "formats/PngCodec.h"
+#include "image/LXImageConvert.h"
 
 #include <QBuffer>
 
@@ -21,7 +23,8 @@ qint64 Pixels(const LXImage32& image)
 QByteArray ExifOf(const std::vector<LayerState>& layers)
 {
     for (auto layer = layers.rbegin(); layer != layers.rend(); ++layer) {
-        if (!layer->image.m_ExifData.isEmpty()) return layer->image.m_ExifData.first().value;
+        QByteArray exif = PictureMetadata::ExifOf(layer->image.m_ExifData);
+        if (!exif.isEmpty()) return exif;
     }
     return {};
 }
@@ -64,7 +67,9 @@ Error OraWriter::Write()
     AddPictures();
 
     m_Archive.Add(OraNames::Mimetype, QByteArray(OraNames::MimetypeText.latin1()), Packing::Stored);
-    m_Archive.Add(OraNames::Stack, OraStackWriter::Write(m_Stack), Packing::Deflated);
+    const QByteArray stack = OraStackWriter::Write(m_Stack);
+    if (stack.size() > ArchiveLimits::MostXmlBytes) return Error::TooLarge;
+    m_Archive.Add(OraNames::Stack, stack, Packing::Deflated);
     for (const auto& add : m_Adders) {
         add();
     }
@@ -106,6 +111,7 @@ void OraWriter::AddLayer(int row, const LayerState& state)
         layer.mask =
             AddImage(stem + QStringLiteral("-mask"), state.mask, state.properties.maskRect.topLeft(), true);
     }
+    layer.texture.entry = AddTexture(state);
     for (const ZKEXIFElement& element : state.image.m_ExifData) {
         const QString name = NewName(stem + QStringLiteral("-metadata"), QStringLiteral("bin"));
         AddBytes(name, element.value);
@@ -113,6 +119,23 @@ void OraWriter::AddLayer(int row, const LayerState& state)
     }
     layer.isSelected = m_Content.selectedRows.contains(row);
     m_Stack.layers.push_back(layer);
+}
+
+/// Texts with the same texture share an entry.
+QString OraWriter::AddTexture(const LayerState& state)
+{
+    const auto& text = state.properties.text;
+    const QImage texture = text ? OraBrush::TextureOf(text->brush) : QImage();
+    if (texture.isNull()) return QString();
+    for (const auto& [known, entry] : m_Textures) {
+        if (known == texture) return entry;
+    }
+    LXImage32 image;
+    ConvertImage(texture.convertToFormat(QImage::Format_ARGB32), image);
+    QString entry = NewName(QStringLiteral("data/texture%1").arg(m_Textures.size()), QStringLiteral("png"));
+    m_Textures.append({texture, entry});
+    AddPng(entry, image, false, {});
+    return entry;
 }
 
 void OraWriter::AddChannels()

@@ -7,14 +7,36 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cmath>
 
-QString PictureMetadata::ProfileProblem(const ZKCMSProfile& profile)
+namespace {
+/// @param why  goes on after the profile's name
+QString LeftOut(const QString& why)
 {
     return QCoreApplication::translate("PictureMetadata",
                                        "The color profile in the file %1 It was left out: the colors are "
                                        "shown as sRGB.")
-        .arg(IccFile::WhyUnusable(profile));
+        .arg(why);
+}
+} // namespace
+
+QString PictureMetadata::ProfileProblem(const ZKCMSProfile& profile)
+{
+    return LeftOut(IccFile::WhyUnusable(profile));
+}
+
+QString PictureMetadata::RefusedProfileProblem()
+{
+    return LeftOut(QCoreApplication::translate(
+        "PictureMetadata", "is damaged, or isn't made for the picture's kind of colors."));
+}
+
+QByteArray PictureMetadata::ExifOf(const QList<ZKEXIFElement>& elements)
+{
+    const auto whole = std::find_if(elements.begin(), elements.end(),
+                                    [](const ZKEXIFElement& element) { return element.tag == 0; });
+    return whole == elements.end() ? QByteArray() : whole->value;
 }
 
 void PictureMetadata::TakeProfile(const QByteArray& bytes, Picture& picture)

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "image/ZKEXIFElement.h"
+
 #include <QByteArray>
+#include <QList>
 
 struct Picture;
 class QString;
@@ -18,6 +21,11 @@ void TakeProfile(const QByteArray& bytes, Picture& picture);
 
 /// The words for a profile that can't be a picture's.
 QString ProfileProblem(const ZKCMSProfile& profile);
+/// And for one that the format's library gives no bytes of.
+QString RefusedProfileProblem();
+
+/// The whole Exif block among what an image carries along; empty without one.
+QByteArray ExifOf(const QList<ZKEXIFElement>& elements);
 
 /// Pixels per inch without the dust of other units: 72 for the 2835 pixels per meter that a file has. 0 for
 /// values that mean nothing.

@@ -69,6 +69,8 @@ void XmlFragment::Put(const QByteArray& bytes, QXmlStreamWriter& writer)
     // Space between words of others may mean something.
     const bool isFormatting = writer.autoFormatting();
     writer.setAutoFormatting(false);
+    // Closes the tag before: namespaces would go into it, and out with it.
+    writer.writeCharacters(QString());
     QXmlStreamReader reader("<f>" + bytes + "</f>");
     int level = 0;
     while (!reader.atEnd()) {

@@ -151,11 +151,6 @@ void AddBombs(QVector<File>& files)
     files.append({"list of a thousand times its size", Changed([&zeros](QVector<Entry>& entries) {
                       Named(entries, "stack.xml").bytes = QByteArray(zeros.size(), ' ');
                   })});
-    files.append({"list of seventeen megabytes", Changed([](QVector<Entry>& entries) {
-                      Entry& stack = Named(entries, "stack.xml");
-                      stack.isDeflated = false;
-                      stack.bytes += QByteArray(17 << 20, ' ');
-                  })});
     files.append({"twelve gigabytes altogether", Changed([](QVector<Entry>& entries) {
                       for (const char* name : {"a", "b", "c"}) {
                           Entry large{name, QByteArray(10, 'x')};
@@ -169,6 +164,25 @@ void AddBombs(QVector<File>& files)
                       large.claimedSize = 300 << 20;
                       large.claimedPackedSize = 200 << 20;
                       entries.append(large);
+                  })});
+}
+
+/// Small parts that a list names very often.
+void AddRepeatedParts(QVector<File>& files)
+{
+    const QByteArray channel = R"(<zk:channel name="a" src="data/mask0.png"/>)";
+    files.append({"more kept selections than anybody has",
+                  BrokenOra::WithStack(BrokenOra::StackOf("</stack>" + channel.repeated(2001) + "<stack>"))});
+    files.append({"textures that claim too much together", Changed([](QVector<Entry>& entries) {
+                      QByteArray layers;
+                      for (int i = 0; i < 10; ++i) {
+                          const QByteArray name = "texture" + QByteArray::number(i);
+                          entries.append({name, ClaimingPng(QSize(22000, 22000))});
+                          layers +=
+                              R"(<layer src="data/layer0.png"><zk:text text="a" brush="image" brush-src=")" +
+                              name + R"("/></layer>)";
+                      }
+                      Named(entries, "stack.xml").bytes = BrokenOra::StackOf(layers);
                   })});
 }
 
@@ -321,6 +335,7 @@ QVector<File> BrokenOra::Files()
     AddWrongNames(files);
     AddWrongTypes(files);
     AddBombs(files);
+    AddRepeatedParts(files);
     AddWrongLists(files);
     AddWrongLayers(files);
     AddWrongPictures(files);

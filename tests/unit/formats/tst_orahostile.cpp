@@ -28,6 +28,7 @@ private slots:
     void reasonsAreTold_data();
     void reasonsAreTold();
     void limitsAreInclusive();
+    void aPartThatIsNamedOftenCountsAsOften();
     void tooLargeIsToldBeforeMemoryIsTaken();
     void memoryThatRunsOutIsTold();
     void whatIsNoFileIsRefused();
@@ -136,7 +137,8 @@ void TestOraHostile::reasonsAreTold_data()
     add("another program's type", Error::UnknownFormat, "not a picture with layers");
     add("no list of layers", Error::UnknownFormat, "not a picture with layers");
     add("part of a thousand times its size", Error::TooLarge, "needs 64.0 MB unpacked");
-    add("list of seventeen megabytes", Error::TooLarge, "needs 17.0 MB unpacked; at most 16.0 MB");
+    add("more kept selections than anybody has", Error::TooLarge, "more than 2000 kept selections");
+    add("textures that claim too much together", Error::TooLarge, "layers need 18.0 GB of memory");
     add("twelve gigabytes altogether", Error::TooLarge, "more than 8.0 GB");
     add("three hundred megabytes that nobody knows", Error::TooLarge, "needs 300.0 MB unpacked");
     add("claims sixty thousand parts", Error::TooLarge, "more than 10000 parts");
@@ -180,6 +182,10 @@ void TestOraHostile::limitsAreInclusive()
     // "what others need " twenty times.
     QCOMPARE(Outcome(good, with([](ArchiveLimits& l) { l.maxKeptBytes = 340; })).error, Error::None);
     QCOMPARE(Outcome(good, with([](ArchiveLimits& l) { l.maxKeptBytes = 339; })).error, Error::TooLarge);
+    const int xmlBytes = BrokenOra::GoodEntries()[1].bytes.size();
+    QCOMPARE(Outcome(good, with([&](ArchiveLimits& l) { l.maxXmlBytes = xmlBytes; })).error, Error::None);
+    QCOMPARE(Outcome(good, with([&](ArchiveLimits& l) { l.maxXmlBytes = xmlBytes - 1; })).error,
+             Error::TooLarge);
     qint64 expanded = 0;
     for (const ZipBytes::Entry& entry : BrokenOra::GoodEntries()) {
         expanded += entry.bytes.size();
@@ -193,6 +199,23 @@ void TestOraHostile::limitsAreInclusive()
         BrokenOra::StackOf(R"(<layer src="data/layer0.png"><a><b><c/></b></a></layer>)"));
     QCOMPARE(Outcome(deep, with([](ArchiveLimits& l) { l.maxXmlDepth = 6; })).error, Error::None);
     QCOMPARE(Outcome(deep, with([](ArchiveLimits& l) { l.maxXmlDepth = 5; })).error, Error::Broken);
+}
+
+void TestOraHostile::aPartThatIsNamedOftenCountsAsOften()
+{
+    // 340 bytes each time.
+    const QByteArray metadata = R"(<zk:metadata src="data/notes.bin" tag="0"/>)";
+    const QByteArray bytes = BrokenOra::WithStack(
+        BrokenOra::StackOf(R"(<layer src="data/layer0.png">)" + metadata.repeated(3) + "</layer>"));
+    FormatLimits limits;
+    // The mask and the profile, which nothing names, are carried along too.
+    limits.archive.maxKeptBytes = 3 * 340 + 10000;
+    QCOMPARE(Outcome(bytes, limits).error, Error::None);
+    limits.archive.maxKeptBytes = 3 * 340 - 1;
+    const PictureFile::Outcome outcome = Outcome(bytes, limits);
+    QCOMPARE(outcome.error, Error::TooLarge);
+    QVERIFY2(outcome.message.contains("metadata and unknown parts need more than 1,019 bytes"),
+             qPrintable(outcome.message));
 }
 
 void TestOraHostile::tooLargeIsToldBeforeMemoryIsTaken()

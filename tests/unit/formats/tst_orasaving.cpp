@@ -28,6 +28,7 @@ private slots:
     void fullDiskKeepsTheOlderFile();
     void cancellingKeepsTheOlderFile();
     void unreachablePlacesAreTold();
+    void whatNobodyCouldOpenAgainIsNotWritten();
     void memoryThatRunsOutIsTold();
     void progressRises();
     void savingTakesNoTiles();
@@ -43,7 +44,7 @@ QString NameIn(const QString& path)
 {
     const OraFile::ReadResult result = OraFile::Read(path);
     if (!result.outcome.IsOk() || result.content.layers.size() != 3) return {};
-    const QString name = result.content.layers[0].properties.name;
+    QString name = result.content.layers[0].properties.name;
     const OraContent expected = DyingSave::Content(name);
     for (size_t row = 0; row < 3; ++row) {
         if (PixelChecks::ToQImage(result.content.layers[row].image) !=
@@ -188,6 +189,22 @@ void TestOraSaving::unreachablePlacesAreTold()
     const PictureFile::Outcome forbidden = Write(folder, "new");
     QCOMPARE(forbidden.error, Error::NotAllowed);
     QVERIFY2(forbidden.message.contains("can't be written there"), qPrintable(forbidden.message));
+}
+
+void TestOraSaving::whatNobodyCouldOpenAgainIsNotWritten()
+{
+    const FileFolder folder;
+    Save(folder, "first");
+    const QByteArray before = folder.Read("work.ora");
+    OraContent content = DyingSave::Content("second");
+    DocumentPath path;
+    path.name = QString(int(ArchiveLimits::MostXmlBytes), 'x');
+    content.paths.push_back(path);
+    const PictureFile::Outcome outcome = OraFile::Write(folder.Path("work.ora"), content);
+    QCOMPARE(outcome.error, Error::TooLarge);
+    QVERIFY2(outcome.message.contains("need more than 64.0 MB"), qPrintable(outcome.message));
+    QVERIFY(folder.Read("work.ora") == before);
+    QCOMPARE(folder.Names(), QStringList("work.ora"));
 }
 
 void TestOraSaving::memoryThatRunsOutIsTold()
