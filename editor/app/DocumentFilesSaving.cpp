@@ -128,7 +128,8 @@ bool DocumentFiles::ExportTo(LXDocumentInterface* exported, const QString& path)
     const QPointer<LXDocumentInterface> document = exported;
     const Picture picture = PictureFile::TakePicture(document);
     if (!AcceptsLosses(document, PictureLosses::OfContent(document, picture, format),
-                       PictureLosses::OfNotes(picture, format) + PictureLosses::OfAids(document, format))) {
+                       PictureLosses::OfNotes(document, picture, format) +
+                           PictureLosses::OfAids(document, format))) {
         return false;
     }
     if (!WriteFlat(path, picture)) return false;

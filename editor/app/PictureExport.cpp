@@ -55,7 +55,8 @@ PictureFile::Outcome PictureExport::Run(const CommandLine& line, QString* losses
     if (format != PictureFile::Format::Unknown) {
         const Picture picture = PictureFile::TakePicture(document.get());
         *losses = (PictureLosses::OfContent(document.get(), picture, format) +
-                   PictureLosses::OfNotes(picture, format) + PictureLosses::OfAids(document.get(), format))
+                   PictureLosses::OfNotes(document.get(), picture, format) +
+                   PictureLosses::OfAids(document.get(), format))
                       .join('\n');
     }
     return DocumentFile::Write(path, document.get());

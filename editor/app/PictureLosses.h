@@ -13,8 +13,10 @@ namespace PictureLosses {
 QStringList OfContent(const LXDocumentInterface* document, const Picture& picture,
                       PictureFile::Format format);
 
-/// What stands beside the pixels and changes none of them: camera data, resolution. At most one sentence.
-QStringList OfNotes(const Picture& picture, PictureFile::Format format);
+/// What stands beside the pixels and changes none that can be seen: camera data, resolution, colors of pixels
+/// that are wholly transparent.
+/// @param picture  the document's merged picture
+QStringList OfNotes(const LXDocumentInterface* document, const Picture& picture, PictureFile::Format format);
 
 /// What only helps while working: selection, guides, paths, color samples. At most one sentence.
 QStringList OfAids(const LXDocumentInterface* document, PictureFile::Format format);

@@ -8,12 +8,22 @@
 #include <limits>
 
 namespace {
-// Alpha, profile, Exif, resolution.
-constexpr FormatParts PngKeeps{true, true, true, true};
-constexpr FormatParts JpegKeeps{false, true, true, true};
-constexpr FormatParts TiffKeeps{true, true, false, true};
-constexpr FormatParts WebpKeeps{true, true, false, false};
-constexpr FormatParts BmpKeeps{false, false, false, true};
+bool AnyOf(const QByteArray&)
+{
+    return true;
+}
+
+double Exactly(const Picture& picture)
+{
+    return picture.dpi;
+}
+
+constexpr FormatParts PngKeeps{true, true, PngCodec::HoldsProfile, PngCodec::HoldsExif, PngCodec::Resolution};
+constexpr FormatParts JpegKeeps{false, false, JpegCodec::HoldsProfile, JpegCodec::HoldsExif,
+                                JpegCodec::Resolution};
+constexpr FormatParts TiffKeeps{true, true, AnyOf, nullptr, Exactly};
+constexpr FormatParts WebpKeeps{true, false, AnyOf, AnyOf, QtCodec::WebpResolution};
+constexpr FormatParts BmpKeeps{false, false, nullptr, nullptr, QtCodec::BmpResolution};
 } // namespace
 
 const std::vector<FormatEntry>& FormatTable()
@@ -34,8 +44,7 @@ const std::vector<FormatEntry>& FormatTable()
          JpegKeeps,
          JpegCodec::MaxSide,
          JpegCodec::Decode,
-         JpegCodec::Encode,
-         JpegCodec::HoldsProfile},
+         JpegCodec::Encode},
         {PictureFile::Format::Tiff,
          QStringLiteral("TIFF"),
          {QStringLiteral("tif"), QStringLiteral("tiff")},
@@ -44,8 +53,7 @@ const std::vector<FormatEntry>& FormatTable()
          TiffKeeps,
          std::numeric_limits<int>::max(),
          QtCodec::DecodeTiff,
-         QtCodec::EncodeTiff,
-         QtCodec::HoldsProfile},
+         QtCodec::EncodeTiff},
         {PictureFile::Format::Webp,
          QStringLiteral("WebP"),
          {QStringLiteral("webp")},
@@ -53,8 +61,7 @@ const std::vector<FormatEntry>& FormatTable()
          WebpKeeps,
          QtCodec::WebpMaxSide,
          QtCodec::DecodeWebp,
-         QtCodec::EncodeWebp,
-         QtCodec::HoldsProfile},
+         QtCodec::EncodeWebp},
         {PictureFile::Format::Bmp,
          QStringLiteral("BMP"),
          {QStringLiteral("bmp")},

@@ -45,9 +45,13 @@ struct EncodeJob
 struct FormatParts
 {
     bool alpha = false;
-    bool profile = false;
-    bool exif = false;
-    bool resolution = false;
+    bool colorUnderAlpha0 = false;
+    /// Whether this profile comes back; null where none does.
+    bool (*profile)(const QByteArray& icc) = nullptr;
+    /// Whether this Exif block comes back; null where none does.
+    bool (*exif)(const QByteArray& exif) = nullptr;
+    /// The pixels per inch that come back; null where none do.
+    double (*resolution)(const Picture& picture) = nullptr;
 };
 
 /// One kind of file. Decoders and encoders answer with the error; exceptions of image code pass through them.
@@ -62,8 +66,6 @@ struct FormatEntry
     int maxSide; ///< pixels that the format can hold, of width and of height
     PictureFile::Error (*decode)(DecodeJob& job);
     PictureFile::Error (*encode)(const EncodeJob& job); ///< null where files are only read
-    /// Whether a file holds this profile; null where it holds all of them, or none.
-    bool (*holdsProfile)(const QByteArray& icc) = nullptr;
 };
 
 /// Whether a file that begins so is of this kind.

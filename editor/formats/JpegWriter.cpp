@@ -1,6 +1,7 @@
 #include "formats/JpegWriter.h"
 
 #include "formats/ImageRows.h"
+#include "formats/JpegCodec.h"
 
 #include <QIODevice>
 
@@ -31,8 +32,7 @@ void Flatten(std::vector<LXRGBA32i>& row)
 JpegWriter::JpegWriter(const EncodeJob& job) : m_Job(job)
 {
     const QByteArray& exif = job.picture.exif;
-    const size_t contentLength = JpegLibrary::ExifMarkLength + static_cast<size_t>(exif.size());
-    if (!exif.isEmpty() && contentLength <= JpegLibrary::LongestMarker) {
+    if (!exif.isEmpty() && JpegCodec::HoldsExif(exif)) {
         m_ExifContent =
             QByteArray(JpegLibrary::ExifMark, static_cast<int>(JpegLibrary::ExifMarkLength)) + exif;
     }
@@ -71,8 +71,7 @@ bool JpegWriter::WriteHeader()
         if (m_Job.picture.dpi > 0) {
             constexpr UINT8 perInch = 1;
             m_Jpeg.density_unit = perInch;
-            m_Jpeg.X_density = m_Jpeg.Y_density =
-                static_cast<UINT16>(qBound(1, qRound(m_Job.picture.dpi), 65535));
+            m_Jpeg.X_density = m_Jpeg.Y_density = static_cast<UINT16>(JpegCodec::Resolution(m_Job.picture));
         }
         jpeg_start_compress(&m_Jpeg, TRUE);
         WriteMetadata();
@@ -127,7 +126,7 @@ void JpegWriter::WriteMetadata()
                           reinterpret_cast<const JOCTET*>(m_ExifContent.constData()),
                           static_cast<unsigned int>(m_ExifContent.size()));
     }
-    if (!profile.isEmpty()) {
+    if (!profile.isEmpty() && JpegCodec::HoldsProfile(profile)) {
         jpeg_write_icc_profile(&m_Jpeg, reinterpret_cast<const JOCTET*>(profile.constData()),
                                static_cast<unsigned int>(profile.size()));
     }

@@ -125,6 +125,12 @@ bool PictureFile::KeepsAlpha(Format format)
     return entry && entry->keeps.alpha;
 }
 
+bool PictureFile::KeepsColorUnderAlpha0(Format format)
+{
+    const FormatEntry* entry = FindFormat(format);
+    return entry && entry->keeps.colorUnderAlpha0;
+}
+
 bool PictureFile::KeepsProfile(Format format)
 {
     const FormatEntry* entry = FindFormat(format);
@@ -133,21 +139,27 @@ bool PictureFile::KeepsProfile(Format format)
 
 bool PictureFile::KeepsProfile(Format format, const QByteArray& iccProfile)
 {
-    const FormatEntry* entry = FindFormat(format);
     if (iccProfile.isEmpty()) return true;
-    return entry && entry->keeps.profile && (!entry->holdsProfile || entry->holdsProfile(iccProfile));
+    return KeepsProfile(format) && FindFormat(format)->keeps.profile(iccProfile);
 }
 
-bool PictureFile::KeepsExif(Format format)
+bool PictureFile::KeepsExif(Format format, const Picture& picture)
 {
+    if (picture.exif.isEmpty()) return true;
     const FormatEntry* entry = FindFormat(format);
-    return entry && entry->keeps.exif;
+    if (!entry || !entry->keeps.exif) return false;
+    Picture written = picture;
+    PictureMetadata::Refresh(written);
+    return entry->keeps.exif(written.exif);
 }
 
-bool PictureFile::KeepsResolution(Format format)
+double PictureFile::SavedResolution(Format format, const Picture& picture)
 {
     const FormatEntry* entry = FindFormat(format);
-    return entry && entry->keeps.resolution;
+    if (!entry || !entry->keeps.resolution || picture.dpi <= 0) return 0;
+    Picture written = picture;
+    PictureMetadata::Refresh(written);
+    return written.dpi > 0 ? PictureMetadata::TidyDpi(entry->keeps.resolution(written)) : 0;
 }
 
 QString PictureFile::FormatName(Format format)

@@ -89,17 +89,19 @@ ZK_EDITOR_EXPORT bool CanWrite(Format format);
 
 /// Whether transparency survives saving; if not, the user is told before.
 ZK_EDITOR_EXPORT bool KeepsAlpha(Format format);
+/// Whether the colors of pixels survive saving that are wholly transparent.
+ZK_EDITOR_EXPORT bool KeepsColorUnderAlpha0(Format format);
 
 /// Whether color profiles survive saving.
 ZK_EDITOR_EXPORT bool KeepsProfile(Format format);
 /// Whether this one does: some formats can't hold every profile. True for none.
 ZK_EDITOR_EXPORT bool KeepsProfile(Format format, const QByteArray& iccProfile);
 
-/// Whether what the camera noted (Exif) survives saving.
-ZK_EDITOR_EXPORT bool KeepsExif(Format format);
+/// Whether what the camera noted (Exif) survives saving. True for a picture without it.
+ZK_EDITOR_EXPORT bool KeepsExif(Format format, const Picture& picture);
 
-/// Whether the pixels per inch survive saving.
-ZK_EDITOR_EXPORT bool KeepsResolution(Format format);
+/// The pixels per inch that come back when the picture is saved; 0 where none do.
+ZK_EDITOR_EXPORT double SavedResolution(Format format, const Picture& picture);
 
 /// "PNG", "JPEG"; empty for Unknown.
 ZK_EDITOR_EXPORT QString FormatName(Format format);

@@ -21,6 +21,8 @@ using PictureFile::Error;
 constexpr double InchesPerMeter = 1 / 0.0254;
 /// Photos come out a few percent larger than with the highest levels, in a fraction of the time.
 constexpr int CompressionLevel = 4;
+/// A file with a longer one, but for its pixels, can't be read by the library.
+constexpr int LongestChunk = 8000000;
 
 /// Runs a step of the library; false when the library gave up. The library leaves by a jump that skips
 /// destructors: so a step only calls it and keeps nothing that has one.
@@ -209,7 +211,7 @@ void PngReader::TakeMetadata()
         const QByteArray bytes(reinterpret_cast<const char*>(profile), static_cast<int>(profileLength));
         PictureMetadata::TakeProfile(bytes, picture);
     } else if (m_bProfileRefused) {
-        picture.profileProblem = PictureMetadata::ProfileProblem(ZKCMSProfile("refused"));
+        picture.profileProblem = PictureMetadata::RefusedProfileProblem();
     }
 
     png_bytep exif = nullptr;
@@ -220,6 +222,19 @@ void PngReader::TakeMetadata()
 
     picture.dpi = PictureMetadata::TidyDpi(png_get_x_pixels_per_meter(m_pPng, m_pInfo) / InchesPerMeter);
     if (picture.dpi <= 0) picture.dpi = PictureMetadata::TidyDpi(ExifBlock(picture.exif).GetDpi());
+}
+
+/// Part of a guarded step.
+void PutProfile(png_structp png, png_infop info, const QByteArray& icc)
+{
+    if (icc.isEmpty()) return;
+    png_set_iCCP(png, info, "ICC profile", PNG_COMPRESSION_TYPE_BASE,
+                 reinterpret_cast<png_const_bytep>(icc.constData()), static_cast<png_uint_32>(icc.size()));
+}
+
+int DotsPerMeter(const Picture& picture)
+{
+    return qRound(picture.dpi * InchesPerMeter);
 }
 
 /// The library's two objects for writing a file.
@@ -313,16 +328,12 @@ bool PngWriter::WriteHeader(int colorType)
 void PngWriter::PutMetadata()
 {
     const Picture& picture = m_Job.picture;
-    if (!picture.iccProfile.isEmpty()) {
-        png_set_iCCP(m_pPng, m_pInfo, "ICC profile", PNG_COMPRESSION_TYPE_BASE,
-                     reinterpret_cast<png_const_bytep>(picture.iccProfile.constData()),
-                     static_cast<png_uint_32>(picture.iccProfile.size()));
-    }
+    if (picture.iccProfile.size() <= LongestChunk) PutProfile(m_pPng, m_pInfo, picture.iccProfile);
     if (picture.dpi > 0) {
-        const auto perMeter = static_cast<png_uint_32>(qRound(picture.dpi * InchesPerMeter));
+        const auto perMeter = static_cast<png_uint_32>(DotsPerMeter(picture));
         png_set_pHYs(m_pPng, m_pInfo, perMeter, perMeter, PNG_RESOLUTION_METER);
     }
-    if (!picture.exif.isEmpty()) {
+    if (PngCodec::HoldsExif(picture.exif)) {
         // The library copies the bytes and only forgot to say so.
         auto* exif = const_cast<char*>(picture.exif.constData());
         png_set_eXIf_1(m_pPng, m_pInfo, static_cast<png_uint_32>(picture.exif.size()),
@@ -339,6 +350,32 @@ PictureFile::Error PngCodec::Decode(DecodeJob& job)
 PictureFile::Error PngCodec::Encode(const EncodeJob& job)
 {
     return PngWriter(job).Write();
+}
+
+bool PngCodec::HoldsProfile(const QByteArray& icc)
+{
+    if (icc.size() > LongestChunk) return false;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, GiveUp, IgnoreWarning);
+    png_infop info = png ? png_create_info_struct(png) : nullptr;
+    const bool isTaken = info && Guarded(png, [png, info, &icc] {
+                             png_set_benign_errors(png, 1);
+                             png_set_IHDR(png, info, 1, 1, 8, PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE,
+                                          PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+                             PutProfile(png, info, icc);
+                         });
+    const bool isHeld = isTaken && png_get_valid(png, info, PNG_INFO_iCCP) != 0;
+    png_destroy_write_struct(&png, &info);
+    return isHeld;
+}
+
+bool PngCodec::HoldsExif(const QByteArray& exif)
+{
+    return (exif.startsWith("II") || exif.startsWith("MM")) && exif.size() <= LongestChunk;
+}
+
+double PngCodec::Resolution(const Picture& picture)
+{
+    return DotsPerMeter(picture) / InchesPerMeter;
 }
 
 bool PngCodec::ReadSize(QIODevice& device, QSize* size)

@@ -9,6 +9,12 @@ namespace PngCodec {
 PictureFile::Error Decode(DecodeJob& job);
 PictureFile::Error Encode(const EncodeJob& job);
 
+/// The library takes no profile that it finds wrong, and no chunk of more than 8 million bytes.
+bool HoldsProfile(const QByteArray& icc);
+bool HoldsExif(const QByteArray& exif);
+/// Whole dots per meter.
+double Resolution(const Picture& picture);
+
 /// The size that the header at the device's place claims; false when no such header stands there.
 bool ReadSize(QIODevice& device, QSize* size);
 } // namespace PngCodec

@@ -1,10 +1,12 @@
 #include "formats/QtCodec.h"
 
+#include "formats/ExifBlock.h"
 #include "formats/PictureMetadata.h"
+#include "formats/TiffTags.h"
+#include "formats/WebpChunks.h"
 #include "image/LXImageConvert.h"
 
 #include <QBuffer>
-#include <QColorSpace>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QtEndian>
@@ -16,16 +18,9 @@ namespace {
 using PictureFile::Error;
 
 constexpr double InchesPerMeter = 1 / 0.0254;
+constexpr int BmpDotsPerMeterAt = 38; // across; those down stand behind them
 /// Up to 16 bits a channel while it is decoded, and the copy in 8 bits.
 constexpr int DecoderBytesPerPixel = 8 + 4;
-
-/// Images have a resolution of the screen until somebody sets one.
-double DpiOf(const QImage& image)
-{
-    static const int preset = QImage(1, 1, QImage::Format_RGB32).dotsPerMeterX();
-    const int perMeter = image.dotsPerMeterX();
-    return perMeter == preset ? 0 : PictureMetadata::TidyDpi(perMeter / InchesPerMeter);
-}
 
 bool Allows(const DecodeJob& job)
 {
@@ -43,8 +38,6 @@ Error Decode(DecodeJob& job, const char* format)
     if (!reader.read(&image)) return Error::Broken;
     if (job.progress.IsCancelled()) return Error::Cancelled;
 
-    PictureMetadata::TakeProfile(image.colorSpace().iccProfile(), job.picture);
-    job.picture.dpi = DpiOf(image);
     image = image.convertToFormat(QImage::Format_ARGB32);
     if (image.isNull()) return Error::OutOfMemory;
     ConvertImage(image, job.picture.image);
@@ -59,6 +52,7 @@ struct BmpHeader
     qint64 height = 0; ///< below 0 when the topmost row comes first
     int bitsPerPixel = 0;
     int compression = 0;
+    int dotsPerMeter = 0; ///< 0 when the file doesn't say
 
     /// Cut down to what a size holds.
     QSize Size() const
@@ -91,6 +85,7 @@ bool ReadHeader(QIODevice& device, BmpHeader* header)
     header->height = number32(22);
     header->bitsPerPixel = number16(28);
     header->compression = number32(30);
+    header->dotsPerMeter = number32(BmpDotsPerMeterAt);
     return true;
 }
 
@@ -137,13 +132,6 @@ QImage ImageOf(const Picture& picture)
 {
     QImage image;
     ConvertImage(picture.image, image);
-    if (picture.dpi > 0) {
-        image.setDotsPerMeterX(qRound(picture.dpi * InchesPerMeter));
-        image.setDotsPerMeterY(image.dotsPerMeterX());
-    }
-    if (!picture.iccProfile.isEmpty()) {
-        image.setColorSpace(QColorSpace::fromIccProfile(picture.iccProfile));
-    }
     return image;
 }
 
@@ -158,30 +146,48 @@ bool IsOpaque(const QImage& image)
     return true;
 }
 
-/// By way of memory: some writers go back and forth, and the file shall tell its own failures.
-Error Encode(const EncodeJob& job, QImageWriter& writer, const QImage& image)
+/// Empty when it is cancelled, and when the memory doesn't suffice.
+QByteArray Encoded(const EncodeJob& job, QImageWriter& writer, const QImage& image)
 {
-    if (image.isNull()) return Error::OutOfMemory;
-    if (job.progress.IsCancelled()) return Error::Cancelled;
+    if (image.isNull() || job.progress.IsCancelled()) return QByteArray();
     QBuffer buffer;
-    if (!buffer.open(QIODevice::ReadWrite)) return Error::OutOfMemory;
+    if (!buffer.open(QIODevice::ReadWrite)) return QByteArray();
     writer.setDevice(&buffer);
-    if (!writer.write(image)) return Error::OutOfMemory;
-    if (job.progress.IsCancelled()) return Error::Cancelled;
-    const bool isWritten = job.device.write(buffer.data()) == buffer.size();
-    return isWritten ? Error::None : Error::WriteFailed;
+    return writer.write(image) ? buffer.data() : QByteArray();
 }
 
+/// All at once: some writers go back and forth, and the file shall tell its own failures.
+Error Put(const EncodeJob& job, const QByteArray& bytes)
+{
+    if (job.progress.IsCancelled()) return Error::Cancelled;
+    if (bytes.isEmpty()) return Error::OutOfMemory;
+    return job.device.write(bytes) == bytes.size() ? Error::None : Error::WriteFailed;
+}
 } // namespace
 
 Error QtCodec::DecodeTiff(DecodeJob& job)
 {
-    return Decode(job, "tiff");
+    const Error error = Decode(job, "tiff");
+    if (error != Error::None) return error;
+    const TiffTags::Tags tags = TiffTags::Read(job.device);
+    PictureMetadata::TakeProfile(tags.iccProfile, job.picture);
+    if (tags.hasBrokenProfile) {
+        job.picture.profileProblem = PictureMetadata::ProfileProblem(ZKCMSProfile("cut off"));
+    }
+    job.picture.dpi = PictureMetadata::TidyDpi(tags.dpi);
+    return Error::None;
 }
 
 Error QtCodec::DecodeWebp(DecodeJob& job)
 {
-    return Decode(job, "webp");
+    const Error error = Decode(job, "webp");
+    if (error != Error::None) return error;
+    if (!job.device.seek(0)) return Error::Broken;
+    const WebpChunks::Chunks chunks = WebpChunks::Read(job.device.readAll());
+    PictureMetadata::TakeProfile(chunks.iccProfile, job.picture);
+    job.picture.exif = chunks.exif;
+    job.picture.dpi = PictureMetadata::TidyDpi(ExifBlock(chunks.exif).GetDpi());
+    return Error::None;
 }
 
 Error QtCodec::DecodeBmp(DecodeJob& job)
@@ -192,7 +198,9 @@ Error QtCodec::DecodeBmp(DecodeJob& job)
     job.size = header.Size();
     if (job.size.isEmpty()) return Error::Broken;
     if (!Allows(job)) return Error::TooLarge;
-    return HasAllRows(header, job.device.size()) ? Decode(job, "bmp") : Error::Broken;
+    if (!HasAllRows(header, job.device.size())) return Error::Broken;
+    job.picture.dpi = PictureMetadata::TidyDpi(header.dotsPerMeter / InchesPerMeter);
+    return Decode(job, "bmp");
 }
 
 Error QtCodec::DecodeGif(DecodeJob& job)
@@ -213,8 +221,15 @@ Error QtCodec::EncodeTiff(const EncodeJob& job)
     constexpr int lzw = 1;
     writer.setCompression(lzw);
     const QImage image = ImageOf(job.picture);
-    return Encode(job, writer,
-                  image.convertToFormat(IsOpaque(image) ? QImage::Format_RGB888 : QImage::Format_RGBA64));
+    QByteArray bytes = Encoded(
+        job, writer, image.convertToFormat(IsOpaque(image) ? QImage::Format_RGB888 : QImage::Format_RGBA64));
+    if (!bytes.isEmpty()) {
+        QBuffer buffer(&bytes);
+        const bool isWritten = buffer.open(QIODevice::ReadWrite) &&
+                               TiffTags::Write(buffer, {job.picture.iccProfile, false, job.picture.dpi});
+        if (!isWritten) return Error::OutOfMemory;
+    }
+    return Put(job, bytes);
 }
 
 Error QtCodec::EncodeWebp(const EncodeJob& job)
@@ -223,18 +238,30 @@ Error QtCodec::EncodeWebp(const EncodeJob& job)
     writer.setFormat("webp");
     constexpr int withoutLoss = 100;
     writer.setQuality(withoutLoss);
-    return Encode(job, writer, ImageOf(job.picture));
+    const QByteArray bytes = Encoded(job, writer, ImageOf(job.picture));
+    return Put(job, WebpChunks::With(bytes, {job.picture.iccProfile, job.picture.exif}));
 }
 
 Error QtCodec::EncodeBmp(const EncodeJob& job)
 {
     QImageWriter writer;
     writer.setFormat("bmp");
-    return Encode(job, writer, Flattened(ImageOf(job.picture)));
+    QByteArray bytes = Encoded(job, writer, Flattened(ImageOf(job.picture)));
+    if (!bytes.isEmpty()) {
+        // Qt writes a resolution of its own where there is none.
+        const auto dotsPerMeter = static_cast<qint32>(qRound(job.picture.dpi * InchesPerMeter));
+        qToLittleEndian(dotsPerMeter, bytes.data() + BmpDotsPerMeterAt);
+        qToLittleEndian(dotsPerMeter, bytes.data() + BmpDotsPerMeterAt + sizeof(dotsPerMeter));
+    }
+    return Put(job, bytes);
 }
 
-bool QtCodec::HoldsProfile(const QByteArray& icc)
+double QtCodec::BmpResolution(const Picture& picture)
 {
-    const QColorSpace space = QColorSpace::fromIccProfile(icc);
-    return space.isValid() && space.iccProfile() == icc;
+    return qRound(picture.dpi * InchesPerMeter) / InchesPerMeter;
+}
+
+double QtCodec::WebpResolution(const Picture& picture)
+{
+    return ExifBlock(picture.exif).GetDpi();
 }

@@ -2,8 +2,8 @@
 
 #include "formats/FormatTable.h"
 
-/// TIFF, WebP, BMP and GIF files through Qt's readers and writers. Only the first picture of a file that has
-/// several. Any thread.
+/// TIFF, WebP, BMP and GIF files: the pixels through Qt's readers and writers, what stands beside them
+/// through the formats' own libraries. Only the first picture of a file that has several. Any thread.
 namespace QtCodec {
 /// Of WebP, which Qt's writer doesn't check.
 constexpr int WebpMaxSide = 16383;
@@ -19,7 +19,7 @@ PictureFile::Error EncodeTiff(const EncodeJob& job);
 PictureFile::Error EncodeWebp(const EncodeJob& job);
 PictureFile::Error EncodeBmp(const EncodeJob& job);
 
-/// Qt's writers and readers keep only profiles that Qt itself can work with: those made of curves and a
-/// matrix.
-bool HoldsProfile(const QByteArray& icc);
+/// What comes back of a resolution: whole dots per meter; what the Exif block has a place for.
+double BmpResolution(const Picture& picture);
+double WebpResolution(const Picture& picture);
 } // namespace QtCodec

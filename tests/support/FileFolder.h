@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sys/fsuid.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 /// A folder with files that goes with the test.
@@ -50,10 +50,19 @@ public:
     OrdinaryUser()
     {
         constexpr uid_t nobody = 65534;
-        if (::geteuid() == 0) ::setfsuid(nobody);
+        if (m_IsRoot) Become(nobody);
     }
 
-    ~OrdinaryUser() { ::setfsuid(::geteuid()); }
+    ~OrdinaryUser()
+    {
+        if (m_IsRoot) Become(0);
+    }
 
     Q_DISABLE_COPY(OrdinaryUser)
+
+private:
+    /// The library's function would change all threads. The way back stays open.
+    static void Become(uid_t user) { ::syscall(SYS_setresuid, user, user, 0); }
+
+    const bool m_IsRoot = ::geteuid() == 0;
 };

@@ -1,4 +1,6 @@
+#include "formats/ExifBlock.h"
 #include "formats/PictureFile.h"
+#include "formats/WebpChunks.h"
 #include "support/FileBytes.h"
 #include "support/FileFolder.h"
 #include "support/PixelChecks.h"
@@ -6,8 +8,11 @@
 #include "utils/FaultSeams.h"
 
 #include <QColorSpace>
+#include <QRandomGenerator>
 #include <QTest>
 #include <QtEndian>
+
+#include <tiffio.h>
 
 #include <limits>
 
@@ -26,6 +31,9 @@ private slots:
     void initTestCase()
     {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+        // Qt's reader leaves the library's own, which print.
+        TIFFSetErrorHandler(nullptr);
+        TIFFSetWarningHandler(nullptr);
     }
 
     void cleanupTestCase() { qInstallMessageHandler(nullptr); }
@@ -39,9 +47,15 @@ private slots:
     void bmpIsWrittenOnWhite();
     void bmpOfTheOldKindIsRead();
     void resolutionAndProfileStayWhereTheFormatHasThem();
+    void aResolutionIsOnlyReadWhereThereIsOne_data();
+    void aResolutionIsOnlyReadWhereThereIsOne();
+    void webpKeepsWhatTheCameraNoted();
+    void webpOfAnotherProgramIsTurnedUpright();
     void gifIsReadAndNotWritten();
     void cutOffFilesAreRefused_data();
     void cutOffFilesAreRefused();
+    void flippedBytesAreReadOrRefused_data();
+    void flippedBytesAreReadOrRefused();
     void bmpWithSidesBelowZeroIsRefused();
     void tooLargeIsToldBeforeItIsDecoded_data();
     void tooLargeIsToldBeforeItIsDecoded();
@@ -187,6 +201,63 @@ void TestQtFormats::resolutionAndProfileStayWhereTheFormatHasThem()
     }
 }
 
+void TestQtFormats::aResolutionIsOnlyReadWhereThereIsOne_data()
+{
+    QTest::addColumn<Format>("format");
+    QTest::addColumn<double>("dpi");
+    QTest::addColumn<double>("read");
+    for (const Format format : {Format::Tiff, Format::Bmp}) {
+        const bool isExact = format == Format::Tiff;
+        const QString name = PictureFile::FormatName(format);
+        QTest::addRow("%s: none", qPrintable(name)) << format << 0.0 << 0.0;
+        // What Qt takes for a picture without one.
+        QTest::addRow("%s: as screens have", qPrintable(name)) << format << 96.0 << 96.0;
+        QTest::addRow("%s: a fraction", qPrintable(name)) << format << 72.5 << (isExact ? 72.5 : 72.49);
+        QTest::addRow("%s: few", qPrintable(name)) << format << 0.25 << 0.25;
+        QTest::addRow("%s: many", qPrintable(name)) << format << 99999.0 << 99999.0;
+    }
+}
+
+void TestQtFormats::aResolutionIsOnlyReadWhereThereIsOne()
+{
+    QFETCH(Format, format);
+    QFETCH(double, dpi);
+    Picture picture = PictureOf(Opaque(QSize(20, 10)));
+    picture.dpi = dpi;
+    QVERIFY(PictureFile::WritePicture(m_Folder.Path("r"), format, picture).IsOk());
+    QTEST(PictureFile::ReadPicture(m_Folder.Path("r")).picture.dpi, "read");
+}
+
+void TestQtFormats::webpKeepsWhatTheCameraNoted()
+{
+    Picture picture = PictureOf(Opaque(QSize(20, 10)));
+    picture.dpi = 240;
+    picture.exif = FileBytes::Exif({true, 1, 72, QSize(20, 10), {}});
+    QVERIFY(PictureFile::WritePicture(m_Folder.Path("c"), Format::Webp, picture).IsOk());
+    const Picture read = PictureFile::ReadPicture(m_Folder.Path("c")).picture;
+    QCOMPARE(read.exif.size(), picture.exif.size());
+    QCOMPARE(ExifBlock(read.exif).GetDpi(), 240.0);
+    QCOMPARE(read.dpi, 240.0);
+    QCOMPARE(
+        PixelChecks::FirstDifference(PixelChecks::ToQImage(read.image), PixelChecks::ToQImage(picture.image)),
+        QString());
+}
+
+void TestQtFormats::webpOfAnotherProgramIsTurnedUpright()
+{
+    const QImage image = Opaque(QSize(20, 10));
+    constexpr int turnedRight = 6;
+    const QByteArray exif = FileBytes::Exif({false, turnedRight, 0, {}, {}});
+    for (const QByteArray& mark : {QByteArray(), QByteArray("Exif\0\0", 6)}) {
+        const QByteArray file = WebpChunks::With(Written(Format::Webp, image), {{}, mark + exif});
+        const Picture read = PictureFile::ReadPicture(m_Folder.Write("t.webp", file)).picture;
+        QCOMPARE(PixelChecks::FirstDifference(PixelChecks::ToQImage(read.image),
+                                              image.transformed(QTransform().rotate(90))),
+                 QString());
+        QCOMPARE(read.exif, FileBytes::Exif({false, 1, 0, {}, {}}));
+    }
+}
+
 void TestQtFormats::gifIsReadAndNotWritten()
 {
     const PictureFile::ReadResult result = PictureFile::ReadPicture(m_Folder.Write("e.gif", SmallGif));
@@ -226,6 +297,42 @@ void TestQtFormats::cutOffFilesAreRefused()
     QCOMPARE(result.outcome.error, Error::Broken);
     QVERIFY(result.outcome.message.contains("can't be opened"));
     QVERIFY(result.picture.image.IsNull());
+    QCOMPARE(LXTileManager::Instance().LiveTileCount(), tilesBefore);
+}
+
+void TestQtFormats::flippedBytesAreReadOrRefused_data()
+{
+    AddWritten();
+}
+
+void TestQtFormats::flippedBytesAreReadOrRefused()
+{
+    QFETCH(Format, format);
+    constexpr int files = 400;
+    Picture picture = PictureOf(Opaque(QSize(20, 15)));
+    picture.dpi = 300;
+    picture.exif = FileBytes::Exif({true, 1, 72, QSize(20, 10), {}});
+    picture.iccProfile = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+    QVERIFY(PictureFile::WritePicture(m_Folder.Path("f"), format, picture).IsOk());
+    const QByteArray whole = m_Folder.Read("f");
+    FormatLimits limits;
+    limits.maxDecodedBytes = 1 << 20;
+    QRandomGenerator random(7);
+    const int tilesBefore = LXTileManager::Instance().LiveTileCount();
+    for (int i = 0; i < files; ++i) {
+        QByteArray bytes = whole;
+        const int flips = random.bounded(1, 6);
+        // Where the tags of these formats stand: at the begin or at the end.
+        for (int flip = 0; flip < flips; ++flip) {
+            const int at = random.bounded(qMin(400, bytes.size()));
+            bytes[random.bounded(2) == 0 ? at : bytes.size() - 1 - at] =
+                static_cast<char>(random.bounded(256));
+        }
+        const PictureFile::ReadResult read =
+            PictureFile::ReadPicture(m_Folder.Write("flipped", bytes), limits);
+        QVERIFY(read.outcome.IsOk() == !read.picture.image.IsNull());
+        QVERIFY(read.outcome.IsOk() || read.outcome.message.contains("can't be opened"));
+    }
     QCOMPARE(LXTileManager::Instance().LiveTileCount(), tilesBefore);
 }
 

@@ -1,5 +1,6 @@
 #include "formats/DocumentFile.h"
 #include "formats/PictureFile.h"
+#include "support/DocumentFixture.h"
 #include "support/FileBytes.h"
 #include "support/FileFolder.h"
 #include "support/PixelChecks.h"
@@ -39,6 +40,7 @@ private slots:
     void unreachablePlacesAreTold_data();
     void unreachablePlacesAreTold();
     void folderWithoutRightsIsTold();
+    void fileWithoutRightsIsToldAndStays();
     void tooLongNameIsTold();
     void linkStaysALink();
     void permissionsStay();
@@ -196,10 +198,31 @@ void TestSaving::unreachablePlacesAreTold()
     QVERIFY2(outcome.message.contains(told), qPrintable(outcome.message));
 }
 
+void TestSaving::fileWithoutRightsIsToldAndStays()
+{
+    for (const char* name : {"work.png", "work.jpg", "work.tif", "work.webp", "work.bmp", "work.ora"}) {
+        FileFolder folder;
+        folder.SetPermissions(QFile::Permissions(0x7777));
+        const QString path = folder.Write(name, OldBytes);
+        QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x4444)));
+        const DocumentFixture::OwnedDocument document(PictureFile::MakeDocument(SomePicture(), "a"));
+        PictureFile::Outcome outcome;
+        {
+            const OrdinaryUser user;
+            outcome = DocumentFile::Write(path, document.get());
+        }
+        QCOMPARE(outcome.error, Error::NotAllowed);
+        QVERIFY2(outcome.message.contains("It can't be written there"), qPrintable(outcome.message));
+        QCOMPARE(folder.Read(name), OldBytes);
+        QCOMPARE(folder.Names(), QStringList(name));
+    }
+}
+
 void TestSaving::folderWithoutRightsIsTold()
 {
     FileFolder folder;
     const QString path = folder.Write("work", OldBytes);
+    QVERIFY(QFile::setPermissions(path, QFile::Permissions(0x6666)));
     folder.SetPermissions(QFile::Permissions(0x5555));
     PictureFile::Outcome outcome;
     {
@@ -337,8 +360,8 @@ void TestSaving::formatsKeepWhatTheySay()
         QVERIFY(PictureFile::WritePicture(path, format, picture).IsOk());
         const Picture read = PictureFile::ReadPicture(path).picture;
         QCOMPARE(!read.iccProfile.isEmpty(), PictureFile::KeepsProfile(format));
-        QCOMPARE(!read.exif.isEmpty(), PictureFile::KeepsExif(format));
-        QCOMPARE(read.dpi == 300.0, PictureFile::KeepsResolution(format));
+        QCOMPARE(!read.exif.isEmpty(), PictureFile::KeepsExif(format, picture));
+        QCOMPARE(read.dpi, PictureFile::SavedResolution(format, picture));
     }
 }
 
@@ -348,8 +371,14 @@ void TestSaving::formatsAreDescribed()
     QVERIFY(!PictureFile::KeepsAlpha(Format::Jpeg));
     QVERIFY(!PictureFile::KeepsAlpha(Format::Unknown));
     QVERIFY(!PictureFile::KeepsProfile(Format::Unknown));
-    QVERIFY(!PictureFile::KeepsExif(Format::Unknown));
-    QVERIFY(!PictureFile::KeepsResolution(Format::Unknown));
+    QVERIFY(!PictureFile::KeepsProfile(Format::Unknown, "profile"));
+    QVERIFY(!PictureFile::KeepsColorUnderAlpha0(Format::Unknown));
+    Picture picture;
+    QVERIFY(PictureFile::KeepsExif(Format::Unknown, picture));
+    picture.exif = FileBytes::Exif({});
+    picture.dpi = 300;
+    QVERIFY(!PictureFile::KeepsExif(Format::Unknown, picture));
+    QCOMPARE(PictureFile::SavedResolution(Format::Unknown, picture), 0.0);
     QCOMPARE(PictureFile::DefaultEnding(Format::Jpeg), QString("jpg"));
     QCOMPARE(PictureFile::FormatName(Format::Png), QString("PNG"));
     QCOMPARE(PictureFile::FormatName(Format::Unknown), QString());
