@@ -27,8 +27,8 @@ private:
 
     LXImage32& m_Mask;
     LXRGBA32i m_Fill;
-    std::atomic<int> m_NewTiles{0};
-    std::mutex m_Mutex;        ///< of what follows
-    LXTilePointer m_SolidTile; ///< made when first needed
+    std::atomic<int> m_NewTiles{0}; ///< written whole so far
+    std::mutex m_Mutex;             ///< of what follows
+    LXTilePointer m_SolidTile;      ///< made when first needed
     QRect m_Bounds;
 };
