@@ -5,6 +5,19 @@
 #include "document/LXDocumentLayerLockerForRead.h"
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
+#include "document/MergedPartReader.h"
+
+namespace {
+/// Under the locker of that id.
+bool ReadPixel(const LXDocumentInterface* document, unsigned int id, const QPoint& point, QColor* color)
+{
+    const LXImage32* image = document->GetLayerImage(id);
+    const QPoint inImage = point - document->GetLayerGeometry(id).topLeft();
+    if (!image || !image->Rect().contains(inImage)) return false;
+    *color = QColor::fromRgba(image->GetColor(inImage.x(), inImage.y()).value);
+    return true;
+}
+} // namespace
 
 void LXDocumentInterface::EndLayerChange(unsigned int id)
 {
@@ -69,12 +82,13 @@ bool LXDocumentInterface::IsLayerEditable(unsigned int id) const
 
 bool LXDocumentInterface::GetPixel(unsigned int id, const QPoint& point, QColor* color) const
 {
+    if (id == 0) {
+        // Nothing else of the merged picture need be composed.
+        const MergedPartReader reader(this, QRect(point, QSize(1, 1)));
+        return ReadPixel(this, id, point, color);
+    }
     const LXDocumentLayerLockerForRead locker(this, id);
-    const LXImage32* image = GetLayerImage(id);
-    const QPoint inImage = point - GetLayerGeometry(id).topLeft();
-    if (!image || !image->Rect().contains(inImage)) return false;
-    *color = QColor::fromRgba(image->GetColor(inImage.x(), inImage.y()).value);
-    return true;
+    return ReadPixel(this, id, point, color);
 }
 
 unsigned int LXDocumentInterface::AddLayer(const QString& name, const LXImage32& image, const QPoint& offset,

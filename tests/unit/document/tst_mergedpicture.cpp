@@ -165,6 +165,7 @@ private slots:
     void nothingIsComposedBeforeSomebodyLooks();
     void onlyDirtyTilesAreComposedAgain();
     void onlyThePartThatIsReadIsComposed();
+    void onlyTheTileOfOnePixelIsComposed();
     void aLoneOpaqueLayerSharesItsTiles();
     void theHighestOpaqueTileHidesWhatLiesBelow();
     void aTileIsSharedOnlyWhenItLiesAsTheCanvasDoes();
@@ -258,6 +259,19 @@ void TestMergedPicture::onlyThePartThatIsReadIsComposed()
     // The rest is still to be done.
     QVERIFY(AreEqual(Merged(document.get()), Twin(document.get())));
     QCOMPARE(ComposedTiles(document.get()), quint64(16));
+}
+
+void TestMergedPicture::onlyTheTileOfOnePixelIsComposed()
+{
+    const OwnedDocument document = Make(QSize(512, 512));
+    document->AddLayer("layer", Filled(QSize(512, 512), 0xFF445566), QPoint());
+    QColor color;
+    QVERIFY(document->GetPixel(0, QPoint(511, 130), &color));
+    QCOMPARE(color.rgba(), 0xFF445566u);
+    QCOMPARE(ComposedTiles(document.get()), quint64(1));
+    for (const QPoint& outside : {QPoint(-1, 0), QPoint(512, 130), QPoint(0, 9999)})
+        QVERIFY(!document->GetPixel(0, outside, &color));
+    QCOMPARE(ComposedTiles(document.get()), quint64(1));
 }
 
 void TestMergedPicture::aLoneOpaqueLayerSharesItsTiles()
