@@ -248,9 +248,10 @@ void ReduceInto(const LXImage32& picture, int level, const std::vector<Reduction
         if (source.isEmpty()) continue;
         const int lastColumn = source.right() / SourceTileSize;
         for (int row = source.top() / SourceTileSize; row <= source.bottom() / SourceTileSize; ++row) {
-            for (int column = source.left() / SourceTileSize; column <= lastColumn; column += PieceTiles)
+            for (int column = source.left() / SourceTileSize; column <= lastColumn; column += PieceTiles) {
                 pieces.push_back(
                     {&part, &targets.back(), row, column, std::min(column + PieceTiles - 1, lastColumn)});
+            }
         }
     }
     const Reducer reducer(picture, level);

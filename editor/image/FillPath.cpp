@@ -59,7 +59,8 @@ public:
     LXTilePointer Covered(const LXTilePointer& before)
     {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        return before == m_Before ? m_After : LXTilePointer();
+        if (before != m_Before) return {};
+        return m_After;
     }
 
     void NoteCovered(const LXTilePointer& before, const LXTilePointer& after)
@@ -119,9 +120,12 @@ private:
         LXTilePointer& slot = m_Fill.image.TileAt(column, row);
         // One that is the image's alone is written in its place.
         const LXTilePointer before = slot->IsShared() ? slot : LXTilePointer();
-        if (const LXTilePointer after = before ? m_Fill.Covered(before) : LXTilePointer()) {
-            slot = after;
-            return;
+        if (before) {
+            LXTilePointer after = m_Fill.Covered(before);
+            if (after) {
+                slot.swap(after);
+                return;
+            }
         }
         Fill(column, row, part, coverage);
         if (before) m_Fill.NoteCovered(before, slot);
