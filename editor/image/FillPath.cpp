@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <mutex>
 #include <vector>
 
@@ -55,19 +56,20 @@ public:
         return m_ColorTile;
     }
 
-    /// What came out when the brush's one color covered this tile whole; null when it wasn't the last one.
+    /// What came out when the brush's one color covered this tile whole; null when that is still to be done.
     LXTilePointer Covered(const LXTilePointer& before)
     {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        if (before != m_Before) return {};
-        return m_After;
+        const auto found = m_Covered.find(before.data());
+        if (found == m_Covered.end()) return {};
+        return found->second.after;
     }
 
-    void NoteCovered(const LXTilePointer& before, const LXTilePointer& after)
+    /// Keeps what came out, and gives it back, or what another thread made in the same moment.
+    LXTilePointer NoteCovered(const LXTilePointer& before, const LXTilePointer& after)
     {
         const std::lock_guard<std::mutex> guard(m_Mutex);
-        m_Before = before;
-        m_After = after;
+        return m_Covered.emplace(before.data(), Pair{before, after}).first->second.after;
     }
 
     LXImage32& image;
@@ -78,10 +80,15 @@ public:
     std::vector<LXRGBA32i> color; ///< a tile of the brush's one color; empty for other brushes
 
 private:
+    struct Pair
+    {
+        LXTilePointer before; ///< held, so that no other tile comes to its address
+        LXTilePointer after;
+    };
+
     std::mutex m_Mutex; ///< of what follows
     LXTilePointer m_ColorTile;
-    LXTilePointer m_Before;
-    LXTilePointer m_After;
+    std::map<const LXTile*, Pair> m_Covered;
 };
 
 /// Fills one tile after the other; one thread.
@@ -128,7 +135,9 @@ private:
             }
         }
         Fill(column, row, part, coverage);
-        if (before) m_Fill.NoteCovered(before, slot);
+        if (!before) return;
+        LXTilePointer kept = m_Fill.NoteCovered(before, slot);
+        slot.swap(kept);
     }
 
     void Fill(int column, int row, const QRect& part, const TileCoverage& coverage)
