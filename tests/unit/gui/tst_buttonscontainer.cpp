@@ -2,6 +2,7 @@
 #include "core/ZKToolGroupManager.h"
 #include "gui/LToolBoxWidget.h"
 #include "gui/ZKButtonsContainer.h"
+#include "scripting/InputDriver.h"
 #include "support/TestRegistry.h"
 
 #include <QAction>
@@ -127,6 +128,7 @@ void TestButtonsContainer::aRightPressOpensTheMenuAndChoosesNothing()
     QCOMPARE(Lines()[1]->text(), QString("Color sampler tool"));
     QVERIFY(!ZKToolGroupManager::GetExplicitAction());
     m_pButton->menu()->close();
+    QTest::mouseRelease(m_pButton.get(), Qt::RightButton);
 }
 
 void TestButtonsContainer::holdingTheButtonDownOpensTheMenu()
@@ -136,6 +138,7 @@ void TestButtonsContainer::holdingTheButtonDownOpensTheMenu()
     connect(m_pButton->menu(), &QMenu::aboutToShow, m_pButton->menu(), &QWidget::hide, Qt::QueuedConnection);
     QTest::mousePress(m_pButton.get(), Qt::LeftButton);
     QVERIFY(opened.count() == 1 || opened.wait());
+    QTest::mouseRelease(m_pButton.get(), Qt::LeftButton);
 }
 
 void TestButtonsContainer::aLineOfTheMenuChoosesItsTool()
@@ -169,7 +172,7 @@ void TestButtonsContainer::anotherToolTakesTheCheckAwayAndLeavesThePicture()
     QVERIFY(!m_pButton->isChecked());
     QCOMPARE(ColorOf(m_pButton->icon()), QColor(Qt::blue));
 
-    QTest::mousePress(m_pButton.get(), Qt::LeftButton);
+    QTest::mouseClick(m_pButton.get(), Qt::LeftButton);
     QVERIFY(m_pSampler->IsChecked());
 }
 
@@ -182,9 +185,9 @@ void TestButtonsContainer::theKeyChoosesTheShownTool()
 void TestButtonsContainer::theCycleKeyGoesRoundAllTools()
 {
     m_pPicker->SetChecked(true);
-    QTest::keyClick(m_pButton.get(), Qt::Key_I, Qt::ShiftModifier);
+    InputDriver().Key(Qt::Key_I, Qt::ShiftModifier);
     QVERIFY(m_pSampler->IsChecked());
-    QTest::keyClick(m_pButton.get(), Qt::Key_I, Qt::ShiftModifier);
+    InputDriver().Key(Qt::Key_I, Qt::ShiftModifier);
     QVERIFY(m_pPicker->IsChecked());
 }
 
@@ -233,7 +236,7 @@ void TestButtonsContainer::withoutToolsAPressDoesNothing()
     m_pPicker.reset();
     m_pSampler.reset();
     QTest::mouseClick(m_pButton.get(), Qt::LeftButton);
-    QTest::keyClick(m_pButton.get(), Qt::Key_I, Qt::ShiftModifier);
+    InputDriver().Key(Qt::Key_I, Qt::ShiftModifier);
     QVERIFY(!m_pButton->isChecked());
     QVERIFY(!ZKToolGroupManager::GetExplicitAction());
 }

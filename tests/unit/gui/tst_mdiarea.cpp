@@ -8,6 +8,7 @@
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentWidget.h"
 #include "history/LexoUndoStack.h"
+#include "scripting/InputDriver.h"
 #include "support/TestRegistry.h"
 
 #include <QAction>
@@ -279,7 +280,7 @@ void TestMdiArea::windowTakesNoKeysFromTheMenus()
     close.setShortcut(QKeySequence("Ctrl+W"));
     m_pWindow->addAction(&close);
     QSignalSpy triggered(&close, &QAction::triggered);
-    QTest::keyClick(m_pWindow.get(), Qt::Key_W, Qt::ControlModifier);
+    InputDriver().Key(Qt::Key_W, Qt::ControlModifier);
     QCOMPARE(triggered.count(), 1);
 }
 

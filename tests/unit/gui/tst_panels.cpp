@@ -3,6 +3,7 @@
 #include "gui/LXOperationProgressDlg.h"
 #include "gui/LXToolWidgetManager.h"
 #include "gui/PatternSelectWidget.h"
+#include "scripting/InputDriver.h"
 #include "support/TestRegistry.h"
 
 #include <QListWidget>
@@ -223,8 +224,7 @@ void TestPanels::patternDoubleClickIsTold()
     QSignalSpy taken(&patterns, &PatternSelectWidget::ItemDoubleClicked);
     auto* list = patterns.findChild<QListWidget*>();
     const QPoint middle = list->visualItemRect(list->item(0)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, middle);
+    InputDriver().DoubleClick(list->viewport(), middle);
     QCOMPARE(taken.count(), 1);
 }
 

@@ -1,4 +1,5 @@
 #include "guicore/InputHabits.h"
+#include "scripting/InputDriver.h"
 #include "support/TestRegistry.h"
 
 #include <QApplication>
@@ -144,7 +145,7 @@ void TestInputHabits::scrollBarsStillTurn()
 void TestInputHabits::doubleClickResetsASlider()
 {
     InputHabits::ResetOnDoubleClick(m_pSlider, 32);
-    QTest::mouseDClick(m_pSlider, Qt::LeftButton, {}, m_pSlider->rect().center());
+    InputDriver().DoubleClick(m_pSlider, m_pSlider->rect().center());
     QCOMPARE(m_pSlider->value(), 32);
 }
 

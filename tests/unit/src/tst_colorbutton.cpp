@@ -6,6 +6,7 @@
 #include "gui/LToolBoxWidget.h"
 #include "gui/ZKButtonsContainer.h"
 #include "resource/ResourceFolder.h"
+#include "scripting/InputDriver.h"
 #include "support/TestRegistry.h"
 
 #include <QAction>
@@ -88,9 +89,9 @@ void TestColorButton::theKeysChooseAndCycle()
     QVERIFY(QTest::qWaitForWindowActive(box));
     QTest::keyClick(box, Qt::Key_I);
     QCOMPARE(ZKToolGroupManager::GetExplicitAction(), m_pPicker.get());
-    QTest::keyClick(box, Qt::Key_I, Qt::ShiftModifier);
+    InputDriver().Key(Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(ZKToolGroupManager::GetExplicitAction(), m_pSampler.get());
-    QTest::keyClick(box, Qt::Key_I, Qt::ShiftModifier);
+    InputDriver().Key(Qt::Key_I, Qt::ShiftModifier);
     QCOMPARE(ZKToolGroupManager::GetExplicitAction(), m_pPicker.get());
 }
 
