@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QThread>
 
@@ -55,16 +56,19 @@ QPixmap IconPicture(LXMessageBox::Icon icon, const QWidget& widget)
 LXMessageBox::Button Ask(LXMessageBox::Icon icon, QWidget* parent, const QString& title, const QString& text,
                          LXMessageBox::Buttons buttons, LXMessageBox::Button defaultButton)
 {
-    LXMessageBox box(parent);
-    box.SetIcon(icon);
-    box.SetWindowTitle(title);
-    box.SetText(text);
+    // On the heap: the parent takes its box along when it goes while the question stands.
+    const QPointer<LXMessageBox> box(new LXMessageBox(parent));
+    box->SetIcon(icon);
+    box->SetWindowTitle(title);
+    box->SetText(text);
     for (const LXMessageBox::Button stock : StockButtons) {
         if (!buttons.testFlag(stock)) continue;
-        QPushButton* button = box.AddButton(stock);
-        if (stock == defaultButton) box.SetDefaultButton(button);
+        QPushButton* button = box->AddButton(stock);
+        if (stock == defaultButton) box->SetDefaultButton(button);
     }
-    return box.Exec();
+    const LXMessageBox::Button answer = box->Exec();
+    delete box;
+    return answer;
 }
 } // namespace
 
@@ -181,7 +185,9 @@ LXMessageBox::Button LXMessageBox::Exec()
 {
     if (m_pPrivate->m_Buttons.empty()) AddButton(Close);
     m_pPrivate->m_pClicked = nullptr;
+    const QPointer<LXMessageBox> self(this);
     exec();
+    if (!self) return NoButton;
     return m_pPrivate->m_pClicked == nullptr ? NoButton : m_pPrivate->m_Buttons[m_pPrivate->m_pClicked];
 }
 

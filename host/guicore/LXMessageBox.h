@@ -39,8 +39,8 @@ public:
     };
     Q_DECLARE_FLAGS(Buttons, Button)
 
-    /// Show a message until a button is pressed. Return that button; NoButton when the frame was closed or
-    /// Escape was pressed.
+    /// Show a message until a button is pressed. Return that button; NoButton when the frame was closed,
+    /// Escape was pressed, or the parent went away.
     /// @param parent         the window that is blocked and covered; null for all of them.
     /// @param defaultButton  what Enter presses; NoButton means the first one.
     static Button Information(QWidget* parent, const QString& title, const QString& text,
@@ -68,7 +68,8 @@ public:
     void SetDefaultButton(QPushButton* button);
 
     /// Shows the box and waits for an answer. Returns the stock button that was pressed; NoButton for a
-    /// button with words of its own, a closed frame and Escape. A box without buttons gets Close.
+    /// button with words of its own, a closed frame and Escape, and for a box that was deleted meanwhile. A
+    /// box without buttons gets Close.
     Button Exec();
 
     /// The button that closed the box; null before, and when the frame was closed or Escape was pressed.

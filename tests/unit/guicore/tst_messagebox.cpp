@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -51,6 +52,9 @@ private slots:
     void enterPressesTheDefaultButton();
     void closingTheFrameIsNoButton();
     void escapeIsNoButton();
+    void aParentThatGoesIsNoButton_data();
+    void aParentThatGoesIsNoButton();
+    void aBoxThatIsDeletedWhileItAsksIsNoButton();
     void ownWordsAreAnsweredByClickedButton();
     void boxWithoutButtonsCanBeClosed();
     void textIsNotMarkup();
@@ -127,6 +131,30 @@ void TestMessageBox::escapeIsNoButton()
     WhenOpen([](LXMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
     QCOMPARE(LXMessageBox::Critical(nullptr, "Zenkari", "Stop.", LXMessageBox::Ok | LXMessageBox::Cancel),
              LXMessageBox::NoButton);
+}
+
+void TestMessageBox::aParentThatGoesIsNoButton_data()
+{
+    staticBoxesShowTheirWords_data();
+}
+
+void TestMessageBox::aParentThatGoesIsNoButton()
+{
+    QFETCH(StaticBox, show);
+    const QPointer<QWidget> parent(new QWidget);
+    WhenOpen([parent](LXMessageBox&) { delete parent; });
+    QCOMPARE(show(parent, "Zenkari", "Save?", LXMessageBox::Save | LXMessageBox::Discard, LXMessageBox::Save),
+             LXMessageBox::NoButton);
+    QVERIFY(!parent);
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void TestMessageBox::aBoxThatIsDeletedWhileItAsksIsNoButton()
+{
+    auto* box = new LXMessageBox;
+    box->AddButton(LXMessageBox::Ok);
+    WhenOpen([](LXMessageBox& open) { delete &open; });
+    QCOMPARE(box->Exec(), LXMessageBox::NoButton);
 }
 
 void TestMessageBox::ownWordsAreAnsweredByClickedButton()
