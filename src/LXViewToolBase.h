@@ -219,6 +219,9 @@ private:
     bool ActivateOnView();
     bool Deactivate();
     void DeactivateOnView();
+    /// Remembers the cursor that the view had before the tool, and gives it back.
+    void KeepCursor();
+    void GiveCursorBack();
     void FollowActionState();
     void ChangeViewWhileActive(IDocumentView* view);
     void ChangeViewWhileInactive(IDocumentView* view);

@@ -4,6 +4,7 @@
 
 #include "IDocumentView.h"
 
+#include "common/CursorAfterPanning.h"
 #include "core/ZKActivateAction.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
@@ -57,8 +58,7 @@ bool LXViewToolBase::ActivateOnView()
 {
     if (m_pDocumentView->GetState() & IDocumentView::LockBit) return false;
 
-    // The hand of a view that is being moved is not for keeping.
-    m_Cursor = m_pDocumentView->IsPanning() ? QCursor() : m_pDocumentView->Cursor();
+    KeepCursor();
     if (!m_bFilterAlways) InstallFilter(m_pDocumentView->Scene());
     if (m_pView) {
         ConnectPanning();
@@ -66,6 +66,12 @@ bool LXViewToolBase::ActivateOnView()
     }
     if (IsMouseInView()) OnEnter(nullptr);
     return true;
+}
+
+void LXViewToolBase::KeepCursor()
+{
+    // The hand of a view that is being moved is not for keeping.
+    m_Cursor = m_pDocumentView->IsPanning() ? QCursor() : m_pDocumentView->Cursor();
 }
 
 bool LXViewToolBase::Deactivate()
@@ -89,8 +95,16 @@ void LXViewToolBase::DeactivateOnView()
     if (!m_pView) return;
 
     DisconnectPanning();
-    if (m_pDocumentView->IsPanning()) return;
-    // Twice: the view's cursor and the view object's saved cursor both become the default one.
+    GiveCursorBack();
+}
+
+void LXViewToolBase::GiveCursorBack()
+{
+    if (m_pView && m_pDocumentView->IsPanning()) {
+        SetCursorAfterPanning(m_pView, m_Cursor);
+        return;
+    }
+    // Twice: both the view's cursor and the one that the view object saved.
     m_pDocumentView->SetCursor(m_Cursor);
     m_pDocumentView->SetCursor(m_Cursor);
 }
@@ -116,8 +130,7 @@ void LXViewToolBase::ChangeViewWhileActive(IDocumentView* view)
 {
     if (m_pDocumentView) {
         if (!m_bFilterAlways) RemoveFilter(m_pDocumentView->Scene());
-        m_pDocumentView->SetCursor(m_Cursor);
-        m_pDocumentView->SetCursor(m_Cursor);
+        GiveCursorBack();
         m_Cursor = QCursor();
     }
 
@@ -125,8 +138,8 @@ void LXViewToolBase::ChangeViewWhileActive(IDocumentView* view)
     RewireView(view ? view->GetDocumentView() : nullptr);
     if (!view) return;
 
-    m_Cursor = view->Cursor();
-    view->SetCursor(GetCursor());
+    KeepCursor();
+    if (!view->IsPanning()) RefreshCursor();
     // A tool that always filters is a panel and isn't activated, so it gets no filter here.
     if (!m_bFilterAlways) InstallFilter(view->Scene());
     if (IsMouseInView()) OnEnter(nullptr);

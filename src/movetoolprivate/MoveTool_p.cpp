@@ -5,6 +5,7 @@
 #include "movetoolprivate/CopyPasteThread.h"
 #include "ui_MoveToolBar.h"
 
+#include "common/CursorAfterPanning.h"
 #include "common/Reports.h"
 #include "core/ZKApplication.h"
 #include "core/ZKToolBarManager.h"
@@ -244,16 +245,11 @@ void MoveToolPrivate::GiveCursorBack()
 
     m_bHasCursor = false;
     const QCursor cursor = std::exchange(m_SavedCursor, QCursor());
-    if (!m_pDocumentView->IsPanning()) {
+    if (m_pDocumentView->IsPanning()) {
+        SetCursorAfterPanning(view, cursor);
+    } else {
         m_pDocumentView->SetCursor(cursor);
-        return;
     }
-    // The hand stays as long as the picture is moved; then the view would show this tool's cursor again.
-    auto* end = new QObject(view);
-    connect(view, &ZKDocumentView::PanningEnabled, end, [end, view, cursor] {
-        view->setCursor(cursor);
-        end->deleteLater();
-    });
 }
 
 void MoveToolPrivate::OnPanningEnabled(bool enabled)

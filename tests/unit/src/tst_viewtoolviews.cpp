@@ -23,6 +23,8 @@ private slots:
     void panningIsHeardOnTheCurrentViewOfAnActiveTool();
     void activationDuringPanningLeavesThePanCursor();
     void deactivationDuringPanningLeavesThePanCursor();
+    void aViewThatIsEnteredDuringPanningKeepsThePanCursor();
+    void aViewThatIsLeftDuringPanningKeepsThePanCursor();
     void aPanelThatIsActiveGetsNoFilterFromANewView();
     void activationOfAPanelLeavesItsFilterAlone();
     void whatIsHeardDependsOnPanningAndTheTool_data();
@@ -156,6 +158,42 @@ void TestViewToolViews::deactivationDuringPanningLeavesThePanCursor()
     QVERIFY(panning != Qt::ArrowCursor);
     m_pTool->Activate(false);
     QCOMPARE(m_pFirst->View()->cursor().shape(), panning);
+    // Nor does the cursor of the tool that is gone come back afterwards.
+    m_pFirst->View()->EnablePanning(false);
+    QCOMPARE(m_pFirst->View()->cursor().shape(), Qt::ArrowCursor);
+}
+
+void TestViewToolViews::aViewThatIsEnteredDuringPanningKeepsThePanCursor()
+{
+    m_pTool->SetDocumentView(&m_pFirst->ToolView());
+    m_pTool->Activate(true);
+    m_pSecond->View()->EnablePanning(true);
+    const Qt::CursorShape panning = m_pSecond->View()->cursor().shape();
+    m_pTool->SetDocumentView(&m_pSecond->ToolView());
+    QCOMPARE(m_pSecond->View()->cursor().shape(), panning);
+    m_pSecond->View()->EnablePanning(false);
+    QCOMPARE(m_pSecond->View()->cursor().shape(), Qt::CrossCursor);
+    m_pTool->SetDocumentView(nullptr);
+    QCOMPARE(m_pSecond->View()->cursor().shape(), Qt::ArrowCursor);
+}
+
+void TestViewToolViews::aViewThatIsLeftDuringPanningKeepsThePanCursor()
+{
+    m_pFirst->View()->setCursor(Qt::IBeamCursor);
+    m_pTool->SetDocumentView(&m_pFirst->ToolView());
+    m_pTool->Activate(true);
+    m_pFirst->View()->EnablePanning(true);
+    const Qt::CursorShape panning = m_pFirst->View()->cursor().shape();
+    m_pTool->SetDocumentView(&m_pSecond->ToolView());
+    QCOMPARE(m_pFirst->View()->cursor().shape(), panning);
+    m_pFirst->View()->EnablePanning(false);
+    QCOMPARE(m_pFirst->View()->cursor().shape(), Qt::IBeamCursor);
+    // Back in the meantime, the tool has its cursor.
+    m_pSecond->View()->EnablePanning(true);
+    m_pTool->SetDocumentView(nullptr);
+    m_pTool->SetDocumentView(&m_pSecond->ToolView());
+    m_pSecond->View()->EnablePanning(false);
+    QCOMPARE(m_pSecond->View()->cursor().shape(), Qt::CrossCursor);
 }
 
 void TestViewToolViews::aPanelThatIsActiveGetsNoFilterFromANewView()

@@ -1,0 +1,14 @@
+#include "common/CursorAfterPanning.h"
+
+#include "gui/ZKDocumentView.h"
+
+#include <QCursor>
+
+void SetCursorAfterPanning(ZKDocumentView* view, const QCursor& cursor)
+{
+    auto* const end = new QObject(view);
+    QObject::connect(view, &ZKDocumentView::PanningEnabled, end, [end, view, cursor] {
+        view->setCursor(cursor);
+        end->deleteLater();
+    });
+}
