@@ -3,9 +3,11 @@
 #include "document/LXColorTransformBase.h"
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentLayerLockerForRead.h"
+#include "document/MergedPartReader.h"
 
 namespace {
 constexpr int LargestRadius = 3;
+constexpr unsigned int MergedPictureId = 0;
 
 /// Sums of up to 7 x 7 pixels, the colors weighted by alpha.
 struct WeightedSum
@@ -58,11 +60,18 @@ QColor LXColorInfoHelper::AverageColor(const LXDocumentInterface* document, unsi
                                        const QPoint& point, int radius)
 {
     if (!document) return QColor();
-    const LXDocumentLayerLockerForRead locker(document, id);
     const QRect canvas(QPoint(0, 0), document->GetDocumentSize());
+    if (!canvas.contains(point)) return QColor();
+
+    const QRect square = SquareRound(point, radius) & canvas;
+    if (id == MergedPictureId) {
+        // The pointer needs a few pixels of a picture that may be large, and many times a second.
+        const MergedPartReader reader(document, square);
+        return MeanOver(*document->GetLayerImage(id), QPoint(0, 0), square);
+    }
+    const LXDocumentLayerLockerForRead locker(document, id);
     const LXImage32* image = document->GetLayerImage(id);
-    if (!image || !canvas.contains(point)) return QColor();
-    return MeanOver(*image, document->GetLayerGeometry(id).topLeft(), SquareRound(point, radius) & canvas);
+    return image ? MeanOver(*image, document->GetLayerGeometry(id).topLeft(), square) : QColor();
 }
 
 QColor LXColorInfoHelper::AverageColor(const LXDocumentInterface* document, unsigned int id,

@@ -21,8 +21,8 @@ class ZK_HOST_EXPORT LXColorInfoHelper
 public:
     LXColorInfoHelper() = delete;
 
-    /// Of a layer, or of the merged picture for id 0; takes the locker itself. Pixels of the canvas that the
-    /// layer doesn't reach count as transparent.
+    /// Of a layer, or of the merged picture for id 0, of which no more than the square is brought up to date;
+    /// takes the locker itself. Pixels of the canvas that the layer doesn't reach count as transparent.
     /// @param point   document pixels; outside the canvas gives an invalid color, as does a bad id
     /// @param radius  from 0 (the pixel itself) to 3; what lies outside is brought to the nearer end
     static QColor AverageColor(const LXDocumentInterface* document, unsigned int id, const QPoint& point,

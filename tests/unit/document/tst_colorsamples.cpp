@@ -1,5 +1,7 @@
+#include "document/LXColorInfoHelper.h"
 #include "document/LXColorSampleModel.h"
 #include "document/LXDocumentFactory.h"
+#include "document/LXDocumentInterface_p.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 
@@ -48,6 +50,7 @@ private slots:
 
     void samplesComeInAndGo();
     void colorIsThatOfTheMergedPicture();
+    void onlyWhatIsReadOfALargePictureIsComposed();
     void radiusTakesTheMeanOfASquare();
     void meanIsWeightedByAlpha();
     void squareIsCutByTheCanvas();
@@ -105,6 +108,24 @@ void TestColorSamples::colorIsThatOfTheMergedPicture()
     m_pDocument->AddLayer("dot", OnePixel(0xFF0000FF), QPoint(5, 6));
     QCOMPARE(m_pSamples->GetColor(0), QColor(0, 0, 255));
     QCOMPARE(m_pSamples->index(0).data(Qt::DecorationRole).value<QColor>(), QColor(0, 0, 255));
+}
+
+void TestColorSamples::onlyWhatIsReadOfALargePictureIsComposed()
+{
+    const OwnedDocument document = Make(QSize(1280, 1280));
+    document->AddLayer("ground", Filled(QSize(1280, 1280), 0xFF0A141E), QPoint());
+    const auto composed = [&document] {
+        return LXDocumentInterfacePrivate::Get(document.get())->merged.ComposedTiles();
+    };
+    const quint64 before = composed();
+    document->GetColorSamples()->InsertSample(0, {640, 300});
+    QCOMPARE(document->GetColorSamples()->GetColor(0), QColor(10, 20, 30));
+    QCOMPARE(composed(), before + 1);
+    // The square reaches over the edge of a tile.
+    QCOMPARE(LXColorInfoHelper::AverageColor(document.get(), 0, {640, 300}, 1), QColor(10, 20, 30));
+    QCOMPARE(composed(), before + 2);
+    QVERIFY(!LXColorInfoHelper::AverageColor(document.get(), 0, {1280, 300}, 1).isValid());
+    QCOMPARE(composed(), before + 2);
 }
 
 void TestColorSamples::radiusTakesTheMeanOfASquare()
