@@ -68,6 +68,14 @@ QSize NavigatorWidget::minimumSizeHint() const
     return LeastSize;
 }
 
+bool NavigatorWidget::event(QEvent* event)
+{
+    const bool isTaken = QWidget::event(event);
+    // Another screen may have finer pixels.
+    if (event->type() == QEvent::ScreenChangeInternal) m_pPrivate->UpdatePlace();
+    return isTaken;
+}
+
 void NavigatorWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

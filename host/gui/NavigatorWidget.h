@@ -60,6 +60,7 @@ signals:
     void ViewRectPosChanged(QPoint center);
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;

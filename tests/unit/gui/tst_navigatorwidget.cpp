@@ -31,6 +31,29 @@ struct Swapping : LXColorTransformBase
     }
 };
 
+/// May be moved to screens with finer pixels.
+class MovableNavigator : public NavigatorWidget
+{
+public:
+    void MoveToScreen(int ratio)
+    {
+        m_Ratio = ratio;
+        QEvent moved(QEvent::ScreenChangeInternal);
+        QCoreApplication::sendEvent(this, &moved);
+    }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override
+    {
+        if (metric == PdmDevicePixelRatio) return m_Ratio;
+        if (metric == PdmDevicePixelRatioScaled) return int(m_Ratio * devicePixelRatioFScale());
+        return NavigatorWidget::metric(metric);
+    }
+
+private:
+    int m_Ratio = 1;
+};
+
 /// Red on the left half, green on the right one, darker below.
 QRgb ColorAt(int x, int y)
 {
@@ -56,6 +79,7 @@ private slots:
     void withoutATransformTheProfilesGiveIt();
     void anotherProfileReplacesTheTransform();
     void aFineScreenGetsFinePixels();
+    void anotherScreenGetsItsOwnPixels();
     void aSmallPictureIsEnlargedWithSharpPixels();
     void transparencyIsAChecker();
     void anotherCanvasIsShown();
@@ -246,6 +270,34 @@ void TestNavigatorWidget::aFineScreenGetsFinePixels()
     QCOMPARE(pieces.front().first, QPoint(64, 0));
     QCOMPARE(pieces.front().second.pixel(0, 0), 0xFF000000U);
     QCOMPARE(pieces.front().second.pixel(1, 0), 0xFFFFFFFFU);
+}
+
+void TestNavigatorWidget::anotherScreenGetsItsOwnPixels()
+{
+    const auto striped =
+        MakeDocument({800, 400}, [](int x, int) { return x / 2 % 2 ? qRgb(255, 255, 255) : qRgb(0, 0, 0); });
+    MovableNavigator navigator;
+    navigator.resize(208, 158);
+    navigator.SetDocument(striped.get(), nullptr);
+    navigator.show();
+    const auto isMade = [&navigator] { return !navigator.IsRebuilding(); };
+    QVERIFY(QTest::qWaitFor(isMade, Limit));
+    // Two columns of the screen for each pair of stripes, as they would be seen there.
+    const auto shown = [&navigator] {
+        QImage picture(navigator.size() * 2, QImage::Format_RGB32);
+        picture.setDevicePixelRatio(2);
+        navigator.render(&picture);
+        return QVector<QRgb>({picture.pixel(208, 158), picture.pixel(209, 158)});
+    };
+    const QVector<QRgb> melted(2, qRgb(128, 128, 128));
+    QCOMPARE(shown(), melted);
+    navigator.MoveToScreen(2);
+    QVERIFY(QTest::qWaitFor(isMade, Limit));
+    const QVector<QRgb> sharp = shown();
+    QVERIFY(qAbs(qRed(sharp[0]) - qRed(sharp[1])) > 200);
+    navigator.MoveToScreen(1);
+    QVERIFY(QTest::qWaitFor(isMade, Limit));
+    QCOMPARE(shown(), melted);
 }
 
 void TestNavigatorWidget::aSmallPictureIsEnlargedWithSharpPixels()
