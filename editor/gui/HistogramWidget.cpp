@@ -155,7 +155,8 @@ void HistogramWidgetPrivate::PaintRange(QPainter& painter) const
 void HistogramWidgetPrivate::PaintProgress(QPainter& painter) const
 {
     const double share = Survey().DeliveredShare();
-    if (!Survey().IsUnderWay() || share >= 1 || m_Since.elapsed() < ProgressAfter) return;
+    // What was only asked for hasn't begun, and what was changed a moment ago is soon counted.
+    if (!Survey().IsAtWork() || share >= 1 || m_Clock() - m_CountingSince < ProgressAfter) return;
     const QRectF plot = PlotRect();
     painter.fillRect(QRectF(plot.left(), plot.top(), plot.width() * share, ProgressHeight),
                      m_pWidget->palette().color(QPalette::Text));

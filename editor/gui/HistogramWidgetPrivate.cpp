@@ -2,6 +2,7 @@
 #include "gui/HistogramWidget.h"
 #include "gui/HistogramWidget_p.h"
 
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -20,11 +21,15 @@ int ToInt(qint64 pixels)
 } // namespace
 
 HistogramWidgetPrivate::HistogramWidgetPrivate(HistogramWidget* widget)
-    : QObject(widget), m_pWidget(widget), m_Levels(this)
+    : QObject(widget),
+      m_pWidget(widget),
+      m_Levels(this),
+      m_Clock([] { return QDeadlineTimer::current().deadline(); })
 {
     connect(&m_Levels, &LevelSurvey::Changed, this, &HistogramWidgetPrivate::OnCountsChanged);
     PictureSurvey& survey = m_Levels.Survey();
     connect(&survey, &PictureSurvey::Restarted, this, &HistogramWidgetPrivate::OnRestarted);
+    connect(&survey, &PictureSurvey::Began, this, [this] { m_CountingSince = m_Clock(); });
     connect(&survey, &PictureSurvey::Finished, widget, QOverload<>::of(&QWidget::update));
     connect(&survey, &PictureSurvey::Failed, this, &HistogramWidgetPrivate::OnFailed);
 }
@@ -153,7 +158,6 @@ int HistogramWidgetPrivate::LevelAt(int x) const
 
 void HistogramWidgetPrivate::OnRestarted()
 {
-    m_Since.start();
     if (HasDocument()) return;
     AbortDrag();
     SetLevel(std::nullopt);

@@ -3,8 +3,7 @@
 #include "gui/HistogramLevels.h"
 #include "gui/LevelSurvey.h"
 
-#include <QElapsedTimer>
-
+#include <functional>
 #include <optional>
 
 class HistogramWidget;
@@ -26,6 +25,9 @@ public:
     const PictureSurvey& Survey() const { return m_Levels.Survey(); }
 
     bool HasDocument() const { return Survey().HasDocument(); }
+
+    /// Another clock than that of the system, in milliseconds.
+    void SetClock(std::function<qint64()> clock) { m_Clock = std::move(clock); }
 
     /// Where the levels are drawn, widget pixels; the strip of levels is below.
     QRect PlotRect() const;
@@ -79,5 +81,6 @@ private:
     std::optional<int> m_KeyAnchor;
     std::optional<int> m_Level; ///< under the pointer, or chosen by a key
     std::optional<qint64> m_ToldCount;
-    QElapsedTimer m_Since; ///< the counting of all began
+    std::function<qint64()> m_Clock;
+    qint64 m_CountingSince = 0; ///< by the clock, when it last began after a rest
 };

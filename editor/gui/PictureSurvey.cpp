@@ -55,6 +55,7 @@ void PictureSurvey::Restart()
     m_StaleCount = m_Grid.width() * m_Grid.height();
     m_Stale.assign(std::size_t(m_StaleCount), true);
     m_Next = 0;
+    m_bResting = true;
     m_Running.clear();
     emit Restarted();
     Ask();
@@ -69,6 +70,7 @@ void PictureSurvey::Ask()
 void PictureSurvey::SetSeen(bool seen)
 {
     m_bSeen = seen;
+    if (!seen) m_bResting = true;
     if (m_bAsked && seen) m_Begin.start();
 }
 
@@ -102,11 +104,13 @@ void PictureSurvey::MarkStale(const QRect& docRect)
 void PictureSurvey::Proceed()
 {
     if (!m_bAsked || !m_bSeen || m_IsRunningWanted) return;
+    if (std::exchange(m_bResting, false)) emit Began();
     Batch batch;
     try {
         FillBatch(batch);
         if (batch.tiles.empty()) {
             m_bAsked = false;
+            m_bResting = true;
             emit Finished();
             return;
         }
@@ -197,5 +201,6 @@ void PictureSurvey::OnWorkerFinished()
 void PictureSurvey::Fail()
 {
     m_bAsked = false;
+    m_bResting = true;
     emit Failed();
 }

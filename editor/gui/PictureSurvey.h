@@ -61,6 +61,9 @@ public:
     /// Whether something that was asked for isn't delivered yet.
     bool IsUnderWay() const { return m_bAsked || m_IsRunningWanted; }
 
+    /// Whether it was begun with since the last rest, and isn't all delivered.
+    bool IsAtWork() const { return !m_bResting; }
+
     /// The share of the picture that is delivered and didn't change since, 0 to 1.
     double DeliveredShare() const;
 
@@ -70,6 +73,8 @@ public:
 signals:
     /// Another document or another canvas: what was delivered before is void.
     void Restarted();
+    /// Work begins after a rest: nothing was asked for, or nobody saw it.
+    void Began();
     /// All that was asked for is delivered.
     void Finished();
     /// There is not enough memory for what was asked for; the next Ask() tries again.
@@ -107,6 +112,7 @@ private:
     int m_Next = 0; ///< where the search for stale tiles goes on
     bool m_bAsked = false;
     bool m_bSeen = false;
+    bool m_bResting = true; ///< the next batch is the first one after a rest
     qint64 m_TakenTiles = 0;
     std::vector<QPoint> m_Running; ///< the tiles that the worker has
     Wanted m_IsRunningWanted;      ///< null while no worker runs

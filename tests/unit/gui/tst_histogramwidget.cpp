@@ -62,6 +62,8 @@ private slots:
     void levelsAreDrawnAsHighAsTheyAreFrequent();
     void levelsOutsideTheRangeAreDim();
     void failedCountingIsToldInThePlot();
+    void longCountingShowsHowFarItIs();
+    void smallChangesShowNoProgress();
     void itCanBeReachedAndHasAName();
 
 private:
@@ -79,6 +81,14 @@ private:
     QColor ShownAt(int level, int y) const
     {
         return m_pHistogram->grab().toImage().pixelColor(PointOf(level).x(), y);
+    }
+
+    /// Its line is the first row of the plot, where nothing else is drawn at black.
+    bool IsProgressShown() const
+    {
+        const QRect plot = HistogramWidgetPrivate::Get(m_pHistogram.get())->PlotRect();
+        const QColor ink = m_pHistogram->palette().color(QPalette::Text);
+        return m_pHistogram->grab().toImage().pixelColor(plot.topLeft()) == ink;
     }
 
     qint64 TakenTiles() const
@@ -437,6 +447,50 @@ void TestHistogramWidget::failedCountingIsToldInThePlot()
     QCOMPARE(Take(*m_pCount), QVector<int>({0}));
     m_pHistogram->SetLevelRange(128, 255);
     QCOMPARE(Take(*m_pCount), QVector<int>({25600}));
+}
+
+void TestHistogramWidget::longCountingShowsHowFarItIs()
+{
+    qint64 now = 0;
+    HistogramWidgetPrivate::Get(m_pHistogram.get())->SetClock([&now] { return now; });
+    // More tiles than are counted at a time, so the first numbers come when there is more to come.
+    const auto large = MakeDocument({2600, 1300}, qRgb(50, 50, 50));
+    QVector<QPair<qint64, bool>> seen;
+    connect(m_pHistogram.get(), &HistogramWidget::CountChanged, this, [&](int pixels) {
+        if (pixels == 0 || pixels == 2600 * 1300 || !seen.isEmpty()) return;
+        for (const qint64 passed : {999, 1000}) {
+            now += passed - now;
+            seen.append({now, IsProgressShown()});
+        }
+    });
+    m_pHistogram->SetDocument(large.get());
+    QVERIFY(!IsProgressShown());
+    QVERIFY(WaitUntilCounted());
+    QCOMPARE(seen, (QVector<QPair<qint64, bool>>{{999, false}, {1000, true}}));
+    QVERIFY(!IsProgressShown());
+}
+
+void TestHistogramWidget::smallChangesShowNoProgress()
+{
+    qint64 now = 0;
+    HistogramWidgetPrivate::Get(m_pHistogram.get())->SetClock([&now] { return now; });
+    m_pHistogram->SetDocument(m_pDocument.get());
+    QVERIFY(WaitUntilCounted());
+    now = 60000;
+    m_pDocument->LayerImageChanged(1, QRect(10, 10, 5, 5));
+    m_pHistogram->RebuildHistogramm();
+    // Asked for, and nothing else happened.
+    QVERIFY(m_pHistogram->IsCounting());
+    QVERIFY(!IsProgressShown());
+    QVERIFY(WaitUntilCounted());
+    // What waited while nobody saw it begins when it is seen.
+    m_pHistogram->hide();
+    m_pDocument->LayerImageChanged(1, QRect(10, 10, 5, 5));
+    m_pHistogram->RebuildHistogramm();
+    now = 120000;
+    m_pHistogram->show();
+    QVERIFY(!IsProgressShown());
+    QVERIFY(WaitUntilCounted());
 }
 
 void TestHistogramWidget::itCanBeReachedAndHasAName()

@@ -76,6 +76,7 @@ private slots:
     void itMayGoWhileTheWorkerRuns();
     void withoutADocumentNothingHappens();
     void theShareGrowsToAll();
+    void theBeginIsToldOnceAfterEachRest();
 
 private:
     /// Notes the delivered tiles.
@@ -346,6 +347,36 @@ void TestPictureSurvey::theShareGrowsToAll()
     QCOMPARE(m_pSurvey->DeliveredShare(), 1.0);
     Paint(QRect(0, 0, 129, 10));
     QVERIFY(qAbs(m_pSurvey->DeliveredShare() - 4.0 / 6) < 1e-9);
+}
+
+void TestPictureSurvey::theBeginIsToldOnceAfterEachRest()
+{
+    QSignalSpy began(m_pSurvey.get(), &PictureSurvey::Began);
+    m_pSurvey->Follow(m_pDocument.get(), Noting());
+    QVERIFY(!m_pSurvey->IsAtWork());
+    QVERIFY(WaitUntilFinished());
+    QVERIFY(!m_pSurvey->IsAtWork());
+    QCOMPARE(began.count(), 1);
+    Paint(QRect(0, 0, 5, 5));
+    m_pSurvey->Ask();
+    QVERIFY(!m_pSurvey->IsAtWork());
+    QVERIFY(WaitUntilFinished());
+    QCOMPARE(began.count(), 2);
+
+    Gate gate;
+    m_pSurvey->Follow(m_pDocument.get(), Stopping(gate));
+    QCoreApplication::processEvents();
+    gate.WaitUntilReached();
+    const bool isAtWork = m_pSurvey->IsAtWork();
+    m_pSurvey->SetSeen(false);
+    const bool isAtWorkUnseen = m_pSurvey->IsAtWork();
+    m_pSurvey->SetSeen(true);
+    gate.Open();
+    QVERIFY(isAtWork);
+    // Unseen it rests, although the worker was still to end.
+    QVERIFY(!isAtWorkUnseen);
+    QVERIFY(WaitUntilFinished());
+    QCOMPARE(began.count(), 4);
 }
 
 ZK_REGISTER_TEST(tst_picturesurvey, TestPictureSurvey)
