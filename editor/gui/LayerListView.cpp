@@ -6,6 +6,8 @@
 
 #include <QHelpEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
 #include <QToolTip>
 
 #include <utility>
@@ -43,6 +45,27 @@ bool LayerListView::TakeEyePress(const QMouseEvent* event)
     m_bEyeIsDown = true;
     emit EyePressed(index.row());
     return true;
+}
+
+void LayerListView::focusInEvent(QFocusEvent* event)
+{
+    const QScopedValueRollback<bool> taking(m_bTakesFocus, true);
+    QListView::focusInEvent(event);
+}
+
+QModelIndex LayerListView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // With the focus the base would make the first row the current one: another path, for who only passes by.
+    return m_bTakesFocus ? QModelIndex() : QListView::moveCursor(action, modifiers);
+}
+
+void LayerListView::paintEvent(QPaintEvent* event)
+{
+    QListView::paintEvent(event);
+    if (!hasFocus() || currentIndex().isValid()) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Link));
+    painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
 }
 
 void LayerListView::mousePressEvent(QMouseEvent* event)

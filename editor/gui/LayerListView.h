@@ -7,7 +7,8 @@
 class LaterUpdate;
 
 /// The list of layers, and that of paths. A press on an eye, with all that follows until its release, selects
-/// nothing. Thumbnails follow the picture.
+/// nothing, and neither does the focus: where no row is the current one, it shows round the list, and the
+/// arrows begin with the first row. Thumbnails follow the picture.
 class LayerListView : public QListView
 {
     Q_OBJECT
@@ -25,6 +26,9 @@ signals:
 protected:
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles) override;
+    void focusInEvent(QFocusEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -38,5 +42,6 @@ private:
 
     LaterUpdate* m_pLater;
     bool m_bEyeIsDown = false;
+    bool m_bTakesFocus = false;
     std::function<QString()> m_ChoiceObstacle;
 };

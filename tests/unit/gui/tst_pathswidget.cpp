@@ -22,6 +22,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -67,6 +68,7 @@ private slots:
     void letsGoOfAViewThatGoes();
     void followsAndSetsTheCurrentPath();
     void clickBesideTheRowsChoosesNone();
+    void theFocusChoosesNone();
     void newPathIsTheLastAndTheCurrentOne();
     void newPathsHaveFreeNames();
     void deletedPathComesBackAsItWas();
@@ -244,6 +246,30 @@ void TestPathsWidget::clickBesideTheRowsChoosesNone()
     QVERIFY(!Selection()->hasSelection());
     QCOMPARE(Selection()->CurrentPath(), -1);
     QVERIFY(!Button("m_pDeleteBtn")->isEnabled());
+}
+
+void TestPathsWidget::theFocusChoosesNone()
+{
+    Selection()->clear();
+    Button("m_pAddBtn")->setFocus();
+    const QImage before = List()->grab().toImage();
+    QSignalSpy current(Selection(), &QItemSelectionModel::currentChanged);
+    for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason,
+                                         Qt::ActiveWindowFocusReason, Qt::OtherFocusReason}) {
+        List()->setFocus(reason);
+        QVERIFY(List()->hasFocus());
+        QCOMPARE(current.count(), 0);
+        QCOMPARE(Selection()->CurrentPath(), -1);
+        // The focus is seen all the same.
+        QVERIFY(List()->grab().toImage() != before);
+        Button("m_pAddBtn")->setFocus();
+    }
+    QCOMPARE(List()->grab().toImage(), before);
+    // The arrows begin with the first row.
+    List()->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(List(), Qt::Key_Down);
+    QCOMPARE(Selection()->CurrentPath(), 0);
+    QVERIFY(Selection()->isSelected(Paths()->index(0)));
 }
 
 void TestPathsWidget::newPathIsTheLastAndTheCurrentOne()
