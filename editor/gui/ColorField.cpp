@@ -93,16 +93,31 @@ void ColorField::paintEvent(QPaintEvent*)
 
 void ColorField::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) PickAt(event->pos());
+    if (event->button() != Qt::LeftButton) return;
+    m_Former = {m_Hue, m_Saturation};
+    emit DragBegan();
+    PickAt(event->pos());
 }
 
 void ColorField::mouseMoveEvent(QMouseEvent* event)
 {
-    if (event->buttons().testFlag(Qt::LeftButton)) PickAt(event->pos());
+    if (m_Former) PickAt(event->pos());
+}
+
+void ColorField::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) m_Former.reset();
+}
+
+void ColorField::hideEvent(QHideEvent* event)
+{
+    m_Former.reset();
+    QWidget::hideEvent(event);
 }
 
 void ColorField::keyPressEvent(QKeyEvent* event)
 {
+    if (event->key() == Qt::Key_Escape && m_Former) return CancelDrag();
     const double factor = event->modifiers().testFlag(Qt::ShiftModifier) ? LargeFactor : 1;
     switch (event->key()) {
     case Qt::Key_Left: return Pick(m_Hue - factor * HueStep, m_Saturation);
@@ -115,6 +130,15 @@ void ColorField::keyPressEvent(QKeyEvent* event)
     case Qt::Key_PageDown: return Pick(m_Hue, 0);
     default: QWidget::keyPressEvent(event);
     }
+}
+
+void ColorField::CancelDrag()
+{
+    const auto [hue, saturation] = *std::exchange(m_Former, std::nullopt);
+    emit DragCancelled();
+    if (hue == m_Hue && saturation == m_Saturation) return;
+    SetHueSaturation(hue, saturation);
+    emit Picked(hue, saturation);
 }
 
 void ColorField::PickAt(const QPoint& pos)

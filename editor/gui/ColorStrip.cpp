@@ -3,8 +3,11 @@
 #include "gui/ColorMark.h"
 #include "gui/ShownGradients.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <utility>
 
 namespace {
 constexpr int Line = 1; // round the strip, where the focus shows
@@ -65,12 +68,37 @@ void ColorStrip::paintEvent(QPaintEvent*)
 
 void ColorStrip::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) PickAt(event->pos().y());
+    if (event->button() != Qt::LeftButton) return;
+    m_Former = value();
+    emit DragBegan();
+    PickAt(event->pos().y());
 }
 
 void ColorStrip::mouseMoveEvent(QMouseEvent* event)
 {
-    if (event->buttons().testFlag(Qt::LeftButton)) PickAt(event->pos().y());
+    if (m_Former) PickAt(event->pos().y());
+}
+
+void ColorStrip::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) m_Former.reset();
+}
+
+void ColorStrip::hideEvent(QHideEvent* event)
+{
+    m_Former.reset();
+    QAbstractSlider::hideEvent(event);
+}
+
+void ColorStrip::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Escape || !m_Former) {
+        QAbstractSlider::keyPressEvent(event);
+        return;
+    }
+    const int former = *std::exchange(m_Former, std::nullopt);
+    emit DragCancelled();
+    setValue(former);
 }
 
 void ColorStrip::PickAt(int y)

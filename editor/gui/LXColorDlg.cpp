@@ -44,6 +44,9 @@ public:
 
 private:
     void ConnectFields();
+    /// The choice goes back behind the rounded numbers of what was dragged.
+    template <class Dragged>
+    void ConnectDrag(const Dragged* dragged);
     void ConnectNumbers();
 
     void Choose(const QColor& color);
@@ -62,6 +65,7 @@ private:
 
     LXColorDlg* m_pDialog;
     ColorChoice m_Choice;
+    ColorChoice m_BeforeDrag;
 };
 
 void LXColorDlgPrivate::SetUp()
@@ -83,12 +87,24 @@ void LXColorDlgPrivate::ConnectFields()
     QObject::connect(m_Ui.m_pStrip, &ColorStrip::valueChanged, m_pDialog, [this](int value) {
         ChooseHsv({m_Choice.GetHsv().hue, m_Choice.GetHsv().saturation, value / ByteMax});
     });
+    ConnectDrag(m_Ui.m_pField);
+    ConnectDrag(m_Ui.m_pStrip);
     QObject::connect(m_Ui.m_pOldWell, &ColorWell::clicked, m_pDialog,
                      [this] { Choose(m_Ui.m_pOldWell->GetColor()); });
     QObject::connect(m_Ui.m_pRecentLst, &RecentColorsView::Picked, m_pDialog,
                      [this](const QColor& color) { Choose(color); });
     QObject::connect(m_Ui.m_pButtons, &QDialogButtonBox::accepted, m_pDialog, &LXColorDlg::Accept);
     QObject::connect(m_Ui.m_pButtons, &QDialogButtonBox::rejected, m_pDialog, &LXColorDlg::Reject);
+}
+
+template <class Dragged>
+void LXColorDlgPrivate::ConnectDrag(const Dragged* dragged)
+{
+    QObject::connect(dragged, &Dragged::DragBegan, m_pDialog, [this] { m_BeforeDrag = m_Choice; });
+    QObject::connect(dragged, &Dragged::DragCancelled, m_pDialog, [this] {
+        m_Choice = m_BeforeDrag;
+        Changed();
+    });
 }
 
 void LXColorDlgPrivate::ConnectNumbers()

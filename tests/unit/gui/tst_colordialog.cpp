@@ -34,6 +34,8 @@ private slots:
     void hueSaturationAndValueAreFollowed();
     void writtenColorsAreFollowed();
     void fieldAndStripAreFollowed();
+    void escapeEndsADragWithTheColorFromBefore_data();
+    void escapeEndsADragWithTheColorFromBefore();
     void theHueSurvivesTheWayThroughGray();
     void oneStepOfANumberLeavesTheOthersExact();
     void theOldColorIsAPressAway();
@@ -190,6 +192,43 @@ void TestColorDialog::fieldAndStripAreFollowed()
     field->setFocus();
     m_Input.Key(Qt::Key_PageDown);
     QCOMPARE(m_pDialog->GetColor(), QColor(254, 254, 254));
+}
+
+void TestColorDialog::escapeEndsADragWithTheColorFromBefore_data()
+{
+    QTest::addColumn<QString>("dragged");
+    QTest::newRow("field") << "m_pField";
+    QTest::newRow("strip") << "m_pStrip";
+}
+
+void TestColorDialog::escapeEndsADragWithTheColorFromBefore()
+{
+    QFETCH(const QString, dragged);
+    Show();
+    // A value of 33 % lies between two of the 256 of the strip.
+    Write(Spin("m_pHueSpn"), "210");
+    Write(Spin("m_pSaturationSpn"), "57");
+    Write(Spin("m_pValueSpn"), "33");
+    const QColor before = m_pDialog->GetColor();
+    auto* widget = Find<QWidget>(dragged.toLatin1().constData());
+    m_Input.Press(widget, QPoint(7, 20));
+    m_Input.Move(widget, QPoint(9, 40));
+    QVERIFY(m_pDialog->GetColor() != before);
+    QColor told;
+    connect(m_pDialog.get(), &LXColorDlg::ColorChanged, this, [&told](const QColor& color) { told = color; });
+    m_Input.Key(Qt::Key_Escape);
+    QCOMPARE(m_pDialog->GetColor(), before);
+    QCOMPARE(told, before);
+    QVERIFY(m_pDialog->isVisible());
+    m_Input.Move(widget, QPoint(9, 60));
+    m_Input.Release(widget, QPoint(9, 60));
+    QCOMPARE(m_pDialog->GetColor(), before);
+    // Nothing was rounded behind the numbers either: gray and back is the same color.
+    Write(Spin("m_pSaturationSpn"), "0");
+    Write(Spin("m_pSaturationSpn"), "57");
+    QCOMPARE(m_pDialog->GetColor(), before);
+    m_Input.Key(Qt::Key_Escape);
+    QVERIFY(!m_pDialog->isVisible());
 }
 
 void TestColorDialog::theHueSurvivesTheWayThroughGray()

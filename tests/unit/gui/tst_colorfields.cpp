@@ -22,6 +22,9 @@ private slots:
     void aPressChoosesWhatLiesUnderThePointer();
     void aDragBeyondTheFieldStaysAtItsEdge();
     void otherButtonsChooseNothing();
+    void escapeEndsADragOfTheField();
+    void escapeEndsADragOfTheStrip();
+    void escapeWithoutADragIsNotTaken();
     void arrowsStepHueAndSaturation();
     void keysGoToTheEndsOfTheField();
     void settingTheMarkTellsNobody();
@@ -127,6 +130,63 @@ void TestColorFields::otherButtonsChooseNothing()
     InputDriver().Drag(m_pStrip, {QPoint(5, 50), QPoint(5, 60)}, Qt::RightButton);
     QCOMPARE(picked.count(), 0);
     QCOMPARE(m_pStrip->value(), 0);
+}
+
+void TestColorFields::escapeEndsADragOfTheField()
+{
+    m_pField->SetHueSaturation(359.5, 0.337);
+    const QSignalSpy picked(m_pField, &ColorField::Picked);
+    const QSignalSpy cancelled(m_pField, &ColorField::DragCancelled);
+    InputDriver input;
+    input.Press(m_pField, QPoint(100, 50));
+    input.Move(m_pField, QPoint(120, 60));
+    input.Key(Qt::Key_Escape);
+    QCOMPARE(m_pField->GetHue(), 359.5);
+    QCOMPARE(m_pField->GetSaturation(), 0.337);
+    QCOMPARE(picked.last(), QVariantList({359.5, 0.337}));
+    QCOMPARE(cancelled.count(), 1);
+    // The button is still down, but the drag is over.
+    input.Move(m_pField, QPoint(140, 40));
+    input.Release(m_pField, QPoint(140, 40));
+    QCOMPARE(m_pField->GetHue(), 359.5);
+    // The next one begins from there.
+    input.Press(m_pField, QPoint(1 + 30, 1 + 100 - 75));
+    QCOMPARE(m_pField->GetHue(), 30.0);
+}
+
+void TestColorFields::escapeEndsADragOfTheStrip()
+{
+    m_pStrip->setValue(77);
+    const QSignalSpy cancelled(m_pStrip, &ColorStrip::DragCancelled);
+    InputDriver input;
+    input.Press(m_pStrip, QPoint(5, 50));
+    QVERIFY(m_pStrip->value() != 77);
+    input.Key(Qt::Key_Escape);
+    QCOMPARE(m_pStrip->value(), 77);
+    QCOMPARE(cancelled.count(), 1);
+    input.Move(m_pStrip, QPoint(5, 60));
+    input.Release(m_pStrip, QPoint(5, 60));
+    QCOMPARE(m_pStrip->value(), 77);
+}
+
+void TestColorFields::escapeWithoutADragIsNotTaken()
+{
+    for (QWidget* widget : {static_cast<QWidget*>(m_pField), static_cast<QWidget*>(m_pStrip)}) {
+        InputDriver().Click(widget, QPoint(5, 50));
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget, &escape);
+        QVERIFY(!escape.isAccepted());
+        // A drag whose widget went out of sight is over as well.
+        InputDriver input;
+        input.Press(widget, QPoint(5, 50));
+        m_pWindow->hide();
+        escape.setAccepted(true);
+        QCoreApplication::sendEvent(widget, &escape);
+        QVERIFY(!escape.isAccepted());
+        input.LetGo();
+        m_pWindow->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_pWindow.get()));
+    }
 }
 
 void TestColorFields::arrowsStepHueAndSaturation()
