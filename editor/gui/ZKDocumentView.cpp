@@ -94,11 +94,12 @@ void ZKDocumentView::Scale(double factor, const QPointF& center)
 void ZKDocumentView::Zoom(double scale, const QPointF& anchor, bool resizeWindow)
 {
     m_pPrivate->SetScale(scale, anchor);
-    if (resizeWindow) m_pPrivate->FitFrame();
+    if (resizeWindow) m_pPrivate->FitFrame(GetScale());
 }
 
-void ZKDocumentView::FitSizeToViewPort()
+void ZKDocumentView::FitSizeToViewPort(bool resizeWindow)
 {
+    if (resizeWindow) m_pPrivate->FitFrame(std::nullopt);
     m_pPrivate->ShowWhole(m_pPrivate->FittingScale());
 }
 

@@ -141,6 +141,7 @@ void ZKDocumentViewPrivate::ShowGrid(int step)
 
 void ZKDocumentViewPrivate::SetScale(double scale, const QPointF& anchor)
 {
+    if (qIsNaN(scale)) return;
     m_bTouched = true;
     const double bounded = qBound(ZKDocumentView::MinScale, scale, ZKDocumentView::MaxScale);
     if (qFuzzyCompare(bounded, m_Scale)) return;
@@ -196,8 +197,13 @@ void ZKDocumentViewPrivate::TellSceneArea()
 
 double ZKDocumentViewPrivate::FittingScale() const
 {
+    return FittingScale(m_pView->viewport()->size());
+}
+
+double ZKDocumentViewPrivate::FittingScale(const QSize& viewport) const
+{
     constexpr int taken = 2 * Padding + Slack;
-    const QSizeF room = QSizeF(m_pView->viewport()->size()) - QSizeF(taken, taken);
+    const QSizeF room = QSizeF(viewport) - QSizeF(taken, taken);
     const QSizeF canvas = m_pDocument->GetDocumentSize();
     return qMin(room.width() / canvas.width(), room.height() / canvas.height());
 }
@@ -210,20 +216,33 @@ void ZKDocumentViewPrivate::ShowWhole(double scale)
     ScrollTo({canvas.width() / 2, canvas.height() / 2}, middle);
 }
 
-void ZKDocumentViewPrivate::FitFrame()
+QMdiSubWindow* ZKDocumentViewPrivate::Frame() const
 {
     QWidget* window = m_pView->parentWidget();
     while (window && !qobject_cast<QMdiSubWindow*>(window))
         window = window->parentWidget();
-    const auto* subWindow = qobject_cast<QMdiSubWindow*>(window);
-    if (!subWindow || !subWindow->mdiArea() || subWindow->isMaximized()) return;
+    auto* const frame = qobject_cast<QMdiSubWindow*>(window);
+    const bool hasSize = frame && frame->mdiArea() && !frame->isMaximized() && !frame->isMinimized();
+    return hasSize ? frame : nullptr;
+}
 
-    const QSize canvas = (QSizeF(m_pDocument->GetDocumentSize()) * m_Scale).toSize();
-    const QSize grown =
-        window->size() + canvas + QSize(2 * Padding, 2 * Padding) - m_pView->viewport()->size();
-    const QSize room = subWindow->mdiArea()->viewport()->size();
-    window->resize(
-        grown.boundedTo(room - QSize(window->x(), window->y())).expandedTo(window->minimumSizeHint()));
+void ZKDocumentViewPrivate::FitFrame(std::optional<double> scale)
+{
+    QMdiSubWindow* const frame = Frame();
+    if (!frame) return;
+
+    const QSize around = frame->size() - m_pView->viewport()->size();
+    const QSize room = frame->mdiArea()->viewport()->size();
+    const double wantedScale = qBound(ZKDocumentView::MinScale, scale.value_or(FittingScale(room - around)),
+                                      ZKDocumentView::MaxScale);
+    const QSize canvas = (QSizeF(m_pDocument->GetDocumentSize()) * wantedScale).toSize();
+    const QSize wanted = canvas + QSize(2 * Padding + Slack, 2 * Padding + Slack) + around;
+    const QRect place(frame->pos(), wanted.boundedTo(room).expandedTo(frame->minimumSizeHint()));
+    // Over the right and lower edge it moves back, but not over the others.
+    const QPoint back(qMax(0, place.right() + 1 - room.width()), qMax(0, place.bottom() + 1 - room.height()));
+    const QPoint topLeft(qMin(place.left(), qMax(0, place.left() - back.x())),
+                         qMin(place.top(), qMax(0, place.top() - back.y())));
+    frame->setGeometry(QRect(topLeft, place.size()));
 }
 
 void ZKDocumentViewPrivate::OnCompositionChanged(const QRect& rect)

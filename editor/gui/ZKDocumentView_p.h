@@ -19,8 +19,11 @@
 #include <QGraphicsScene>
 #include <QItemSelectionModel>
 
+#include <optional>
+
 class LXDocumentInterface;
 class LexoUndoStack;
+class QMdiSubWindow;
 class ZKDocumentView;
 
 /// Scene whose items get no mouse while the view pans; who filters the scene's events still hears of it.
@@ -83,8 +86,13 @@ private:
     void UpdateSceneRect();
     void TellSceneArea();
     double FittingScale() const;
+    double FittingScale(const QSize& viewport) const;
     void ShowWhole(double scale);
-    void FitFrame();
+    /// The frame round the view in an area of documents; null in a tab and elsewhere.
+    QMdiSubWindow* Frame() const;
+    /// Fits the frame round the canvas.
+    /// @param scale  of the canvas; none for the largest one that leaves the frame in its area
+    void FitFrame(std::optional<double> scale);
 
     void OnCompositionChanged(const QRect& rect);
     void OnSizeChanged();

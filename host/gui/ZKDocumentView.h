@@ -46,14 +46,16 @@ public:
     /// Device independent screen pixels for each document pixel.
     double GetScale() const;
     /// Multiplies the scale, within MinScale and MaxScale; the document point under `center` stays there as
-    /// far as the scene rectangle allows.
+    /// far as the scene rectangle allows. A factor that is no number is ignored.
     /// @param center  view coordinates
     void Scale(double factor, const QPointF& center);
     /// The same to an absolute scale.
-    /// @param resizeWindow  also fits a frame (not a tab) round the canvas, as far as the area has room
+    /// @param resizeWindow  also fits a frame (not a tab) round the canvas, as far as the area has room; one
+    ///                      that would reach over the area's edge moves
     void Zoom(double scale, const QPointF& anchor, bool resizeWindow);
     /// Shows the whole canvas in the middle, as large as it fits, within the limits.
-    void FitSizeToViewPort();
+    /// @param resizeWindow  makes room first, as Zoom() does: a frame takes as much of the area as it can use
+    void FitSizeToViewPort(bool resizeWindow = false);
 
     /// Whether the view pans now: mouse presses move the picture, and scene items don't get them.
     bool IsPanningEnabled() const;

@@ -55,6 +55,8 @@ private slots:
     void titleFollowsNameAndChanges();
     void copyNamesAreFree();
     void framesAreWindowsToo();
+    void framesFitRoundTheirPicture();
+    void tabsKeepTheirSizeWhenPicturesFit();
 
 private:
     LXDocumentInterface* Open(const QString& name)
@@ -402,6 +404,61 @@ void TestMdiArea::framesAreWindowsToo()
     QVERIFY(view->viewport()->height() >= 48 * 3);
     QVERIFY(window->close());
     QVERIFY(m_pArea->GetWindows().isEmpty());
+}
+
+void TestMdiArea::framesFitRoundTheirPicture()
+{
+    m_pArea->setViewMode(QMdiArea::SubWindowView);
+    LXMdiSubWindow* window = Insides()->FindWindow(Open("frame"));
+    window->showNormal();
+    auto* view = qobject_cast<ZKDocumentWidget*>(window->GetWidget())->GetView();
+    const QRect room(QPoint(0, 0), m_pArea->viewport()->size());
+    const auto isWholeCanvasSeen = [view] {
+        const QRect canvas(view->mapFromScene(QPointF(0, 0)), view->mapFromScene(QPointF(64, 48)));
+        return view->viewport()->rect().contains(canvas);
+    };
+
+    // As large as the area allows, wherever the frame stood.
+    window->setGeometry(room.right() - 150, room.bottom() - 120, 200, 150);
+    view->FitSizeToViewPort(true);
+    const double largest = view->GetScale();
+    QVERIFY2(room.contains(window->geometry()), qPrintable(QString::number(window->width())));
+    QVERIFY(window->width() == room.width() || window->height() == room.height());
+    QVERIFY(isWholeCanvasSeen());
+    // Once it fits, it fits.
+    const QRect place = window->geometry();
+    view->FitSizeToViewPort(true);
+    QCOMPARE(window->geometry(), place);
+    QVERIFY(qAbs(view->GetScale() - largest) < 0.02 * largest);
+
+    // Without the wish the frame stays.
+    window->setGeometry(10, 10, 200, 150);
+    view->FitSizeToViewPort(false);
+    QCOMPARE(window->geometry(), QRect(10, 10, 200, 150));
+    QVERIFY(isWholeCanvasSeen());
+
+    // It keeps its corner while there is room, and becomes smaller too.
+    view->Zoom(3, QPointF(10, 10), true);
+    QCOMPARE(window->pos(), QPoint(10, 10));
+    QVERIFY(isWholeCanvasSeen());
+    const QSize three = window->size();
+    view->Zoom(2, QPointF(10, 10), true);
+    QVERIFY(window->width() < three.width() && window->height() < three.height());
+    QVERIFY(isWholeCanvasSeen());
+    // A picture that is larger than the area takes all of it, and nothing beyond.
+    view->Zoom(40, QPointF(10, 10), true);
+    QCOMPARE(window->geometry(), room);
+}
+
+void TestMdiArea::tabsKeepTheirSizeWhenPicturesFit()
+{
+    LXMdiSubWindow* window = Insides()->FindWindow(Open("tab"));
+    const QRect place = window->geometry();
+    auto* view = qobject_cast<ZKDocumentWidget*>(window->GetWidget())->GetView();
+    view->FitSizeToViewPort(true);
+    QVERIFY(view->GetScale() > 1);
+    view->Zoom(2, QPointF(10, 10), true);
+    QCOMPARE(window->geometry(), place);
 }
 
 ZK_REGISTER_TEST(tst_mdiarea, TestMdiArea)

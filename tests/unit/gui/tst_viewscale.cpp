@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include <limits>
+
 using namespace ViewFixture;
 using GuiFixture::MakeDocument;
 
@@ -24,6 +26,7 @@ private slots:
     void wheelThereAndBackComesHome();
     void wheelStopsAtThePicturesOwnSize();
     void scaleKeepsItsLimits();
+    void scalesThatAreNoNumbersAreIgnored();
     void scaleOfTheSameFactorIsSilent();
     void shiftWheelScrolls();
     void smallCanvasStandsInTheMiddle();
@@ -109,6 +112,18 @@ void TestViewScale::scaleKeepsItsLimits()
     view->Scale(1e-6, Middle(*view));
     QCOMPARE(view->GetScale(), 0.05);
     view->Zoom(100, Middle(*view), false);
+    QCOMPARE(view->GetScale(), 40.0);
+}
+
+void TestViewScale::scalesThatAreNoNumbersAreIgnored()
+{
+    const auto document = MakeDocument({3000, 2000});
+    const auto view = ShowView(document);
+    view->Zoom(2, Middle(*view), false);
+    view->Zoom(std::numeric_limits<double>::quiet_NaN(), Middle(*view), false);
+    view->Scale(std::numeric_limits<double>::quiet_NaN(), Middle(*view));
+    QCOMPARE(view->GetScale(), 2.0);
+    view->Zoom(std::numeric_limits<double>::infinity(), Middle(*view), false);
     QCOMPARE(view->GetScale(), 40.0);
 }
 
