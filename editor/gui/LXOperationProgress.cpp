@@ -12,6 +12,7 @@ constexpr int WaitBeforeShowing = 300;
 
 LXOperationProgress::LXOperationProgress(QWidget* parent) : LXOperationProgressDlg(parent)
 {
+    ShowTimeLeft(true);
     connect(this, &LXOperationProgressDlg::Cancelled, this, &LXOperationProgress::OnCancel);
 }
 

@@ -9,7 +9,8 @@
 #include <atomic>
 
 /// Work on a worker that the person may cancel, under a dialog with a bar. The dialog shows only when the
-/// work takes longer than a moment. Main thread only, but for Run() and IsCancelled().
+/// work takes longer than a moment, and tells the time left. Main thread only, but for Run() and
+/// IsCancelled().
 class ZK_HOST_EXPORT LXOperationProgress : public LXOperationProgressDlg
 {
     Q_OBJECT

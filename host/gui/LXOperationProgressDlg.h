@@ -4,9 +4,9 @@
 
 #include "guicore/LXDialog.h"
 
-class QLabel;
-class QProgressBar;
-class QPushButton;
+#include <memory>
+
+class LXOperationProgressDlgPrivate;
 
 /// A label, a bar and, once Cancelled() is connected, a button to cancel. Without a connection the dialog
 /// can't be closed by the person. Main thread only.
@@ -27,6 +27,12 @@ public:
     int GetProgressMaximum() const;
     void SetProgressLabel(const QString& label);
 
+    /// Whether work that lasts longer than a few seconds also tells how long it will still take. Off at
+    /// first: only a bar whose position follows the work tells anything about time. Another range, and a
+    /// position that goes back, begin a new estimate.
+    void ShowTimeLeft(bool show);
+    bool IsTimeLeftShown() const;
+
 public slots:
     /// Sends Cancelled(), once; the dialog stays until whoever shows it closes it.
     void Reject() override;
@@ -39,8 +45,6 @@ protected:
     void connectNotify(const QMetaMethod& signal) override;
 
 private:
-    QLabel* m_pLabel;
-    QProgressBar* m_pBar;
-    QPushButton* m_pCancelBtn;
-    bool m_bCancelled = false;
+    friend class LXOperationProgressDlgPrivate;
+    std::unique_ptr<LXOperationProgressDlgPrivate> m_pPrivate;
 };
