@@ -58,7 +58,12 @@ bool LXPathsListModelPrivate::Change(int row, const std::function<void(Path&)>& 
 {
     const std::lock_guard<std::mutex> guard(m_Mutex);
     if (row < 0 || row >= static_cast<int>(m_Paths.size())) return false;
-    change(m_Paths[static_cast<size_t>(row)]);
+    Path& path = m_Paths[static_cast<size_t>(row)];
+    // Done to a copy, which detaches: a list that a reader just let go looks unshared without saying that its
+    // reads are over.
+    Path changed = path;
+    change(changed);
+    path = std::move(changed);
     return true;
 }
 
