@@ -2,8 +2,6 @@
 
 #include "gui/LXOperationProgressDlg.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <QGuiApplication>
@@ -14,9 +12,8 @@
 #include <exception>
 
 namespace {
-constexpr int ShowDialogAfter = 700;        // ms
-constexpr int DialogInterval = 100;         // ms
-constexpr qint64 TellTimeLeftAfter = 10000; // ms
+constexpr int ShowDialogAfter = 700; // ms
+constexpr int DialogInterval = 100;  // ms
 constexpr int FullProgress = 1000;
 
 /// What the worker and the dialog tell each other.
@@ -36,14 +33,6 @@ public:
     Q_DISABLE_COPY(WaitCursor)
 };
 
-QString TimeLeft(qint64 elapsed, int permille)
-{
-    if (elapsed < TellTimeLeftAfter || permille == 0) return QString();
-    const qint64 seconds = elapsed * (FullProgress - permille) / permille / 1000;
-    return QCoreApplication::translate("WaitedWork", "About %n second(s) left", nullptr,
-                                       static_cast<int>(seconds));
-}
-
 void WaitUnderCursor(QFutureWatcher<void>& watcher)
 {
     const WaitCursor cursor;
@@ -60,11 +49,10 @@ void WaitUnderCursor(QFutureWatcher<void>& watcher)
 void WaitUnderDialog(QFutureWatcher<void>& watcher, QWidget* parent, const QString& label, bool canCancel,
                      Exchange& exchange)
 {
-    QElapsedTimer clock;
-    clock.start();
     LXOperationProgressDlg dialog(parent);
     dialog.setWindowModality(Qt::ApplicationModal);
     dialog.SetProgressLabel(label);
+    dialog.ShowTimeLeft(true);
     if (canCancel) {
         QObject::connect(&dialog, &LXOperationProgressDlg::Cancelled, &dialog,
                          [&exchange] { exchange.isCancelled = true; });
@@ -74,8 +62,6 @@ void WaitUnderDialog(QFutureWatcher<void>& watcher, QWidget* parent, const QStri
         const int permille = exchange.permille;
         dialog.SetProgressRange(0, permille == 0 ? 0 : FullProgress);
         dialog.SetProgressPos(permille);
-        const QString timeLeft = TimeLeft(clock.elapsed() + ShowDialogAfter, permille);
-        if (!timeLeft.isEmpty()) dialog.SetProgressLabel(label + '\n' + timeLeft);
     };
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &dialog, update);

@@ -79,9 +79,11 @@ void TestWaitedWork::shortWorkShowsNoDialog()
 void TestWaitedWork::longWorkShowsHowFarItIs()
 {
     int position = -1;
+    bool tellsTimeLeft = false;
     QSemaphore looked;
     WhenDialogShows([&](LXOperationProgressDlg* dialog) {
         position = dialog->GetProgressPos();
+        tellsTimeLeft = dialog->IsTimeLeftShown();
         QCOMPARE(dialog->GetProgressMaximum(), 1000);
         looked.release();
     });
@@ -90,6 +92,7 @@ void TestWaitedWork::longWorkShowsHowFarItIs()
         looked.acquire();
     });
     QCOMPARE(position, 250);
+    QVERIFY(tellsTimeLeft);
     QVERIFY(!ShownDialog());
 }
 
