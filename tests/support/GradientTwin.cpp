@@ -81,8 +81,10 @@ bool GradientTwin::Allows(const QBrush& brush, int x, int y, LXRGBA32i pixel)
     const QPointF point = brush.transform().inverted().map(QPointF(x + 0.5, y + 0.5));
     const Real position = PositionOf(gradient, point);
     // In float the position may be off by this much, which matters halfway between two steps and where the
-    // gradient begins anew.
-    constexpr Real unsure = 0.02L / LastStep;
+    // gradient begins anew; far out, where a float has no bits left for a part of a step, by two of its last
+    // bit.
+    constexpr Real lastBits = 2 * 0x1p-23L;
+    const Real unsure = std::max(0.02L / LastStep, std::abs(position) * lastBits);
     for (const Real near : {position, position - unsure, position + unsure}) {
         const int step = static_cast<int>(std::floor(Spread(gradient, near) * LastStep + 0.5L));
         if (IsColorOfStep(gradient, step, pixel)) return true;

@@ -119,9 +119,10 @@ void TestCanvasPainter::aLargePartIsPaintedLikeItsPieces()
         }
         {
             QPainter painter(&pieces);
-            for (int top = exposed.top(); top <= exposed.bottom(); top += 30)
+            for (int top = exposed.top(); top <= exposed.bottom(); top += 30) {
                 PaintCanvas(painter, QRect(exposed.left(), top, exposed.width(), 30) & exposed, place, look,
                             picture, cache);
+            }
         }
         QCOMPARE(whole, pieces);
     }
