@@ -48,7 +48,7 @@ LXImage32 Noise(unsigned int seed)
 
 std::shared_ptr<LXDocumentInterface> MakeDocument()
 {
-    const std::shared_ptr<LXDocumentInterface> document(
+    std::shared_ptr<LXDocumentInterface> document(
         LXDocumentFactory::Instance()->Create(LXDocumentInterface::Argb32), Release());
     document->SetDocumentSize(QSize(Side, Side));
     const unsigned int modes[] = {BlendMode::Normal, BlendMode::Multiply, BlendMode::Screen,

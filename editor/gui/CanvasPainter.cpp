@@ -1,5 +1,6 @@
 #include "gui/CanvasPainter.h"
 
+#include "gui/ReusedImage.h"
 #include "image/TileThreads.h"
 
 #include <QPainter>
@@ -29,11 +30,18 @@ void DrawScaled(QPainter& painter, const QImage& part, const QRectF& target, con
     painter.drawImage(target, part, QRectF(part.rect()));
 }
 
+/// One for all views: they are painted one after the other.
+ReusedImage& ScaledPixels()
+{
+    static ReusedImage pixels;
+    return pixels;
+}
+
 /// What DrawScaled() would draw in the exposed part, made by all threads: scaling takes longer than all else
 /// that a repaint of the whole view does.
 QImage Scaled(const QImage& part, const QRectF& target, const QRect& exposed, const CanvasPlace& place)
 {
-    QImage scaled(exposed.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage scaled = ScaledPixels().OfSize(exposed.size());
     uchar* const pixels = scaled.bits();
     const int rowBytes = scaled.bytesPerLine();
     TileThreads::ForEach((exposed.height() + BandHeight - 1) / BandHeight, [&](int i) {

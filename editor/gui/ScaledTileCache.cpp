@@ -67,7 +67,7 @@ QSize ScaledTileCache::LevelSize(const QSize& size, int level)
 
 QImage ScaledTileCache::Compose(const LXImage32& picture, int level, const QRect& levelRect)
 {
-    QImage part(levelRect.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage part = m_Part.OfSize(levelRect.size());
     const auto copy = [&](const Key& key, const QImage& image) {
         const QRect tileRect = TileRect(key.column, key.row);
         const QRect shared = tileRect & levelRect;

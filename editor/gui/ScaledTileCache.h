@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui/ReusedImage.h"
 #include "image/LXImage.h"
 #include "image/ZKCMSTransform.h"
 
@@ -77,6 +78,7 @@ private:
     void Renew(const LXImage32& picture, int level, const std::vector<Stale>& stale);
 
     QCache<Key, Tile> m_Tiles; ///< cost in kilobytes
+    ReusedImage m_Part;
     ZKCMSTransform m_ToScreen;
     qint64 m_MadePixels = 0;
 };
