@@ -24,7 +24,7 @@ PaintCommand::~PaintCommand() = default;
 
 void PaintCommand::RedoExecute(LexoCommandData* data)
 {
-    const auto& paint = static_cast<PaintCommandData&>(*data);
+    auto& paint = static_cast<PaintCommandData&>(*data);
     if (m_pPrivate->isApplied) {
         PaintExecution::AnnounceRedo(m_pPrivate->document, paint, m_pPrivate->target);
     } else {

@@ -2,35 +2,33 @@
 
 #include "document/LXDocumentInterface_p.h"
 #include "document/LXDocumentLayerLockerForWrite.h"
-#include "history/PaintPlacement.h"
 #include "image/ImageMetadata.h"
+
+#include <functional>
 
 namespace {
 struct Paint
 {
-    const LXImage32& patch;
+    LXImage32 patch; ///< shares its tiles with the command's, which may change meanwhile
     QRect patchRect;
+    QRect changed;
     QRect resultRect;
 };
 
-QSize SizeOf(const LXImage32& image)
-{
-    return QSize(image.Width(), image.Height());
-}
+/// Sees the target's image, its rectangle, and the image that is to take its place.
+using Look = std::function<void(const LXImage32& before, const QRect& rect, LXImage32& after)>;
 
 Paint RedoOf(const PaintCommandData& data)
 {
     const QRect before = data.GetUndoGeometry();
-    const LXImage32& image = data.GetRedoImage();
-    const QRect placed = PaintPlacement::OfRedoImage(SizeOf(image), before, data.GetRedoGeometry());
-    return {image, placed, before | placed};
+    const PaintCommandData::Places places = data.GetPlaces();
+    return {data.GetRedoImage(), places.redoImage, places.redoChange, before | places.redoImage};
 }
 
 Paint UndoOf(const PaintCommandData& data)
 {
-    const QRect before = data.GetUndoGeometry();
-    const LXImage32& image = data.GetUndoImage();
-    return {image, PaintPlacement::OfUndoImage(SizeOf(image), before, data.GetRedoGeometry()), before};
+    const PaintCommandData::Places places = data.GetPlaces();
+    return {data.GetUndoImage(), places.undoImage, places.undoChange, data.GetUndoGeometry()};
 }
 
 bool HasTarget(LXDocumentInterface* document, unsigned int id, PaintExecution::Target target)
@@ -51,7 +49,7 @@ void Announce(LXDocumentInterface* document, unsigned int id, PaintExecution::Ta
 }
 
 void Execute(LXDocumentInterface* document, unsigned int id, PaintExecution::Target target,
-             const Paint& paint)
+             const Paint& paint, const Look& look)
 {
     if (!HasTarget(document, id, target)) return;
 
@@ -64,8 +62,9 @@ void Execute(LXDocumentInterface* document, unsigned int id, PaintExecution::Tar
         found = isMask ? document->GetMaskGeometry(id) : document->GetLayerGeometry(id);
         const bool isOpaqueGround = isMask && insides->layers.Properties(id).maskReveals;
         const LXRGBA32i ground(isOpaqueGround ? 0xFF000000u : 0u);
-        const LXImage32 next =
+        LXImage32 next =
             PaintExecution::Patched(image, found, paint.resultRect, paint.patch, paint.patchRect, ground);
+        if (look) look(image, found, next);
         if (isMask) {
             insides->PutMaskImage(id, next, paint.resultRect.topLeft());
         } else {
@@ -74,7 +73,7 @@ void Execute(LXDocumentInterface* document, unsigned int id, PaintExecution::Tar
     }
     // Ground that is new shows nothing, but pixels that are cut off did.
     const bool isCut = !paint.resultRect.contains(found);
-    Announce(document, id, target, isCut ? found | paint.patchRect : paint.patchRect);
+    Announce(document, id, target, isCut ? found | paint.changed : paint.changed);
 }
 } // namespace
 
@@ -97,19 +96,22 @@ LXImage32 PaintExecution::Patched(const LXImage32& image, const QRect& rect, con
     return result;
 }
 
-void PaintExecution::Redo(LXDocumentInterface* document, const PaintCommandData& data, Target target)
+void PaintExecution::Redo(LXDocumentInterface* document, PaintCommandData& data, Target target)
 {
-    Execute(document, data.GetLayerID(), target, RedoOf(data));
+    Execute(document, data.GetLayerID(), target, RedoOf(data),
+            [&data](const LXImage32& before, const QRect& rect, LXImage32& after) {
+                if (rect == data.GetUndoGeometry()) data.KeepTiles(before, after);
+            });
 }
 
 void PaintExecution::Undo(LXDocumentInterface* document, const PaintCommandData& data, Target target)
 {
-    Execute(document, data.GetLayerID(), target, UndoOf(data));
+    Execute(document, data.GetLayerID(), target, UndoOf(data), nullptr);
 }
 
 void PaintExecution::AnnounceRedo(LXDocumentInterface* document, const PaintCommandData& data, Target target)
 {
     if (HasTarget(document, data.GetLayerID(), target)) {
-        Announce(document, data.GetLayerID(), target, RedoOf(data).patchRect);
+        Announce(document, data.GetLayerID(), target, RedoOf(data).changed);
     }
 }

@@ -25,9 +25,9 @@ LXImage32 Patched(const LXImage32& image, const QRect& rect, const QRect& result
                   const QRect& patchRect, LXRGBA32i ground);
 
 /// Grow the target and put the redo image in; put the undo image in and cut the target back. All or nothing
-/// when they throw. Nothing for a bad id or a mask that isn't there. Main thread; signals as the document
-/// sends them for changed pixels.
-void Redo(LXDocumentInterface* document, const PaintCommandData& data, Target target);
+/// when they throw. After a redo the data keep whole tiles of the target, where they can. Nothing for a bad
+/// id or a mask that isn't there. Main thread; signals as the document sends them for changed pixels.
+void Redo(LXDocumentInterface* document, PaintCommandData& data, Target target);
 void Undo(LXDocumentInterface* document, const PaintCommandData& data, Target target);
 /// Only tells what Redo would have changed: the pixels are there already.
 void AnnounceRedo(LXDocumentInterface* document, const PaintCommandData& data, Target target);

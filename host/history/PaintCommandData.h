@@ -16,6 +16,9 @@ class PaintCommandDataPrivate;
 /// An image may be the whole target or only the part that changed; its size tells which: the undo image lies
 /// at the first of G∩R, G, R, G∪R that has its size, the redo image at the first of R, G∩R, G∪R, G, with G
 /// the undo and R the redo geometry. An empty image writes nothing.
+///
+/// Once the change is made the images may become parts of the target in whole tiles, see KeepTiles(), so that
+/// a step holds no pixels of its own but those that differ.
 class ZK_HOST_EXPORT PaintCommandData : public LexoCommandData
 {
 public:
@@ -36,6 +39,27 @@ public:
     const LXImage32& GetRedoImage() const;
     QRect GetUndoGeometry() const;
     QRect GetRedoGeometry() const;
+
+    /// All in document pixels; empty for an empty image.
+    struct Places
+    {
+        QRect undoImage; ///< where it lies
+        QRect redoImage;
+        QRect undoChange; ///< where its pixels may differ from what is there; inside the image's place
+        QRect redoChange;
+    };
+
+    Places GetPlaces() const;
+
+    /// Exchanges both images for parts of the target in whole tiles, as it is before and after the change,
+    /// where undo and redo then do the same as before. Where the two targets' tiles don't lie on one grid, or
+    /// the undo image isn't what was there, nothing happens.
+    /// @param before  the target at the undo geometry
+    /// @param after   the target at the united rectangle of the undo geometry and the redo image; tiles that
+    /// hold
+    ///                the same as `before` are exchanged for those
+    /// All or nothing when it throws.
+    void KeepTiles(const LXImage32& before, LXImage32& after);
 
     bool Serialize(IWriter* writer) const override;
     bool Deserialize(IReader* reader) override;
