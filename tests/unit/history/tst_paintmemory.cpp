@@ -153,7 +153,10 @@ void TestPaintMemory::aLayerThatGrowsOffTheGridIsUndoneAsBefore()
 {
     const LXImage32 before = Layer();
     const QRect after(5, 35, 200, 100);
-    Push(MakeData(after, Filled(after.size(), 0xFF123456)));
+    LayerPaintCommandData* const data = MakeData(after, Filled(after.size(), 0xFF123456));
+    Push(data);
+    // Whole tiles would be shared with nothing.
+    QCOMPARE(data->GetRedoImage().Rect(), QRect(0, 0, 200, 100));
     const LXImage32 grown = Layer();
     m_History->undo();
     QVERIFY(AreEqual(Layer(), before));
