@@ -5,6 +5,7 @@
 #include "ui_MWSelectionToolBar.h"
 #include "ui_MWToolWidget.h"
 
+#include "common/CursorAfterPanning.h"
 #include "core/ZKApplication.h"
 #include "core/ZKToolBarManager.h"
 #include "core/ZKToolGroupManager.h"
@@ -13,10 +14,13 @@
 #include "gui/LToolBoxWidget.h"
 #include "gui/LXToolWidgetManager.h"
 #include "gui/LexoAppKeyHook.h"
+#include "gui/ZKDocumentView.h"
 
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
 #include <QGuiApplication>
+
+#include <utility>
 
 namespace {
 const QLatin1String ActiveKey("MagicWandTool/Active");
@@ -176,17 +180,50 @@ bool MagicWandPrivate::SetDocumentView(IDocumentView* view)
 
 void MagicWandPrivate::TakeView()
 {
-    m_SavedCursor = m_pDocumentView->Cursor();
-    RefreshCursor();
     if (QGraphicsScene* scene = m_pDocumentView->Scene()) scene->installEventFilter(this);
+    connect(m_pDocumentView->GetDocumentView(), &ZKDocumentView::PanningEnabled, this,
+            &MagicWandPrivate::OnPanningEnabled);
+    if (!m_pDocumentView->IsPanning()) TakeCursor();
 }
 
 void MagicWandPrivate::LeaveView()
 {
     AbandonGesture();
-    m_pDocumentView->SetCursor(m_SavedCursor);
-    m_SavedCursor = QCursor();
+    m_bSelectionDragArmed = false;
+    GiveCursorBack();
     if (QGraphicsScene* scene = m_pDocumentView->Scene()) scene->removeEventFilter(this);
+}
+
+void MagicWandPrivate::TakeCursor()
+{
+    if (!m_bHasCursor) m_SavedCursor = m_pDocumentView->Cursor();
+    m_bHasCursor = true;
+    RefreshCursor();
+}
+
+void MagicWandPrivate::GiveCursorBack()
+{
+    ZKDocumentView* view = m_pDocumentView->GetDocumentView();
+    disconnect(view, &ZKDocumentView::PanningEnabled, this, &MagicWandPrivate::OnPanningEnabled);
+    if (!m_bHasCursor) return;
+
+    m_bHasCursor = false;
+    const QCursor cursor = std::exchange(m_SavedCursor, QCursor());
+    if (m_pDocumentView->IsPanning()) {
+        SetCursorAfterPanning(view, cursor);
+    } else {
+        m_pDocumentView->SetCursor(cursor);
+    }
+}
+
+void MagicWandPrivate::OnPanningEnabled(bool enabled)
+{
+    // The view shows the hand by itself, and afterwards the cursor that it had before.
+    if (enabled) return;
+
+    TakeCursor();
+    // A drag takes the picture along, so the pointer is where it was.
+    if (m_bSelectionDragArmed && m_Op == SelectionCommandData::Replace) ShowCursor(Qt::ArrowCursor);
 }
 
 LXDocumentInterface* MagicWandPrivate::GetDocument() const
@@ -203,6 +240,9 @@ bool MagicWandPrivate::eventFilter(QObject* object, QEvent* event)
 {
     // Never eats an event: scene items live on the same ones.
     if (!m_pDocumentView || object != m_pDocumentView->Scene()) return false;
+    // The filter hears what moves a panned view, too, ahead of the scene that swallows it.
+    const bool isInGesture = m_bSelectionPressed || m_pLockedDocument;
+    if (m_pDocumentView->GetDocumentView()->IsPanningEnabled() && !isInGesture) return false;
 
     switch (event->type()) {
     case QEvent::GraphicsSceneMousePress: OnPress(static_cast<QGraphicsSceneMouseEvent*>(event)); break;

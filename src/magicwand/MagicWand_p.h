@@ -103,12 +103,16 @@ private:
     void FollowModifiers();
     QCursor GetCursor() const;
     void RefreshCursor();
+    void ShowCursor(const QCursor& cursor);
 
     // Activation and the current view.
     void FollowActionState();
     void Deactivate();
     void TakeView();
     void LeaveView();
+    void TakeCursor();
+    void GiveCursorBack();
+    void OnPanningEnabled(bool enabled);
 
     // The gesture.
     void OnPress(const QGraphicsSceneMouseEvent* event);
@@ -124,7 +128,7 @@ private:
     void Fill(const QPointF& scenePos, unsigned int layerId);
     WandFillData ReadFillData(const QPointF& scenePos, unsigned int layerId) const;
     void WarnOfFaintSelection();
-    void EndDragOrClick(const QPoint& releasePoint, Qt::MouseButton button);
+    void EndDragOrClick(const QPoint& releasePoint);
     void PushMove(const QPoint& delta);
     void RemoveSelection();
     void AbandonGesture();
@@ -147,6 +151,7 @@ private:
     Qt::KeyboardModifiers m_ModifierMask = Qt::NoModifier; ///< what m_Op follows
     IDocumentView* m_pDocumentView = nullptr;
     bool m_bActive = false;
+    bool m_bHasCursor = false; ///< the view's own is in m_SavedCursor
     QCursor m_SavedCursor;
     LexoAppKeyHook* m_pKeyHook = nullptr;
     Qt::KeyboardModifiers m_Modifiers = Qt::NoModifier; ///< the keys that are down

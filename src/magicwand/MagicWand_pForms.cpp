@@ -96,7 +96,11 @@ void MagicWandPrivate::OnRefineRegistered(QAction* action)
     button->setDefaultAction(action);
     if (action) return;
 
+    // What the former action has brought along stays with a button.
+    button->setIcon({});
+    button->setStatusTip({});
     button->setText(tr("Refine selection"));
+    button->setToolTip(tr("Refine selection"));
     button->setEnabled(false);
 }
 
@@ -154,7 +158,13 @@ QCursor MagicWandPrivate::GetCursor() const
 
 void MagicWandPrivate::RefreshCursor()
 {
-    if (m_bActive && m_pDocumentView) m_pDocumentView->SetCursor(GetCursor());
+    if (m_bActive && m_pDocumentView) ShowCursor(GetCursor());
+}
+
+// The hand of a view that is being panned stays.
+void MagicWandPrivate::ShowCursor(const QCursor& cursor)
+{
+    if (!m_pDocumentView->IsPanning()) m_pDocumentView->SetCursor(cursor);
 }
 
 // ---- held keys

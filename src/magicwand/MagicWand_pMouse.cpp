@@ -60,7 +60,7 @@ void MagicWandPrivate::Hover(const QPointF& scenePos)
     if (!m_pDocumentView) return;
 
     if (IsOverSelected(scenePos)) {
-        m_pDocumentView->SetCursor(Qt::ArrowCursor);
+        ShowCursor(Qt::ArrowCursor);
         m_bSelectionDragArmed = true;
         return;
     }
@@ -74,6 +74,13 @@ void MagicWandPrivate::Hover(const QPointF& scenePos)
 
 void MagicWandPrivate::OnPress(const QGraphicsSceneMouseEvent* event)
 {
+    if (m_bSelectionPressed) {
+        const bool isBesideTheDrag =
+            event->button() != Qt::LeftButton && event->buttons().testFlag(Qt::LeftButton);
+        if (isBesideTheDrag) return;
+        // The release has gone where nobody heard of it.
+        AbandonGesture();
+    }
     if (!GetDocument() || PopUpContextMenu(event)) return;
 
     // The boxes of a click run an event loop, in which the tool may go.
@@ -125,8 +132,7 @@ bool MagicWandPrivate::RunClick(const QGraphicsSceneMouseEvent* event)
 {
     const QPointF scenePos = event->scenePos();
     if (event->button() == Qt::LeftButton) {
-        m_bSelectionDragArmed = IsOverSelected(scenePos);
-        if (m_bSelectionDragArmed) {
+        if (IsOverSelected(scenePos)) {
             ArmDrag(scenePos);
             return false;
         }
@@ -145,6 +151,7 @@ bool MagicWandPrivate::RunClick(const QGraphicsSceneMouseEvent* event)
 void MagicWandPrivate::ArmDrag(const QPointF& scenePos)
 {
     m_bSelectionPressed = true;
+    m_bSelectionDragArmed = true;
     m_bSelectionDragged = false;
     m_PressPoint = scenePos.toPoint();
     m_SelectionOrigin = GetDocument()->GetSelectionGeometry().topLeft();
@@ -227,17 +234,19 @@ void MagicWandPrivate::OnMove(const QGraphicsSceneMouseEvent* event)
 
 void MagicWandPrivate::OnRelease(const QGraphicsSceneMouseEvent* event)
 {
+    if (m_bSelectionPressed && event->button() != Qt::LeftButton) return;
+
     const QPointF scenePos = event->scenePos();
     const auto end = [&] {
         m_bSelectionPressed = false;
-        m_bSelectionDragArmed = false;
         GiveCaptureBack();
         Unlock();
+        // Still armed, so that the hover also takes the arrow back that stood for the drag.
         Hover(scenePos);
     };
     const QPointer<MagicWandPrivate> self(this);
     try {
-        EndDragOrClick(scenePos.toPoint(), event->button());
+        EndDragOrClick(scenePos.toPoint());
     } catch (...) {
         Reports::UnknownException(ZK_HERE);
         LXMessageBox::Warning(LXMdiArea::MainWindow(), tr("Operation error"),
@@ -248,13 +257,13 @@ void MagicWandPrivate::OnRelease(const QGraphicsSceneMouseEvent* event)
     end();
 }
 
-void MagicWandPrivate::EndDragOrClick(const QPoint& releasePoint, Qt::MouseButton button)
+void MagicWandPrivate::EndDragOrClick(const QPoint& releasePoint)
 {
     if (!m_bSelectionPressed) return;
 
     if (m_bSelectionDragged) {
         PushMove(releasePoint - m_PressPoint);
-    } else if (button == Qt::LeftButton && m_Op == SelectionCommandData::Replace) {
+    } else if (m_Op == SelectionCommandData::Replace) {
         RemoveSelection();
     }
 }
@@ -293,7 +302,6 @@ void MagicWandPrivate::AbandonGesture()
         PushMove(GetDocument()->GetSelectionGeometry().topLeft() - m_SelectionOrigin);
     }
     m_bSelectionPressed = false;
-    m_bSelectionDragArmed = false;
     GiveCaptureBack();
     Unlock();
 }

@@ -46,6 +46,27 @@ expect.equal(history.texts.slice(-1), ["Move selection"])
 checkStep(selected, { x: 40, y: 10, width: 10, height: 10 }, { x: 30, y: 20, width: 10, height: 10 })
 expect.equal(pixels.merged.checksum(), start)
 
+step("panning is the view's")
+const texts = history.texts.slice()
+const spots = [{ at: [36, 26], cursor: { shape: "Arrow" } },
+    { at: [5, 5], cursor: { theme: "magic_ward_cursor", x: 3, y: 3 } }]
+for (const { at: spot, cursor } of spots) {
+    input.move(spot[0], spot[1])
+    expect.equal(tools.cursor, cursor)
+    input.keyDown("Space")
+    expect.equal([view.panning, tools.cursor], [true, { shape: "OpenHand" }])
+    input.drag([spot, [spot[0] + 10, spot[1] + 10]])
+    input.click(spot[0], spot[1])
+    expect.equal(tools.cursor, { shape: "OpenHand" })
+    input.keyUp("Space")
+    input.drag([spot, [spot[0] + 10, spot[1] + 10]], { button: "middle" })
+    expect.equal([view.panning, tools.cursor], [false, cursor], "the pointer is where it was in the picture")
+}
+input.key("Ctrl+D")
+input.drag([[5, 5], [15, 15]], { button: "middle" })
+idle()
+expect.equal(history.texts, texts.concat(["Deselect"]))
+
 step("a selection that is gone is told about")
 dialogs.expect({ title: "Zenkari", text: "Warning. No pixels selected.", answer: "OK" })
 input.key("Ctrl+D")

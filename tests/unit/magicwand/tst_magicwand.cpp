@@ -59,7 +59,12 @@ private slots:
     void aDragIsUndoneAndRedone();
     void aSelectionDragHoldsTheDocumentUntilTheRelease();
     void aDoubleClickSelectsOnce();
+    void anotherButtonLeavesADragAlone();
+    void aDragWithoutAnEndIsPutDownByTheNextPress();
     void theHoverShowsWhatAPressWouldDo();
+    void theArrowGoesWithTheSelection();
+    void panningTheViewSelectsNothing_data();
+    void panningTheViewSelectsNothing();
 
 private:
     QByteArray Cursor() { return CursorKey(m_pFixture->View()->cursor()); }
@@ -441,6 +446,57 @@ void TestMagicWand::aDoubleClickSelectsOnce()
     QCOMPARE(m_pFixture->History().count(), 1);
 }
 
+void TestMagicWand::anotherButtonLeavesADragAlone()
+{
+    for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
+        Select({"##"}, {1, 1});
+        Press({1.5, 1.5});
+        Move({2.5, 1.5});
+        const auto verifyHeld = [this] {
+            QVERIFY(m_pFixture->Document()->GetLockState());
+            QCOMPARE(m_pFixture->ToolView().GetState(), quint64(IDocumentView::LockBit));
+            QVERIFY(!LexoAppKeyHook::instance()->AreShortcutsEnabled());
+            QCOMPARE(m_pFixture->History().count(), 0);
+        };
+        QCOMPARE(BoxesDuring([&] { Press({2.5, 1.5}, other); }), QStringList());
+        verifyHeld();
+        Release({2.5, 1.5}, other);
+        verifyHeld();
+        Move({5.5, 3.5});
+        Release({5.5, 3.5});
+        VERIFY_NOTHING_IS_HELD();
+        QCOMPARE(m_pFixture->History().count(), 1);
+        QCOMPARE(m_pFixture->History().text(0), QString("Move selection"));
+        QCOMPARE(m_pFixture->Document()->GetSelectionGeometry(), QRect(5, 3, 2, 1));
+        m_pFixture->History().undo();
+        QCOMPARE(m_pFixture->Document()->GetSelectionGeometry(), QRect(1, 1, 2, 1));
+        m_pFixture->History().clear();
+    }
+}
+
+void TestMagicWand::aDragWithoutAnEndIsPutDownByTheNextPress()
+{
+    const auto sendPress = [this](const QPointF& scenePos) {
+        QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
+        press.setScenePos(scenePos);
+        press.setButton(Qt::LeftButton);
+        press.setButtons(Qt::LeftButton);
+        QApplication::sendEvent(m_pFixture->View()->scene(), &press);
+    };
+    Select({"##"}, {1, 1});
+    Press({1.5, 1.5});
+    Move({2.5, 1.5});
+    // Somebody took the release, and the left button is pressed anew.
+    sendPress({6.5, 2.5});
+    QCOMPARE(m_pFixture->History().text(0), QString("Move selection"));
+    QCOMPARE(Selection(), Right);
+    Release({6.5, 2.5});
+    m_pFixture->History().undo();
+    QCOMPARE(m_pFixture->Document()->GetSelectionGeometry(), QRect(2, 1, 2, 1));
+    m_pFixture->History().undo();
+    QCOMPARE(m_pFixture->Document()->GetSelectionGeometry(), QRect(1, 1, 2, 1));
+}
+
 void TestMagicWand::theHoverShowsWhatAPressWouldDo()
 {
     const QByteArray wand = Cursor();
@@ -458,6 +514,65 @@ void TestMagicWand::theHoverShowsWhatAPressWouldDo()
     QVERIFY(plus != wand);
     Move({1.5, 0.5});
     QCOMPARE(Cursor(), plus);
+}
+
+void TestMagicWand::theArrowGoesWithTheSelection()
+{
+    const QByteArray wand = Cursor();
+    Select({"##"}, {1, 1});
+    Move({1.5, 1.5});
+    Click({1.5, 1.5});
+    QVERIFY(!m_pFixture->Document()->HasSelection());
+    QCOMPARE(Cursor(), wand);
+
+    // It goes before the press, and there is no layer to compare.
+    m_pFixture->SelectLayers({});
+    InPanel<QCheckBox>("m_pSampleAllLayers")->setChecked(false);
+    Select({"##"}, {1, 1});
+    Move({2.5, 1.5});
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::ArrowCursor);
+    m_pFixture->Document()->SetSelectionMask({}, {});
+    Click({2.5, 1.5});
+    QCOMPARE(Cursor(), wand);
+}
+
+// ---- panning
+
+void TestMagicWand::panningTheViewSelectsNothing_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("no selection") << "........";
+    QTest::newRow("over what is selected") << "########";
+    QTest::newRow("beside it") << ".....###";
+}
+
+void TestMagicWand::panningTheViewSelectsNothing()
+{
+    QFETCH(QString, row);
+    if (row.contains('#')) Select({row});
+    const bool hadSelection = m_pFixture->Document()->HasSelection();
+    ZKDocumentView* view = m_pFixture->View();
+    Move({2.5, 0.5});
+    const QByteArray before = Cursor();
+    const QStringList boxes = BoxesDuring([&] {
+        view->EnablePanning(true);
+        Click({2.5, 0.5});
+        view->EnablePanning(true);
+        Press({2.5, 0.5});
+        Move({4.5, 3.5});
+        QCOMPARE(view->cursor().shape(), Qt::ClosedHandCursor);
+        VERIFY_NOTHING_IS_HELD();
+        Release({4.5, 3.5});
+        Press({2.5, 0.5}, Qt::MiddleButton);
+        Move({4.5, 3.5});
+        QCOMPARE(view->cursor().shape(), Qt::ClosedHandCursor);
+        Release({4.5, 3.5}, Qt::MiddleButton);
+    });
+    QCOMPARE(boxes, QStringList());
+    QCOMPARE(m_pFixture->History().count(), 0);
+    QCOMPARE(m_pFixture->Document()->HasSelection(), hadSelection);
+    QCOMPARE(Selection().first(), row);
+    QCOMPARE(Cursor(), before);
 }
 
 ZK_REGISTER_TEST(tst_magicwand, TestMagicWand)

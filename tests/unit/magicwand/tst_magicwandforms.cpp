@@ -10,6 +10,7 @@
 #include "history/LexoCommand.h"
 #include "history/MWSelectionCommandData.h"
 #include "support/TestRegistry.h"
+#include "utils/ZKIconHelper.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -44,6 +45,8 @@ private slots:
     void aKeyHeldAtTheEndOfTheTurnIsForgotten();
     void everyModeHasACursorOfItsOwn();
     void theOldCursorComesBack();
+    void theHandStaysWhileTheViewIsPanned();
+    void aTurnWhilePanningLeavesTheHand();
     void settingsComeBack();
     void damagedSettingsAreIgnored();
     void theAntialiasingBoxIsNeitherStoredNorRead();
@@ -284,6 +287,47 @@ void TestMagicWandForms::theOldCursorComesBack()
     QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::PointingHandCursor);
 }
 
+void TestMagicWandForms::theHandStaysWhileTheViewIsPanned()
+{
+    ZKDocumentView* view = m_pFixture->View();
+    SetMode(1);
+    const QImage plus = view->cursor().pixmap().toImage();
+    SetMode(0);
+    view->EnablePanning(true);
+    SendKey(Qt::Key_Shift, true);
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().pixmap().toImage(), plus);
+    SendKey(Qt::Key_Shift, false);
+}
+
+void TestMagicWandForms::aTurnWhilePanningLeavesTheHand()
+{
+    ZKDocumentView* view = m_pFixture->View();
+    const QImage wand = view->cursor().pixmap().toImage();
+    ZKToolGroupManager::Activate(nullptr);
+    view->setCursor(Qt::CrossCursor);
+    view->EnablePanning(true);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().pixmap().toImage(), wand);
+
+    view->EnablePanning(true);
+    ZKToolGroupManager::Activate(nullptr);
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().shape(), Qt::CrossCursor);
+
+    // Taken and left before the hand goes.
+    view->EnablePanning(true);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    ZKToolGroupManager::Activate(nullptr);
+    QCOMPARE(view->cursor().shape(), Qt::OpenHandCursor);
+    view->EnablePanning(false);
+    QCOMPARE(view->cursor().shape(), Qt::CrossCursor);
+}
+
 // ---- settings
 
 void TestMagicWandForms::settingsComeBack()
@@ -341,11 +385,14 @@ void TestMagicWandForms::theRefineButtonFollowsTheRegisteredAction()
     QCOMPARE(button->text(), QString("Refine selection"));
     QVERIFY(!button->isEnabled());
     {
-        QAction refine("Refine it");
+        QAction refine(ZKIconHelper::DisabledIcon("theme:add_sel.png"), "Refine it");
+        refine.setStatusTip("Makes its edge better");
         int triggered = 0;
         connect(&refine, &QAction::triggered, this, [&] { ++triggered; });
         ZKApplication::GetInstance()->RegisterRefineSelection(&refine);
         QCOMPARE(button->defaultAction(), &refine);
+        QVERIFY(!button->icon().isNull());
+        QCOMPARE(button->toolTip(), QString("Refine it"));
         QVERIFY(button->isEnabled());
         button->click();
         QCOMPARE(triggered, 1);
@@ -353,6 +400,9 @@ void TestMagicWandForms::theRefineButtonFollowsTheRegisteredAction()
         QVERIFY(!button->defaultAction());
     }
     QCOMPARE(button->text(), QString("Refine selection"));
+    QCOMPARE(button->toolTip(), QString("Refine selection"));
+    QCOMPARE(button->statusTip(), QString());
+    QVERIFY(button->icon().isNull());
     QVERIFY(!button->isEnabled());
 }
 
