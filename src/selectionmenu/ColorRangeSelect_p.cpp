@@ -20,7 +20,7 @@
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QMainWindow>
 #include <QtConcurrentRun>
 
@@ -221,6 +221,8 @@ void ColorRangeSelectPrivate::DialogRejected()
 void ColorRangeSelectPrivate::OnKeyPress(int key)
 {
     if (!m_pDlg || !m_pDlg->isVisible() || m_pDlg->isActiveWindow()) return;
+    // A key closes what stands in front, as the choice of a color or a menu does.
+    if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) return;
 
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         m_pDlg->Accept();
@@ -366,14 +368,22 @@ void ColorRangeSelectPrivate::RequestPreview()
         m_JobFlags |= PreviewWanted;
         return;
     }
-    m_JobFlags |= PreviewRuns;
-    StartPreview();
+    if (StartPreview()) m_JobFlags |= PreviewRuns;
 }
 
-void ColorRangeSelectPrivate::StartPreview()
+// False when the picture can't be read now: the preview stays as it is until the next request.
+bool ColorRangeSelectPrivate::StartPreview()
 {
-    m_pPreview->setFuture(
-        QtConcurrent::run(MakePreview, ReadPicture(GetDocument()), GetRange(), m_pDlg->GetPreviewBounds()));
+    try {
+        m_pPreview->setFuture(QtConcurrent::run(MakePreview, ReadPicture(GetDocument()), GetRange(),
+                                                m_pDlg->GetPreviewBounds()));
+        return true;
+    } catch (const std::exception& exception) {
+        Reports::Exception(ZK_HERE, exception);
+    } catch (...) {
+        Reports::UnknownException(ZK_HERE);
+    }
+    return false;
 }
 
 void ColorRangeSelectPrivate::OnSelectionRadyAt(int index)

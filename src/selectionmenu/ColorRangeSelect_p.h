@@ -99,7 +99,7 @@ private:
     void AppendColor(const ConvertResult& result);
     void StartConversion(const QColor& color);
     void RequestPreview();
-    void StartPreview();
+    bool StartPreview();
     ColorRange GetRange() const;
     void ApplySelection();
     void PushSelection(const ColorRange& range);

@@ -4,6 +4,7 @@
 #include "selectionmenu/SelectColorRangeDlg.h"
 
 #include "core/ZKMenuManager.h"
+#include "gui/LXColorDlg.h"
 #include "gui/LexoAppKeyHook.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoCommand.h"
@@ -14,6 +15,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSemaphore>
@@ -21,6 +23,8 @@
 #include <QTest>
 #include <QThreadPool>
 #include <QtConcurrentRun>
+
+Q_DECLARE_METATYPE(FaultSeams::Seam)
 
 namespace {
 /// Holds every thread of the global pool while it lives, so that no job ends.
@@ -73,6 +77,8 @@ private slots:
     void swatchesAreChosenByMouseAndKey();
     void thePreviewShowsWhatMatches();
     void aRequestDuringAPreviewIsMadeUpLater();
+    void aPictureThatCantBeReadIsReadNextTime_data();
+    void aPictureThatCantBeReadIsReadNextTime();
 
     void acceptingSelectsWhatMatches();
     void modesCombineWithTheSelection_data();
@@ -87,6 +93,9 @@ private slots:
 
     void keysReachTheDialogFromThePicture();
     void keysInTheDialogAreItsOwn();
+    void aColorIsChosenInADialog_data();
+    void aColorIsChosenInADialog();
+    void keysOfAMenuAreItsOwn();
     void anotherViewRejects();
 
 private:
@@ -391,6 +400,41 @@ void TestColorRangeSelect::aRequestDuringAPreviewIsMadeUpLater()
     Dialog()->Reject();
 }
 
+void TestColorRangeSelect::aPictureThatCantBeReadIsReadNextTime_data()
+{
+    QTest::addColumn<FaultSeams::Seam>("seam");
+    QTest::addColumn<QString>("report");
+    QTest::newRow("memory") << FaultSeams::Seam::TileAllocation << "Unexpected exception";
+    QTest::newRow("anything else") << FaultSeams::Seam::StrangeTileAllocation
+                                   << "Unexpected unknown exception";
+}
+
+void TestColorRangeSelect::aPictureThatCantBeReadIsReadNextTime()
+{
+    QFETCH(FaultSeams::Seam, seam);
+    QFETCH(QString, report);
+    Start();
+    Click({5, 5});
+    WaitForJobs();
+    auto* tolerance = Dialog()->findChild<QSpinBox*>("m_pToleranceSpn");
+    m_pFixture->Document()->UpdateDocumentRect({});
+    FaultSeams::FailNth(seam, 1);
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression(report + ": .*file=\"src/selectionmenu/ColorRangeSelect_p\""));
+    tolerance->setValue(1);
+    WaitForJobs();
+    QVERIFY(Dialog());
+    const auto preview = [this] {
+        return Dialog()->findChild<QLabel*>("m_pPreviewLbl")->pixmap(Qt::ReturnByValue).toImage();
+    };
+    QCOMPARE(preview().pixelColor(15, 5), QColor(Qt::white));
+
+    tolerance->setValue(2);
+    WaitForJobs();
+    QCOMPARE(preview().pixelColor(15, 5), QColor(Qt::black));
+    Dialog()->Reject();
+}
+
 void TestColorRangeSelect::acceptingSelectsWhatMatches()
 {
     Start();
@@ -571,6 +615,55 @@ void TestColorRangeSelect::keysInTheDialogAreItsOwn()
     Dialog()->activateWindow();
     QTRY_VERIFY(Dialog()->isActiveWindow());
     emit LexoAppKeyHook::instance()->KeyPressed(Qt::Key_Return);
+    QVERIFY(Dialog());
+    Dialog()->Reject();
+}
+
+void TestColorRangeSelect::aColorIsChosenInADialog_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QStringList>("swatches");
+    QTest::newRow("Return") << int(Qt::Key_Return) << QStringList("#0a141e");
+    QTest::newRow("Enter") << int(Qt::Key_Enter) << QStringList("#0a141e");
+    QTest::newRow("Escape") << int(Qt::Key_Escape) << QStringList();
+}
+
+void TestColorRangeSelect::aColorIsChosenInADialog()
+{
+    QFETCH(int, key);
+    QFETCH(QStringList, swatches);
+    Start();
+    auto* choose = Dialog()->findChild<QPushButton*>("m_pChooseBtn");
+    QCOMPARE(choose->text(), QString("Choose a color"));
+    auto* remove = Dialog()->findChild<QPushButton*>("m_pRemoveBtn");
+    QCOMPARE(remove->text(), QString("Remove"));
+    QCOMPARE(remove->toolTip(), QString("Remove the selected color"));
+
+    QString title;
+    m_pFixture->Input().WhenModalShows<LXColorDlg>([&](LXColorDlg* asked) {
+        title = asked->windowTitle();
+        asked->SetColor(QColor(10, 20, 30));
+        m_pFixture->Input().Key(key);
+    });
+    m_pFixture->Input().Click(choose);
+    QCOMPARE(title, QString("Choose a color"));
+    QVERIFY(Dialog());
+    QCOMPARE(Swatches(), swatches);
+    QCOMPARE(HistoryTexts(), QStringList());
+    Dialog()->Reject();
+}
+
+void TestColorRangeSelect::keysOfAMenuAreItsOwn()
+{
+    Start();
+    m_pFixture->Widget()->activateWindow();
+    QTRY_VERIFY(!Dialog()->isActiveWindow());
+    QMenu menu(m_pFixture->Widget());
+    menu.addAction("Something");
+    menu.popup(m_pFixture->Widget()->mapToGlobal({10, 10}));
+    QTRY_VERIFY(menu.isVisible());
+    m_pFixture->Input().Key(Qt::Key_Escape);
+    QVERIFY(!menu.isVisible());
     QVERIFY(Dialog());
     Dialog()->Reject();
 }
