@@ -1,5 +1,6 @@
 #include "support/TransformTwin.h"
 
+#include <QRect>
 #include <QSize>
 
 #include <algorithm>
@@ -126,14 +127,24 @@ Real OverlapWith(Real low, Real high, Real from, Real to)
     return std::max(Real(0), std::min(high, to) - std::max(low, from));
 }
 
-/// One weight for each pixel of an axis of the source.
-std::vector<Real> WeightsOf(const Axis& axis, int side, TransformTwin::Method method)
+/// The source's pixels on an axis, but those that are too far off to weigh anything.
+struct Weights
+{
+    int first = 0;
+    std::vector<Real> weights;
+};
+
+Weights WeightsOf(const Axis& axis, int side, TransformTwin::Method method)
 {
     const Real middle = std::clamp(axis.middle, Real(0), Real(side));
     const Real window = std::max(Real(1), axis.Width());
-    std::vector<Real> weights;
+    const Real reach = 2 * window + 1;
+    Weights result;
+    result.first = static_cast<int>(std::floor(std::max(middle - reach, Real(0))));
+    const int end = static_cast<int>(std::ceil(std::min(middle + reach, Real(side))));
+    std::vector<Real>& weights = result.weights;
     Real sum = 0;
-    for (int i = 0; i < side; ++i) {
+    for (int i = result.first; i < end; ++i) {
         const bool isLinear = method == TransformTwin::Method::Linear;
         const Real weight = isLinear ? OverlapWith(middle - window / 2, middle + window / 2, i, i + 1)
                                      : Curve((i + 0.5L - middle) / window);
@@ -143,7 +154,7 @@ std::vector<Real> WeightsOf(const Axis& axis, int side, TransformTwin::Method me
     for (Real& weight : weights) {
         weight /= sum;
     }
-    return weights;
+    return result;
 }
 
 int Rounded(Real value)
@@ -156,20 +167,23 @@ LXRGBA32i Mixed(const PlainImage& source, const Spot& spot, TransformTwin::Metho
     const Real coverage = CoverageOf(spot.x, source.width) * CoverageOf(spot.y, source.height);
     if (coverage <= 0) return LXRGBA32i();
 
-    const std::vector<Real> across = WeightsOf(spot.x, source.width, method);
-    const std::vector<Real> down = WeightsOf(spot.y, source.height, method);
+    const Weights across = WeightsOf(spot.x, source.width, method);
+    const Weights down = WeightsOf(spot.y, source.height, method);
     Real alpha = 0;
     Real color[3] = {0, 0, 0};
-    for (int y = 0; y < source.height; ++y) {
-        for (int x = 0; x < source.width; ++x) {
+    int y = down.first;
+    for (const Real weightDown : down.weights) {
+        int x = across.first;
+        for (const Real weightAcross : across.weights) {
             const LXRGBA32i pixel = source.At(x, y);
-            const Real share =
-                across[static_cast<std::size_t>(x)] * down[static_cast<std::size_t>(y)] * pixel.Alpha();
+            const Real share = weightAcross * weightDown * pixel.Alpha();
             alpha += share;
             for (int channel = 0; channel < 3; ++channel) {
                 color[channel] += share * pixel.bytes[channel];
             }
+            ++x;
         }
+        ++y;
     }
     LXRGBA32i result;
     const int resultAlpha = Rounded(alpha * coverage);
@@ -192,15 +206,21 @@ LXRGBA32i Picked(const PlainImage& source, const Spot& spot)
 PlainImage TransformTwin::Transformed(const PlainImage& source, const QTransform& transform,
                                       const QSize& size, Method method)
 {
-    PlainImage target(size.width(), size.height());
-    for (int y = 0; y < target.height; ++y) {
-        for (int x = 0; x < target.width; ++x) {
-            const Spot spot = SpotAt(transform, x, y);
+    return Part(source, transform, QRect(QPoint(0, 0), size), method);
+}
+
+PlainImage TransformTwin::Part(const PlainImage& source, const QTransform& transform, const QRect& part,
+                               Method method)
+{
+    PlainImage result(part.width(), part.height());
+    for (int y = 0; y < result.height; ++y) {
+        for (int x = 0; x < result.width; ++x) {
+            const Spot spot = SpotAt(transform, part.left() + x, part.top() + y);
             if (!spot.isVisible) continue;
-            target.At(x, y) = method == Method::Nearest ? Picked(source, spot) : Mixed(source, spot, method);
+            result.At(x, y) = method == Method::Nearest ? Picked(source, spot) : Mixed(source, spot, method);
         }
     }
-    return target;
+    return result;
 }
 
 int TransformTwin::LargestDifference(const PlainImage& a, const PlainImage& b)

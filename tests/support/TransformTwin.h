@@ -24,6 +24,9 @@ enum class Method
 PlainImage Transformed(const PlainImage& source, const QTransform& transform, const QSize& size,
                        Method method);
 
+/// The same, of a part of the target alone.
+PlainImage Part(const PlainImage& source, const QTransform& transform, const QRect& part, Method method);
+
 /// The largest difference of any channel between the two; colors count as much as their alpha shows of them.
 int LargestDifference(const PlainImage& a, const PlainImage& b);
 } // namespace TransformTwin
