@@ -109,7 +109,7 @@ LXRGBA32i Mix(SourcePixels& pixels, const ResampleTaps& across, const ResampleTa
     return LXRGBA32i(alphaByte << PixelMath::AlphaShift | color);
 }
 
-/// Columns and rows are mapped apart, so their taps are found once each.
+/// Columns and rows are mapped apart, so their taps are found once each; behind the eye there are none.
 void ScalePixels(const LXImage32& source, const InverseMap& map, LXImage32& target, const QRect& part,
                  ResampleKernel::Kind kind)
 {
@@ -117,11 +117,13 @@ void ScalePixels(const LXImage32& source, const InverseMap& map, LXImage32& targ
     std::vector<ResampleTaps> rows(static_cast<std::size_t>(part.height()));
     for (int x = 0; x < part.width(); ++x) {
         const SourceSpot spot = map.At(part.left() + x, part.top());
+        if (!spot.isVisible) continue;
         ResampleKernel::FindTaps(kind, spot.x, source.Width(), ResampleKernel::Unlimited,
                                  columns[static_cast<std::size_t>(x)]);
     }
     for (int y = 0; y < part.height(); ++y) {
         const SourceSpot spot = map.At(part.left(), part.top() + y);
+        if (!spot.isVisible) continue;
         ResampleKernel::FindTaps(kind, spot.y, source.Height(), ResampleKernel::Unlimited,
                                  rows[static_cast<std::size_t>(y)]);
     }
@@ -185,11 +187,11 @@ void MixPixels(const LXImage32& source, const InverseMap& map, LXImage32& target
     });
 }
 
-/// The source's column or row that the middle falls into, -1 beside it.
-int Picked(double middle, int side)
+/// The source's column or row that the middle falls into, -1 beside it and behind the eye.
+int Picked(const SourceSpot& spot, const SourceSpan& span, int side)
 {
-    const double place = std::floor(middle);
-    return place >= 0 && place < side ? static_cast<int>(place) : -1;
+    const double place = std::floor(span.middle);
+    return spot.isVisible && place >= 0 && place < side ? static_cast<int>(place) : -1;
 }
 
 /// Columns and rows are mapped apart, so each is found once.
@@ -197,10 +199,12 @@ void PickScaledPixels(const LXImage32& source, const InverseMap& map, LXImage32&
 {
     PickedPlaces places{part.topLeft(), {}, {}};
     for (int x = part.left(); x <= part.right(); ++x) {
-        places.columns.push_back(Picked(map.At(x, part.top()).x.middle, source.Width()));
+        const SourceSpot spot = map.At(x, part.top());
+        places.columns.push_back(Picked(spot, spot.x, source.Width()));
     }
     for (int y = part.top(); y <= part.bottom(); ++y) {
-        places.rows.push_back(Picked(map.At(part.left(), y).y.middle, source.Height()));
+        const SourceSpot spot = map.At(part.left(), y);
+        places.rows.push_back(Picked(spot, spot.y, source.Height()));
     }
     MakePixels(target, part, [&](const QRect& inTile) {
         return [picker = ColumnPicker(source, places, inTile)](int, int y, int, LXRGBA32i* pixels) mutable {
@@ -218,9 +222,8 @@ void PickPixels(const LXImage32& source, const InverseMap& map, LXImage32& targe
     MakeEachPixel(target, part, [&] {
         return [&, pixels = std::make_unique<SourcePixels>(source)](int x, int y) {
             const SourceSpot spot = map.At(x, y);
-            if (!spot.isVisible) return LXRGBA32i();
-            const int column = Picked(spot.x.middle, source.Width());
-            const int row = Picked(spot.y.middle, source.Height());
+            const int column = Picked(spot, spot.x, source.Width());
+            const int row = Picked(spot, spot.y, source.Height());
             return column >= 0 && row >= 0 ? pixels->At(column, row) : LXRGBA32i();
         };
     });

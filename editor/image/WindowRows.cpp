@@ -14,6 +14,9 @@ constexpr double Unseen = 1e-4;
 /// How much of its width a target pixel reaches to either side: half the diagonal, and a bit for float.
 constexpr double HalfDiagonal = 0.7072;
 
+/// Of a map's numbers; beyond, products could leave what a double holds.
+constexpr double Reach = 1e100;
+
 /// Keeps those numbers i from `first` to `last`, as real numbers, with start + i step >= 0.
 void Restrict(double start, double step, double& first, double& last)
 {
@@ -41,8 +44,29 @@ double StepAt(const EvenPlane& plane, double step, const EvenPlane& z, double st
 }
 } // namespace
 
+/// Brings Z near 1 in the part, since the kernels take its fourth power in float; by a power of 2, which
+/// leaves the map as it is to the last bit. False where numbers would be left that no sum and product may
+/// hold.
+bool WindowRows::BringNearOne(const QRect& part)
+{
+    double mostZ = 0;
+    for (const QPoint& corner : CornersOf(part)) {
+        mostZ = std::max(mostZ, m_Map.z.At(corner.x(), corner.y()));
+    }
+    if (!std::isnormal(mostZ)) return false;
+    const int shift = -std::ilogb(mostZ);
+    for (EvenPlane* const plane : {&m_Map.x, &m_Map.y, &m_Map.z}) {
+        for (double* const number : {&plane->right, &plane->down, &plane->first}) {
+            *number = std::ldexp(*number, shift);
+            if (!(std::abs(*number) < Reach)) return false;
+        }
+    }
+    return true;
+}
+
 bool WindowRows::Enter(const QRect& part)
 {
+    if (!BringNearOne(part)) return false;
     double leastZ = m_Map.z.At(part.left(), part.top());
     for (const QPoint& corner : CornersOf(part)) {
         leastZ = std::min(leastZ, m_Map.z.At(corner.x(), corner.y()));

@@ -44,6 +44,7 @@ private:
         double y;
     };
 
+    bool BringNearOne(const QRect& part);
     Widths WidestIn(const QRect& part, double leastZ) const;
     void ReadBox(const QRect& part);
     Widths Margins() const;

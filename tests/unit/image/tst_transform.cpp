@@ -92,6 +92,8 @@ private slots:
     void plainColorStaysPlain();
 
     void whatLiesBehindTheEyeIsNotShown();
+    void greatAndSmallNumbersMakeTheSamePicture_data();
+    void greatAndSmallNumbersMakeTheSamePicture();
     void resultsAreThoseOfTheTwin_data();
     void resultsAreThoseOfTheTwin();
 
@@ -387,6 +389,44 @@ void TestTransform::whatLiesBehindTheEyeIsNotShown()
             QCOMPARE(target.GetColor(x, 1).value, 0u);
         }
         QCOMPARE(target.GetColor(170, 1).value, 0xFFFFFFFFu);
+    }
+    // All of it is behind, wherever that would come out.
+    const QTransform turnedAway(1, 0, 0, 0, 1, 0, 0, 0, -1);
+    const QTransform scaledAway = turnedAway * QTransform::fromScale(1.5, 2.5);
+    const QTransform mirroredAway = QTransform::fromScale(-0.7, -0.7) * turnedAway;
+    for (const QTransform& away : {turnedAway, scaledAway, mirroredAway}) {
+        for (const Named& named : Functions) {
+            const PlainImage result = Result(named.function, source, away, QSize(140, 8));
+            QCOMPARE(TestImages::Difference(result, PlainImage(140, 8)), QString());
+        }
+    }
+}
+
+/// The same map at any magnitude of its numbers.
+void TestTransform::greatAndSmallNumbersMakeTheSamePicture_data()
+{
+    QTest::addColumn<double>("factor");
+    for (const double factor : {1e-90, 1e-40, 1e-20, 1e-11, 1e11, 1e20, 1e40, 1e90}) {
+        QTest::addRow("%g", factor) << factor;
+    }
+}
+
+void TestTransform::greatAndSmallNumbersMakeTheSamePicture()
+{
+    QFETCH(double, factor);
+    std::mt19937 random(6);
+    const PlainImage source = TestImages::Random(90, 80, random);
+    const QTransform plain = QTransform().translate(20, 4).rotate(21).scale(1.3, 1.1) *
+                             QTransform(1, 0, 0.002, 0, 1, 0.001, 0, 0, 1);
+    const QTransform scaled(plain.m11() * factor, plain.m12() * factor, plain.m13() * factor,
+                            plain.m21() * factor, plain.m22() * factor, plain.m23() * factor,
+                            plain.m31() * factor, plain.m32() * factor, plain.m33() * factor);
+    const QSize size(150, 140);
+    for (const Named& named : {Functions[0], Functions[1]}) {
+        const PlainImage result = Result(named.function, source, scaled, size);
+        const PlainImage expected = TransformTwin::Transformed(source, plain, size, named.method);
+        QVERIFY2(TransformTwin::LargestDifference(result, expected) <= 1,
+                 qPrintable(TestImages::Difference(result, expected)));
     }
 }
 
