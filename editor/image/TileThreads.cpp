@@ -1,6 +1,7 @@
 #include "image/TileThreads.h"
 
 #include "image/TileWalk.h"
+#include "utils/FaultSeams.h"
 #include "utils/ThreadNotes.h"
 
 #include <QRunnable>
@@ -12,6 +13,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace {
@@ -101,13 +103,20 @@ void RunHere(int count, const std::function<void(int)>& work)
     }
 }
 
+/// False when no more can be had, for lack of memory too: those who began already work on what belongs to the
+/// caller, so it mustn't leave.
 bool CallHelper(const std::shared_ptr<Shared>& shared)
 {
-    auto helper = std::make_unique<Helper>(shared);
-    ThreadNotes::HandedOver(helper.get());
-    if (!QThreadPool::globalInstance()->tryStart(helper.get())) return false;
-    static_cast<void>(helper.release()); // the pool's now
-    return true;
+    try {
+        if (FaultSeams::Pass(FaultSeams::Seam::HelperCall)) throw std::bad_alloc();
+        auto helper = std::make_unique<Helper>(shared);
+        ThreadNotes::HandedOver(helper.get());
+        if (!QThreadPool::globalInstance()->tryStart(helper.get())) return false;
+        static_cast<void>(helper.release()); // the pool's now
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
 }
 } // namespace
 

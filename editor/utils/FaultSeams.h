@@ -14,6 +14,7 @@ enum class Seam
     DocumentUnlock,        ///< LXDocumentInterface::Unlock() is refused
     FloodFill,             ///< LXFloodFillHelper throws std::runtime_error
     DocumentAdd,           ///< LXDocumentManager::AddDocument() refuses
+    HelperCall,            ///< TileThreads finds no memory for another helper
 };
 
 /// Something that isn't a `std::exception`, for those who must stand whatever is thrown.

@@ -36,6 +36,7 @@ private slots:
     void failuresReachTheCallerAsTheyWereThrown();
     void noPieceIsBegunAfterAFailure();
     void lackOfMemoryStaysLackOfMemory();
+    void whereNoHelperCanBeHadTheOthersDoTheWork();
     void nestedWorkDoesNotDeadlock();
     void manyCallersAtOnce();
     void unwantedWorkEndsBetweenPieces();
@@ -103,6 +104,16 @@ void TestTileWorkers::lackOfMemoryStaysLackOfMemory()
     QVERIFY_EXCEPTION_THROWN(BlendOn(source, source.Rect(), 0, target, target.Rect(), 0.5, false),
                              std::bad_alloc);
     BlendOn(source, source.Rect(), 0, target, target.Rect(), 0.5, false);
+}
+
+void TestTileWorkers::whereNoHelperCanBeHadTheOthersDoTheWork()
+{
+    for (const int failing : {1, 2, 3}) {
+        FaultSeams::FailNth(FaultSeams::Seam::HelperCall, failing);
+        std::vector<std::atomic<int>> done(1000);
+        TileThreads::ForEach(1000, [&](int piece) { ++done[static_cast<std::size_t>(piece)]; });
+        QVERIFY(std::all_of(done.begin(), done.end(), [](const auto& count) { return count == 1; }));
+    }
 }
 
 /// More levels than the pool has threads, each on all of them.
