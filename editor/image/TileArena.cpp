@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 
 #include <new>
+#include <utility>
 
 namespace {
 constexpr quint64 AllFree = ~quint64(0);
@@ -25,17 +26,17 @@ uchar* TileArena::Allocate()
     if (chunk.freeBlocks == AllFree) --m_EmptyChunks;
     const uint block = qCountTrailingZeroBits(chunk.freeBlocks);
     chunk.freeBlocks &= ~(quint64(1) << block);
-    if (chunk.freeBlocks == 0) m_WithFreeBlocks.erase(chunk.memory.get());
+    if (chunk.freeBlocks == 0) chunk.placeWhenFull = m_WithFreeBlocks.extract(chunk.memory.get());
     return chunk.memory.get() + block * BlockBytes;
 }
 
-void TileArena::Free(uchar* block)
+void TileArena::Free(uchar* block) noexcept
 {
     const auto found = std::prev(m_Chunks.upper_bound(block));
     Chunk& chunk = found->second;
     const auto index = static_cast<std::size_t>(block - found->first) / BlockBytes;
     chunk.freeBlocks |= quint64(1) << index;
-    m_WithFreeBlocks.insert(found->first);
+    if (chunk.placeWhenFull) m_WithFreeBlocks.insert(std::move(chunk.placeWhenFull));
     if (chunk.freeBlocks == AllFree) KeepOrDrop(found->first);
 }
 
@@ -44,10 +45,11 @@ TileArena::Chunk& TileArena::AddChunk()
     std::unique_ptr<uchar, ChunkDeleter> memory(static_cast<uchar*>(::operator new(ChunkBytes, HugePage)));
     uchar* const base = memory.get();
     ::madvise(base, ChunkBytes, MADV_HUGEPAGE); // no more than a wish
+    std::set<uchar*> place{base};               // before anything changes, for this may fail
     Chunk& chunk = m_Chunks[base];
     chunk.memory = std::move(memory);
     ++m_EmptyChunks;
-    m_WithFreeBlocks.insert(base);
+    m_WithFreeBlocks.merge(place);
     return chunk;
 }
 

@@ -21,7 +21,8 @@ public:
 
     /// A block with undefined content. Throws std::bad_alloc.
     uchar* Allocate();
-    void Free(uchar* block);
+    /// Never fails: the tile store counts on it amidst its own changes.
+    void Free(uchar* block) noexcept;
 
 private:
     Q_DISABLE_COPY(TileArena)
@@ -39,7 +40,8 @@ private:
     struct Chunk
     {
         std::unique_ptr<uchar, ChunkDeleter> memory;
-        quint64 freeBlocks = ~quint64(0); ///< bit n: block n is free
+        quint64 freeBlocks = ~quint64(0);          ///< bit n: block n is free
+        std::set<uchar*>::node_type placeWhenFull; ///< its place among those with free blocks, kept meanwhile
     };
 
     Chunk& AddChunk();
