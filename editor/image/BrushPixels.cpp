@@ -16,9 +16,14 @@ int Wrap(int position, int length)
 
 BrushPixels::BrushPixels(const QBrush& brush) : m_Brush(brush), m_Gradient(GradientPixels::Of(brush))
 {
-    if (brush.style() == Qt::TexturePattern && brush.transform().isIdentity()) {
-        const QImage texture = brush.textureImage();
-        if (texture.depth() > 1) m_Texture = texture.convertToFormat(QImage::Format_ARGB32);
+    if (brush.style() != Qt::TexturePattern) return;
+    const QImage texture = brush.textureImage();
+    if (texture.depth() == 1) return; // takes the brush's color
+    if (brush.transform().isIdentity()) {
+        m_Texture = texture.convertToFormat(QImage::Format_ARGB32);
+    } else {
+        // Of a pixmap Qt would make the image when it is first painted with, without a lock.
+        m_Brush.setTextureImage(texture);
     }
 }
 

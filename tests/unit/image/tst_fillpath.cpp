@@ -1,3 +1,4 @@
+#include "image/BrushPixels.h"
 #include "image/LXBlend.h"
 #include "image/LXImage.h"
 #include "support/TestImages.h"
@@ -7,10 +8,14 @@
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainterPath>
+#include <QPixmap>
 #include <QPolygonF>
 #include <QTest>
 
+#include <atomic>
 #include <random>
+#include <thread>
+#include <vector>
 
 namespace {
 QPainterPath RectPath(const QRectF& rect)
@@ -56,6 +61,7 @@ private slots:
     void grayBrushPaintsIntoAMask();
     void texturesStartAtTheImagesOrigin();
     void translucentTexturesKeepTheirBytes();
+    void texturesOfPixmapsAreReadByManyAtOnce();
     void gradientsAreSampledAtPixelMiddles();
     void almostTransparentGradientsKeepTheirColor();
     void pathsFollowTheirFillRule_data();
@@ -255,6 +261,39 @@ void TestFillPath::translucentTexturesKeepTheirBytes()
     LXImage32 image(2, 2);
     FillPath(image, 3, RectPath(QRectF(0, 0, 2, 2)), QBrush(texture));
     QCOMPARE(image.GetColor(1, 1).value, 0x03C89664u);
+}
+
+/// Of a pixmap Qt makes the image late and without a lock, and threads that meet there lose one: it then
+/// lives on when all who held it are gone.
+void TestFillPath::texturesOfPixmapsAreReadByManyAtOnce()
+{
+    QImage picture(8, 8, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(0x80402010);
+    constexpr int threadCount = 2;
+    for (int round = 0; round < 200; ++round) {
+        QBrush brush(QPixmap::fromImage(picture, Qt::NoFormatConversion));
+        brush.setTransform(QTransform().rotate(30));
+        const BrushPixels pixels(brush);
+        brush = QBrush();
+        std::atomic<int> ready{0};
+        std::atomic<int> wrong{0};
+        const auto read = [&] {
+            LXRGBA32i pixel;
+            for (++ready; ready < threadCount;) {
+            }
+            pixels.Read(QRect(4, 4, 1, 1), &pixel);
+            if (pixel.Alpha() != 0x80) ++wrong;
+        };
+        std::vector<std::thread> threads;
+        for (int i = 0; i < threadCount; ++i) {
+            threads.emplace_back(read);
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        QCOMPARE(wrong.load(), 0);
+    }
+    QVERIFY(picture.isDetached());
 }
 
 void TestFillPath::gradientsAreSampledAtPixelMiddles()
