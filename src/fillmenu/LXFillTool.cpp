@@ -129,25 +129,32 @@ MainMenuEntries LXFillTool::GetMainMenuEntries()
 
 // ---- whether the commands are open
 
-bool LXFillTool::IsOpen() const
+std::optional<LXFillTool::Target> LXFillTool::FindTarget() const
 {
-    const LXDocumentInterface* document = GetDocument();
-    const LXDocumentModel* model = GetModel();
     const int id = GetCurrentLayerId();
-    if (!document || document->GetLockState() || !model || id < 0) return false;
+    if (!GetDocument() || !GetModel() || id < 0) return {};
 
-    const auto layerId = static_cast<unsigned int>(id);
-    const unsigned int locks = document->GetLayerLockFlags(layerId);
-    if (model->GetMaskSelected(id - 1) && (locks & LayerLocks::AgainstMaskPaint) == 0) return true;
+    const PaintTarget pixels = IsMaskTarget() ? PaintTarget::Mask : PaintTarget::Layer;
+    const Target target{GetDocument(), GetHistory(), static_cast<unsigned int>(id), pixels};
+    return IsOpen(target) ? std::optional<Target>(target) : std::nullopt;
+}
 
-    const int kind = document->GetLayerKind(layerId);
+bool LXFillTool::IsOpen(const Target& target)
+{
+    const LXDocumentInterface* document = target.document;
+    if (!document || document->GetLockState()) return false;
+
+    const unsigned int locks = document->GetLayerLockFlags(target.layerId);
+    if (target.pixels == PaintTarget::Mask && (locks & LayerLocks::AgainstMaskPaint) == 0) return true;
+
+    const int kind = document->GetLayerKind(target.layerId);
     return kind != LayerKind::Text && kind != LayerKind::Adjustment &&
            (locks & LayerLocks::AgainstPaint) == 0;
 }
 
 void LXFillTool::UpdateActions()
 {
-    const bool isOpen = IsOpen();
+    const bool isOpen = FindTarget().has_value();
     for (const MainMenuEntry& entry : m_Entries) {
         if (entry.pAction) entry.pAction->setEnabled(isOpen);
         if (!entry.pMenu) continue;
@@ -213,14 +220,14 @@ bool LXFillTool::IsMaskTarget() const
     return GetModel() && GetModel()->GetMaskSelected(GetCurrentLayerId() - 1);
 }
 
-std::optional<LXFillTool::Target> LXFillTool::BeginFill()
+void LXFillTool::LandPieces(const Target& target)
 {
-    if (!IsOpen()) return {};
+    if (target.history) target.history->commit();
+}
 
-    if (LexoUndoStack* history = GetHistory()) history->commit();
-    const auto layerId = static_cast<unsigned int>(GetCurrentLayerId());
-    const bool keepAlpha = (GetDocument()->GetLayerLockFlags(layerId) & LayerLocks::Transparency) != 0;
-    return Target{layerId, IsMaskTarget() ? PaintTarget::Mask : PaintTarget::Layer, keepAlpha};
+bool LXFillTool::KeepsAlpha(const Target& target)
+{
+    return (target.document->GetLayerLockFlags(target.layerId) & LayerLocks::Transparency) != 0;
 }
 
 void LXFillTool::FillSolid(const QColor& color, const QString& text)
@@ -232,60 +239,60 @@ void LXFillTool::FillSolid(const QColor& color, const QString& text)
 
 void LXFillTool::RunSolid(FillSolidOperation operation, const QString& text)
 {
-    const std::optional<Target> target = BeginFill();
+    const std::optional<Target> target = FindTarget();
     if (!target) return;
 
+    LandPieces(*target);
     const bool isMask = target->pixels == PaintTarget::Mask;
     const QString failure = isMask ? tr("Cannot fill mask. Unexpected error occurred.")
                                    : tr("Cannot fill pixels. Unexpected error occurred.");
     Guard(failure, [&] {
-        operation.keepAlpha = target->keepAlpha;
-        operation.pixels = ReadFillPixels(GetDocument(), target->layerId, target->pixels);
-        RunFill(operation, isMask ? tr("Fill mask:") : tr("Fill a layer:"), failure, text);
+        operation.keepAlpha = KeepsAlpha(*target);
+        operation.pixels = ReadFillPixels(target->document, target->layerId, target->pixels);
+        RunFill(*target, operation, isMask ? tr("Fill mask:") : tr("Fill a layer:"), failure, text);
     });
 }
 
-void LXFillTool::FillCustom(const QBrush& brush, unsigned int mode, double opacity)
+void LXFillTool::FillCustom(const Target& target, const QBrush& brush, unsigned int mode, double opacity)
 {
-    const std::optional<Target> target = BeginFill();
-    if (!target) return;
-
-    const bool isMask = target->pixels == PaintTarget::Mask;
+    LandPieces(target);
+    const bool isMask = target.pixels == PaintTarget::Mask;
     const QString failure = isMask ? tr("Cannot fill mask pixels. Unexpected error occurred.")
                                    : tr("Cannot fill pixels. Unexpected error occurred.");
     Guard(failure, [&] {
-        FillPixels pixels = ReadFillPixels(GetDocument(), target->layerId, target->pixels);
+        FillPixels pixels = ReadFillPixels(target.document, target.layerId, target.pixels);
         if (isMask) {
             MaskFillCustomOperation operation{std::move(pixels), brush, mode, opacity};
-            RunFill(operation, tr("Fill mask:"), failure, tr("Fill mask"));
+            RunFill(target, operation, tr("Fill mask:"), failure, tr("Fill mask"));
         } else {
-            LayerFillCustomOperation operation{std::move(pixels), brush, mode, opacity, target->keepAlpha};
-            RunFill(operation, tr("Fill layer:"), failure, tr("Fill layer"));
+            LayerFillCustomOperation operation{std::move(pixels), brush, mode, opacity, KeepsAlpha(target)};
+            RunFill(target, operation, tr("Fill layer:"), failure, tr("Fill layer"));
         }
     });
 }
 
 template <class Operation>
-void LXFillTool::RunFill(Operation& operation, const QString& label, const QString& failure,
-                         const QString& text)
+void LXFillTool::RunFill(const Target& target, Operation& operation, const QString& label,
+                         const QString& failure, const QString& text)
 {
     // Tiles are shared, so this is no copy of the pixels.
     const FillPixels before = operation.pixels;
     LXUndefinedOperationProgressTemplate<Operation> progress(operation, LXMdiArea::MainWindow());
     progress.SetProgressLabel(label);
     progress.Execute();
+    if (!target.document) return;
     if (operation.error) {
         Messages::ShowOperationError(failure);
         return;
     }
     const PaintChange change = MakePaintChange(before, operation.pixels.image);
-    Push(MakePaintCommand(GetDocument(), before.target, change, ApplyOnPush), text);
+    Push(target, MakePaintCommand(target.document, before.target, change, ApplyOnPush), text);
 }
 
-void LXFillTool::Push(std::unique_ptr<LexoCommand> command, const QString& text)
+void LXFillTool::Push(const Target& target, std::unique_ptr<LexoCommand> command, const QString& text)
 {
     command->setText(text);
-    PushCommand(GetHistory(), std::move(command));
+    PushCommand(target.history, std::move(command));
 }
 
 void LXFillTool::OnForeground()
@@ -322,12 +329,16 @@ void LXFillTool::OnTransparent()
 
 void LXFillTool::OnCustom()
 {
+    const std::optional<Target> target = FindTarget();
+    if (!target) return;
+
     LXFillOptionsDialog dialog(LXMdiArea::MainWindow());
     dialog.SetRenderOptionsVisible(false);
-    if (dialog.Exec() != QDialog::Accepted) return;
+    if (dialog.Exec() != QDialog::Accepted || !IsOpen(*target)) return;
 
     constexpr double percent = 100.0;
-    FillCustom(IsMaskTarget() ? dialog.GetContentsMaskBrush() : dialog.GetContentsBrush(),
+    const bool isMask = target->pixels == PaintTarget::Mask;
+    FillCustom(*target, isMask ? dialog.GetContentsMaskBrush() : dialog.GetContentsBrush(),
                static_cast<unsigned int>(dialog.GetCompositionMode()), dialog.GetOpacity() / percent);
 }
 
@@ -338,7 +349,9 @@ void LXFillTool::OnGrey25()
 
 void LXFillTool::OnGrey50()
 {
-    FillCustom(QBrush(Qt::gray), BlendMode::Normal, 1.0);
+    if (const std::optional<Target> target = FindTarget()) {
+        FillCustom(*target, QBrush(Qt::gray), BlendMode::Normal, 1.0);
+    }
 }
 
 void LXFillTool::OnGrey75()
@@ -394,13 +407,13 @@ void LXFillTool::OnActivatedAmbiguously(QKeySequence key, int)
 // ---- cleaning up
 
 // With its mask as the target a layer may be locked, or not consist of pixels, and the commands be open.
-bool LXFillTool::MayCleanUp(unsigned int layerId)
+bool LXFillTool::MayCleanUp(const Target& target)
 {
-    if ((GetDocument()->GetLayerLockFlags(layerId) & LayerLocks::AgainstPaint) != 0) {
+    if ((target.document->GetLayerLockFlags(target.layerId) & LayerLocks::AgainstPaint) != 0) {
         Messages::ShowWarning(GetView(), tr("Cannot fill. Layer is locked."));
         return false;
     }
-    if (GetDocument()->GetLayerKind(layerId) != LayerKind::Raster) {
+    if (target.document->GetLayerKind(target.layerId) != LayerKind::Raster) {
         Messages::ShowWarning(GetView(), tr("Cannot rasterize. Pixel data are not editable."));
         return false;
     }
@@ -409,20 +422,23 @@ bool LXFillTool::MayCleanUp(unsigned int layerId)
 
 void LXFillTool::OnCleanupAlpha()
 {
-    const std::optional<Target> target = BeginFill();
-    if (!target || !MayCleanUp(target->layerId)) return;
+    const std::optional<Target> target = FindTarget();
+    if (!target) return;
 
-    Guard(tr("Cannot cleans up alpha. Unexpected error occurred."), [&] { CleanUp(target->layerId); });
+    LandPieces(*target);
+    if (!MayCleanUp(*target)) return;
+    Guard(tr("Cannot cleans up alpha. Unexpected error occurred."), [&] { CleanUp(*target); });
 }
 
-void LXFillTool::CleanUp(unsigned int layerId)
+void LXFillTool::CleanUp(const Target& target)
 {
-    LXDocumentInterface* document = GetDocument();
-    const FillPixels before = ReadFillPixels(document, layerId, PaintTarget::Layer);
+    const FillPixels before = ReadFillPixels(target.document, target.layerId, PaintTarget::Layer);
     CleanupAlphaOperation operation{before};
     LXUndefinedOperationProgressTemplate<CleanupAlphaOperation> progress(operation, LXMdiArea::MainWindow());
     progress.SetProgressLabel(tr("Clean up alpha:"));
     progress.Execute();
+    LXDocumentInterface* document = target.document;
+    if (!document) return;
     if (operation.error) {
         Messages::ShowOperationError(tr("Cannot cleans up alpha. Unexpected error occurred."));
         return;
@@ -436,5 +452,5 @@ void LXFillTool::CleanUp(unsigned int layerId)
 
     const PaintChange change{before.layerId, before.image, operation.pixels.image, before.geometry,
                              before.geometry};
-    Push(MakePaintCommand(document, PaintTarget::Layer, change, IsInDocument), tr("Clean up alpha"));
+    Push(target, MakePaintCommand(document, PaintTarget::Layer, change, IsInDocument), tr("Clean up alpha"));
 }

@@ -15,6 +15,8 @@
 #include <optional>
 
 class LexoCommand;
+class LexoUndoStack;
+class LXDocumentInterface;
 class QBrush;
 class QItemSelectionModel;
 struct FillSolidOperation;
@@ -83,34 +85,40 @@ private slots:
 private:
     using Slot = void (LXFillTool::*)();
 
-    /// The layer of a command, and which of its pixels.
+    /// What a command works on: the layer, or its mask, of one picture. While the command asks something or
+    /// works, that picture may be closed, and another one may become the active one.
     struct Target
     {
+        QPointer<LXDocumentInterface> document;
+        QPointer<LexoUndoStack> history;
         unsigned int layerId;
         PaintTarget pixels;
-        bool keepAlpha;
     };
 
     void AddFillMenu();
     QAction* AddFillAction(const QString& text, Slot slot, const QKeySequence& key = {});
     void AddCleanupEntry();
 
-    bool IsOpen() const;
+    /// What a command would fill now; nothing when the commands are closed.
+    std::optional<Target> FindTarget() const;
+    static bool IsOpen(const Target& target);
     void UpdateActions();
     void FollowLayerSelection(QItemSelectionModel* selection);
 
-    /// What a command would fill; nothing when the commands are closed. A floating piece lands first.
-    std::optional<Target> BeginFill();
+    /// Before pixels are read: what floats belongs to them.
+    static void LandPieces(const Target& target);
+    static bool KeepsAlpha(const Target& target);
     bool IsMaskTarget() const;
-    bool MayCleanUp(unsigned int layerId);
+    bool MayCleanUp(const Target& target);
 
     void FillSolid(const QColor& color, const QString& text);
     void RunSolid(FillSolidOperation operation, const QString& text);
-    void FillCustom(const QBrush& brush, unsigned int mode, double opacity);
+    void FillCustom(const Target& target, const QBrush& brush, unsigned int mode, double opacity);
     template <class Operation>
-    void RunFill(Operation& operation, const QString& label, const QString& failure, const QString& text);
-    void Push(std::unique_ptr<LexoCommand> command, const QString& text);
-    void CleanUp(unsigned int layerId);
+    static void RunFill(const Target& target, Operation& operation, const QString& label,
+                        const QString& failure, const QString& text);
+    static void Push(const Target& target, std::unique_ptr<LexoCommand> command, const QString& text);
+    static void CleanUp(const Target& target);
 
     std::unique_ptr<QMenu> m_pFillMenu;
     QAction* m_pSeparator = nullptr;

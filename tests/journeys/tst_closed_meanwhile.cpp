@@ -19,6 +19,8 @@
 #include <QDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -38,6 +40,9 @@ private slots:
     void theAnswerForAClosedPictureChangesNoOther_data();
     void theAnswerForAClosedPictureChangesNoOther();
     void aPictureMayCloseWhileItIsConverted();
+    void aPictureMayCloseWhileItIsFilled_data();
+    void aPictureMayCloseWhileItIsFilled();
+    void aFilledPictureIsTheOneThatWasActive();
     void aPictureMayCloseWhileItsNameIsAskedFor();
     void aPictureMayCloseWhileItIsSaved();
     void aPictureMayCloseWhileItsLossesAreTold();
@@ -92,10 +97,31 @@ struct TwoPictures
 void ListActions()
 {
     QTest::addColumn<QString>("action");
-    for (const char* action : {"addGuideAction", "assignProfileAction", "convertToProfileAction",
-                               "saveSelectionAction", "loadSelectionAction"}) {
+    for (const char* action :
+         {"addGuideAction", "assignProfileAction", "convertToProfileAction", "saveSelectionAction",
+          "loadSelectionAction", "growSelectionAction", "Custom"}) {
         QTest::newRow(action) << QString(action);
     }
+}
+
+/// An entry below this menu by its words; null for none.
+QAction* EntryOf(const QWidget* menu, const QString& text)
+{
+    for (QAction* action : menu->actions()) {
+        if (action->text() == text) return action;
+        QAction* found = action->menu() ? EntryOf(action->menu(), text) : nullptr;
+        if (found) return found;
+    }
+    return nullptr;
+}
+
+/// @param name  of the action; those of the plug-in have none, but words
+void Trigger(const EditorFixture& editor, const QString& name)
+{
+    auto* action = editor.Window()->findChild<QAction*>(name);
+    if (!action) action = EntryOf(editor.Window()->menuBar(), name);
+    QVERIFY2(action && action->isEnabled(), qPrintable(name));
+    action->trigger();
 }
 
 /// Chooses something that is a change, whatever the dialog.
@@ -120,6 +146,8 @@ void TestClosedMeanwhile::theAnswerGoesToThePictureThatWasAskedAbout_data()
     QTest::newRow("guide") << "addGuideAction";
     QTest::newRow("profile") << "assignProfileAction";
     QTest::newRow("saved selection") << "saveSelectionAction";
+    QTest::newRow("modified selection") << "growSelectionAction";
+    QTest::newRow("fill") << "Custom";
 }
 
 void TestClosedMeanwhile::theAnswerGoesToThePictureThatWasAskedAbout()
@@ -127,15 +155,19 @@ void TestClosedMeanwhile::theAnswerGoesToThePictureThatWasAskedAbout()
     QFETCH(QString, action);
     EditorFixture editor;
     const TwoPictures pictures(editor);
-    LexoUndoStack* asked = editor.History();
+    Activate(editor, pictures.second);
+    const QImage white = editor.Pixels(0);
+    Activate(editor, pictures.first);
+    const LexoUndoStack* asked = editor.History();
     editor.GetInput().WhenModalShows([&](QWidget*) {
         ChooseOther(editor.GetInput(), action);
         Activate(editor, pictures.second);
         editor.GetInput().Key(Qt::Key_Return);
     });
-    editor.Window()->findChild<QAction*>(action)->trigger();
+    Trigger(editor, action);
     QCOMPARE(editor.Document(), pictures.second.data());
     QCOMPARE(editor.HistoryTexts(), QStringList());
+    QCOMPARE(editor.Pixels(0), white);
     QCOMPARE(asked->count(), 1);
     editor.Settle();
 }
@@ -150,14 +182,19 @@ void TestClosedMeanwhile::theAnswerForAClosedPictureChangesNoOther()
     QFETCH(QString, action);
     EditorFixture editor;
     const TwoPictures pictures(editor);
+    Activate(editor, pictures.second);
+    const QImage white = editor.Pixels(0);
+    Activate(editor, pictures.first);
     editor.GetInput().WhenModalShows([&](QWidget*) {
         ChooseOther(editor.GetInput(), action);
         CloseUnasked(editor, pictures.first);
         editor.GetInput().Key(Qt::Key_Return);
     });
-    editor.Window()->findChild<QAction*>(action)->trigger();
+    Trigger(editor, action);
+    QVERIFY(!pictures.first);
     QCOMPARE(editor.Document(), pictures.second.data());
     QCOMPARE(editor.HistoryTexts(), QStringList());
+    QCOMPARE(editor.Pixels(0), white);
     editor.Settle();
 }
 
@@ -183,6 +220,52 @@ void TestClosedMeanwhile::aPictureMayCloseWhileItIsConverted()
     QVERIFY(!pictures.first);
     QCOMPARE(editor.Document(), pictures.second.data());
     QCOMPARE(editor.HistoryTexts(), QStringList());
+    editor.Settle();
+}
+
+void TestClosedMeanwhile::aPictureMayCloseWhileItIsFilled_data()
+{
+    QTest::addColumn<QString>("action");
+    for (const char* action : {"Red", "Grey", "Clean up alpha"})
+        QTest::newRow(action) << QString(action);
+}
+
+void TestClosedMeanwhile::aPictureMayCloseWhileItIsFilled()
+{
+    QFETCH(QString, action);
+    EditorFixture editor;
+    const TwoPictures pictures(editor);
+    Activate(editor, pictures.second);
+    const QImage white = editor.Pixels(0);
+    Activate(editor, pictures.first);
+    const auto disarm = qScopeGuard([] { FaultSeams::Reset(); });
+    FaultSeams::SlowDown(Seam::TileAllocation, 100);
+    QTimer::singleShot(0, &editor.GetInput(), [&] { CloseUnasked(editor, pictures.first); });
+    Trigger(editor, action);
+    QVERIFY(!pictures.first);
+    QCOMPARE(editor.Document(), pictures.second.data());
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+    QCOMPARE(editor.Pixels(0), white);
+    editor.Settle();
+}
+
+void TestClosedMeanwhile::aFilledPictureIsTheOneThatWasActive()
+{
+    EditorFixture editor;
+    const TwoPictures pictures(editor);
+    const auto disarm = qScopeGuard([] { FaultSeams::Reset(); });
+    for (const char* action : {"Red", "Grey", "Clean up alpha"}) {
+        Activate(editor, pictures.first);
+        const LexoUndoStack* filled = editor.History();
+        const int steps = filled->count();
+        FaultSeams::SlowDown(Seam::TileAllocation, 100);
+        QTimer::singleShot(0, &editor.GetInput(), [&] { Activate(editor, pictures.second); });
+        Trigger(editor, action);
+        QCOMPARE(editor.Document(), pictures.second.data());
+        QCOMPARE(editor.HistoryTexts(), QStringList());
+        QCOMPARE(filled->count(), steps + 1);
+        FaultSeams::Reset();
+    }
     editor.Settle();
 }
 
