@@ -168,15 +168,17 @@ PaintChange MakePaintChange(const FillPixels& before, const LXImage32& after)
 
 void FillSolidOperation::operator()()
 {
+    // Making transparent is all that it would do.
+    if (clear && keepAlpha) return;
     if (!pixels.hasSelection) {
         error = FailsReported([this] {
             if (pixels.target == PaintTarget::Mask) {
-                const int value = clear ? 0 : qBound(0, color.lightness(), 255);
+                const int value = qBound(0, color.lightness(), 255);
                 pixels.image.Fill(LXRGBA32i(qRgba(0, 0, 0, value)));
-            } else if (!clear) {
-                FillLayerWhole(pixels.image, OpaquePixel(color), keepAlpha);
-            } else if (!keepAlpha) {
+            } else if (clear) {
                 pixels.image.Fill(LXRGBA32i());
+            } else {
+                FillLayerWhole(pixels.image, OpaquePixel(color), keepAlpha);
             }
         });
         return;

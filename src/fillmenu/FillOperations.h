@@ -37,9 +37,9 @@ PaintChange MakePaintChange(const FillPixels& before, const LXImage32& after);
 struct FillSolidOperation
 {
     FillPixels pixels;
-    QColor color;       ///< counts as opaque, unless `clear`
-    bool clear = false; ///< makes the pixels transparent instead; never through a selection
-    bool keepAlpha = false;
+    QColor color;           ///< counts as opaque, unless `clear`
+    bool clear = false;     ///< makes a layer transparent instead; through a selection only with `keepAlpha`
+    bool keepAlpha = false; ///< together with `clear` nothing changes
     bool error = false;
 
     void operator()();

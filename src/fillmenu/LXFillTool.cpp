@@ -309,16 +309,19 @@ void LXFillTool::OnBackground()
 
 void LXFillTool::OnTransparent()
 {
-    const LXDocumentInterface* document = GetDocument();
-    if (!document) return;
+    const std::optional<Target> target = FindTarget();
+    if (!target) return;
 
     const QString text = tr("Fill with transparent");
-    if (document->HasSelection()) {
+    const bool isMask = target->pixels == PaintTarget::Mask;
+    // The panel would take alpha away in spite of the lock on it.
+    const bool keepsAlpha = !isMask && KeepsAlpha(*target);
+    if (target->document->HasSelection() && !keepsAlpha) {
         Guard(tr("Cannot fill pixels. Unexpected error occurred."),
               [&] { LayersWidget::GetInstance()->DeleteSelection(text); });
         return;
     }
-    if (IsMaskTarget()) {
+    if (isMask) {
         FillSolid(Qt::black, text);
         return;
     }

@@ -12,6 +12,7 @@
 #include "gui/LexoAppKeyHook.h"
 #include "guicore/LXMessageBox.h"
 #include "history/LexoCommand.h"
+#include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "support/ViewFixture.h"
 #include "utils/FaultSeams.h"
@@ -19,6 +20,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QProgressBar>
 #include <QRegularExpression>
 #include <QSemaphore>
 #include <QSpinBox>
@@ -63,9 +65,21 @@ private slots:
     void transparentHidesThroughAMask();
     void transparentWithASelectionDeletesThroughThePanel();
     void transparentOnLockedTransparencyPushesAndChangesNothing();
+    void transparentThroughASelectionKeepsLockedTransparency();
+    void transparentTakesCoverageFromAMaskInSpiteOfTheLayersLock();
+    void deletingFromALockedLayerIsRefused_data();
+    void deletingFromALockedLayerIsRefused();
 
     void customAsksAndFills();
     void aCancelledCustomFillsNothing();
+    void customTakesItsContentsFromTheDialog_data();
+    void customTakesItsContentsFromTheDialog();
+    void customFillsWithAPattern();
+    void customFillsAMaskWithTheMasksColors_data();
+    void customFillsAMaskWithTheMasksColors();
+    void customTakesTheGrayOfAColorToAMask();
+    void customMixesByItsOpacity();
+    void customOffersTheLastAnswersAgain();
 
     void cleanUpMakesTheLayerOpaque();
     void cleanUpStaysInsideTheSelection();
@@ -84,6 +98,12 @@ private slots:
     void anotherAmbiguousKeyIsIgnored();
     void aFailedFillSaysSoAndChangesNothing();
     void aFailedCleaningSaysSo();
+    void failingWorkIsReportedAndChangesNothing_data();
+    void failingWorkIsReportedAndChangesNothing();
+    void aFailedPushIsReportedAndRolledBack_data();
+    void aFailedPushIsReportedAndRolledBack();
+    void longWorkSaysWhatItDoes_data();
+    void longWorkSaysWhatItDoes();
     void shortWorkShowsNoDialog();
     void longWorkShowsItsLabelAndCantBeClosed();
 
@@ -99,6 +119,11 @@ private:
     int MaskValue(int x, int y) const;
     void ArmFailure();
     void ExpectError(const QString& text);
+    /// Sets the controls of the dialog of "Custom", and accepts it.
+    void AnswerCustom(const QString& contents, const QString& mode, int opacity);
+    PlainImage LayerPixels() const;
+    PlainImage MaskPixels() const;
+    QString FailureText(const QString& action) const;
 
     std::unique_ptr<ViewFixture> m_pFixture;
     std::unique_ptr<LayersWidget> m_pPanel;
@@ -181,8 +206,10 @@ void TestFillMenu::ExpectError(const QString& text)
 {
     m_pFixture->Input().WhenModalShows<LXMessageBox>([text](LXMessageBox* box) {
         const QStringList shown{box->windowTitle(), box->GetText()};
+        const LXMessageBox::Icon icon = box->GetIcon();
         box->close();
         QCOMPARE(shown, QStringList({"Operation error", text}));
+        QCOMPARE(icon, LXMessageBox::CriticalIcon);
     });
 }
 
@@ -393,6 +420,69 @@ void TestFillMenu::transparentOnLockedTransparencyPushesAndChangesNothing()
     QCOMPARE(HistoryTexts(), QStringList({"Fill with transparent"}));
 }
 
+void TestFillMenu::transparentThroughASelectionKeepsLockedTransparency()
+{
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, LayerLocks::Transparency);
+    m_pFixture->Document()->SetSelectionMask(Coverage(5, 5, 100), {10, 10});
+    const PlainImage before = LayerPixels();
+    Trigger("Transparent");
+    QCOMPARE(TestImages::Difference(LayerPixels(), before), QString());
+    QCOMPARE(HistoryTexts(), QStringList({"Fill with transparent"}));
+    m_pFixture->History().undo();
+    QCOMPARE(TestImages::Difference(LayerPixels(), before), QString());
+}
+
+void TestFillMenu::transparentTakesCoverageFromAMaskInSpiteOfTheLayersLock()
+{
+    GiveMask(true);
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, LayerLocks::Transparency | LayerLocks::Pixels);
+    m_pFixture->Document()->SetSelectionMask(Coverage(5, 5, 100), {10, 10});
+    const PlainImage layer = LayerPixels();
+    const PlainImage mask = MaskPixels();
+    PlainImage expected = mask;
+    for (int y = 10; y < 15; ++y) {
+        for (int x = 10; x < 15; ++x)
+            expected.At(x, y) = LXRGBA32i(qRgba(0, 0, 0, 155));
+    }
+    Trigger("Transparent");
+    QCOMPARE(HistoryTexts(), QStringList({"Fill with transparent"}));
+    QCOMPARE(TestImages::Difference(MaskPixels(), expected), QString());
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+    m_pFixture->History().undo();
+    QCOMPARE(TestImages::Difference(MaskPixels(), mask), QString());
+    m_pFixture->History().redo();
+    QCOMPARE(TestImages::Difference(MaskPixels(), expected), QString());
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+}
+
+void TestFillMenu::deletingFromALockedLayerIsRefused_data()
+{
+    QTest::addColumn<bool>("onMask");
+    QTest::addColumn<unsigned int>("locks");
+    QTest::newRow("pixels of the layer") << false << LayerLocks::Pixels;
+    QTest::newRow("all of the layer") << false << LayerLocks::All;
+    QTest::newRow("all of the mask") << true << LayerLocks::All;
+}
+
+void TestFillMenu::deletingFromALockedLayerIsRefused()
+{
+    QFETCH(bool, onMask);
+    QFETCH(unsigned int, locks);
+    GiveMask(onMask);
+    m_pFixture->Document()->SetSelectionMask(Coverage(5, 5, 100), {10, 10});
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, locks);
+    const PlainImage layer = LayerPixels();
+    const PlainImage mask = MaskPixels();
+    QVERIFY(!LayersWidget::GetInstance()->DeleteSelection("Delete"));
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+    QCOMPARE(TestImages::Difference(MaskPixels(), mask), QString());
+
+    m_pFixture->Document()->GetModel()->SetLockFlags(0, 0);
+    QVERIFY(LayersWidget::GetInstance()->DeleteSelection("Delete"));
+    QCOMPARE(HistoryTexts(), QStringList("Delete"));
+}
+
 void TestFillMenu::customAsksAndFills()
 {
     bool asksForEdges = true;
@@ -416,6 +506,126 @@ void TestFillMenu::aCancelledCustomFillsNothing()
         [](LXFillOptionsDialog* dialog) { dialog->Reject(); });
     Trigger("Custom");
     QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestFillMenu::AnswerCustom(const QString& contents, const QString& mode, int opacity)
+{
+    ZKApplication::SetUserValue("FillOptions/Color", QColor(10, 200, 30));
+    m_pFixture->Input().WhenModalShows<LXFillOptionsDialog>([=](LXFillOptionsDialog* dialog) {
+        dialog->findChild<QComboBox*>("m_pContentsCmb")->setCurrentText(contents);
+        dialog->findChild<QComboBox*>("m_pModeCmb")->setCurrentText(mode);
+        dialog->findChild<QSpinBox*>("m_pOpacitySpn")->setValue(opacity);
+        auto* patterns = dialog->findChild<QComboBox*>("m_pPatternCmb");
+        patterns->setCurrentIndex(patterns->count() - 1);
+        dialog->Accept();
+    });
+}
+
+void TestFillMenu::customTakesItsContentsFromTheDialog_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("Foreground") << QColor(1, 2, 3);
+    QTest::newRow("Background") << QColor(4, 5, 6);
+    QTest::newRow("Color") << QColor(10, 200, 30);
+    QTest::newRow("Black") << QColor(Qt::black);
+    QTest::newRow("Grey") << QColor(Qt::gray);
+    QTest::newRow("White") << QColor(Qt::white);
+}
+
+void TestFillMenu::customTakesItsContentsFromTheDialog()
+{
+    QFETCH(QColor, color);
+    AnswerCustom(QTest::currentDataTag(), "Normal", 100);
+    Trigger("Custom");
+    QCOMPARE(m_pFixture->Pixel(3, 3), color.rgb());
+    QCOMPARE(m_pFixture->Pixel(39, 29), color.rgb());
+    QCOMPARE(HistoryTexts(), QStringList({"Fill layer"}));
+}
+
+void TestFillMenu::customFillsWithAPattern()
+{
+    const int last = ZKApplication::GetPatternCount() - 1;
+    QVERIFY(last >= 1);
+    const QImage pattern(ZKApplication::GetPatternFile(last));
+    QVERIFY(!pattern.isNull());
+    AnswerCustom("Pattern", "Normal", 100);
+    Trigger("Custom");
+    for (int y = 0; y < 30; ++y) {
+        for (int x = 0; x < 40; ++x)
+            QCOMPARE(m_pFixture->Pixel(x, y), pattern.pixel(x % pattern.width(), y % pattern.height()));
+    }
+}
+
+void TestFillMenu::customFillsAMaskWithTheMasksColors_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::newRow("Foreground") << 127;
+    QTest::newRow("Background") << 110;
+    QTest::newRow("Color") << 105;
+    QTest::newRow("Black") << 0;
+}
+
+void TestFillMenu::customFillsAMaskWithTheMasksColors()
+{
+    QFETCH(int, value);
+    ZKApplication::SetForeground(Qt::red);
+    ZKApplication::SetBackground(QColor(100, 180, 40));
+    GiveMask(true);
+    const PlainImage layer = LayerPixels();
+    AnswerCustom(QTest::currentDataTag(), "Normal", 100);
+    Trigger("Custom");
+    QCOMPARE(MaskValue(0, 0), value);
+    QCOMPARE(MaskValue(39, 29), value);
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+    QCOMPARE(HistoryTexts(), QStringList({"Fill mask"}));
+}
+
+void TestFillMenu::customTakesTheGrayOfAColorToAMask()
+{
+    ZKApplication::SetForeground(Qt::red);
+    GiveMask(true);
+    AnswerCustom("Foreground", "Difference", 100);
+    Trigger("Custom");
+    // The red itself would make (0, 255, 255) of white, whose lightness is 127.
+    QCOMPARE(MaskValue(3, 3), 255 - ZKApplication::GetMaskForeground().lightness());
+    QCOMPARE(MaskValue(3, 3), 128);
+}
+
+void TestFillMenu::customMixesByItsOpacity()
+{
+    Trigger("Red");
+    AnswerCustom("White", "Normal", 50);
+    Trigger("Custom");
+    // Strength 128 of 255.
+    QCOMPARE(m_pFixture->Pixel(3, 3), qRgb(255, 128, 128));
+    AnswerCustom("Black", "Normal", 20);
+    Trigger("Custom");
+    // Strength 51 of 255.
+    QCOMPARE(m_pFixture->Pixel(3, 3), qRgb(204, 102, 102));
+}
+
+void TestFillMenu::customOffersTheLastAnswersAgain()
+{
+    AnswerCustom("Pattern", "Screen", 37);
+    Trigger("Custom");
+    QStringList offered;
+    QColor color;
+    m_pFixture->Input().WhenModalShows<LXFillOptionsDialog>([&](LXFillOptionsDialog* dialog) {
+        for (const char* name : {"m_pContentsCmb", "m_pModeCmb"})
+            offered.append(dialog->findChild<QComboBox*>(name)->currentText());
+        offered.append(QString::number(dialog->findChild<QComboBox*>("m_pPatternCmb")->currentIndex()));
+        offered.append(QString::number(dialog->GetOpacity()));
+        dialog->findChild<QComboBox*>("m_pContentsCmb")->setCurrentText("Color");
+        color = dialog->GetContentsBrush().color();
+        // What is rejected isn't kept.
+        dialog->findChild<QSpinBox*>("m_pOpacitySpn")->setValue(5);
+        dialog->Reject();
+    });
+    Trigger("Custom");
+    const QString lastPattern = QString::number(ZKApplication::GetPatternCount() - 1);
+    QCOMPARE(offered, QStringList({"Pattern", "Screen", lastPattern, "37"}));
+    QCOMPARE(color, QColor(10, 200, 30));
+    QCOMPARE(LXFillOptionsDialog(nullptr).GetOpacity(), 37);
 }
 
 void TestFillMenu::cleanUpMakesTheLayerOpaque()
@@ -591,6 +801,152 @@ void TestFillMenu::aFailedCleaningSaysSo()
     Trigger("Clean up alpha");
     QCOMPARE(m_pFixture->Pixel(3, 3), qRgba(200, 100, 50, 128));
     QCOMPARE(HistoryTexts(), QStringList());
+}
+
+PlainImage TestFillMenu::LayerPixels() const
+{
+    return TestImages::ToPlain(*m_pFixture->Document()->GetLayerImage(1));
+}
+
+PlainImage TestFillMenu::MaskPixels() const
+{
+    return TestImages::ToPlain(*m_pFixture->Document()->GetMaskImage(1));
+}
+
+QString TestFillMenu::FailureText(const QString& action) const
+{
+    if (action == "Clean up alpha") return "Cannot cleans up alpha. Unexpected error occurred.";
+    const bool onMask = m_pFixture->Document()->GetModel()->GetMaskSelected(0);
+    if (!onMask || action == "Transparent") return "Cannot fill pixels. Unexpected error occurred.";
+    return action == "Grey" ? "Cannot fill mask pixels. Unexpected error occurred."
+                            : "Cannot fill mask. Unexpected error occurred.";
+}
+
+void TestFillMenu::failingWorkIsReportedAndChangesNothing_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("onMask");
+    QTest::addColumn<int>("seam");
+    QTest::addColumn<QString>("report");
+    const QString known = "Unexpected exception: line=\\d+, file=\"src/fillmenu/";
+    const QString unknown = "Unexpected unknown exception: line=\\d+, file=\"src/fillmenu/";
+    for (const char* action : {"Red", "Grey", "Clean up alpha"}) {
+        QTest::addRow("%s", action) << action << false << int(FaultSeams::Seam::TileAllocation) << known;
+        QTest::addRow("%s, strange", action)
+            << action << false << int(FaultSeams::Seam::StrangeTileAllocation) << unknown;
+    }
+    for (const char* action : {"Black", "Grey"}) {
+        QTest::addRow("%s on a mask", action)
+            << action << true << int(FaultSeams::Seam::TileAllocation) << known;
+        QTest::addRow("%s on a mask, strange", action)
+            << action << true << int(FaultSeams::Seam::StrangeTileAllocation) << unknown;
+    }
+}
+
+void TestFillMenu::failingWorkIsReportedAndChangesNothing()
+{
+    QFETCH(QString, action);
+    QFETCH(bool, onMask);
+    QFETCH(int, seam);
+    QFETCH(QString, report);
+    GiveMask(onMask);
+    const PlainImage layer = LayerPixels();
+    const PlainImage mask = MaskPixels();
+    // A hidden view doesn't paint, so it needs no tile.
+    m_pFixture->Widget()->hide();
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(report));
+    ExpectError(FailureText(action));
+    FaultSeams::FailNth(FaultSeams::Seam(seam), 1);
+    Trigger(action);
+    QCOMPARE(m_pFixture->Input().CountWaitingActions(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+    QCOMPARE(TestImages::Difference(MaskPixels(), mask), QString());
+
+    Trigger(action);
+    QCOMPARE(m_pFixture->History().count(), 1);
+}
+
+void TestFillMenu::aFailedPushIsReportedAndRolledBack_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("onMask");
+    QTest::addColumn<int>("seam");
+    for (const char* action : {"Red", "Grey", "Transparent"}) {
+        for (const bool onMask : {false, true}) {
+            const char* where = onMask ? "mask" : "layer";
+            QTest::addRow("%s, %s", action, where)
+                << action << onMask << int(FaultSeams::Seam::TileAllocation);
+            QTest::addRow("%s, %s, strange", action, where)
+                << action << onMask << int(FaultSeams::Seam::StrangeTileAllocation);
+        }
+    }
+}
+
+void TestFillMenu::aFailedPushIsReportedAndRolledBack()
+{
+    QFETCH(QString, action);
+    QFETCH(bool, onMask);
+    QFETCH(int, seam);
+    GiveMask(onMask);
+    m_pFixture->Document()->SetSelectionMask(Coverage(5, 5, 100), {10, 10});
+    m_pFixture->Widget()->hide();
+    const PlainImage layer = LayerPixels();
+    const PlainImage mask = MaskPixels();
+    // Shared, so that the push can't write without a tile of its own.
+    const LXImage32 sharedLayer = *m_pFixture->Document()->GetLayerImage(1);
+    const LXImage32 sharedMask = *m_pFixture->Document()->GetMaskImage(1);
+    const bool isStrange = FaultSeams::Seam(seam) == FaultSeams::Seam::StrangeTileAllocation;
+    QTest::ignoreMessage(QtDebugMsg,
+                         QRegularExpression(isStrange ? "Unexpected unknown exception: line=\\d+, "
+                                                        "file=\"src/fillmenu/LXFillTool\""
+                                                      : "Unexpected exception: line=\\d+, "
+                                                        "file=\"src/fillmenu/LXFillTool\""));
+    ExpectError(FailureText(action));
+    const auto arm = connect(&m_pFixture->History(), &LexoUndoStack::aboutIndexChanged, this,
+                             [seam] { FaultSeams::FailNth(FaultSeams::Seam(seam), 1); });
+    Trigger(action);
+    disconnect(arm);
+    QCOMPARE(m_pFixture->Input().CountWaitingActions(), 0);
+    QCOMPARE(HistoryTexts(), QStringList());
+    QCOMPARE(TestImages::Difference(LayerPixels(), layer), QString());
+    QCOMPARE(TestImages::Difference(MaskPixels(), mask), QString());
+
+    Trigger(action);
+    QCOMPARE(m_pFixture->History().count(), 1);
+}
+
+void TestFillMenu::longWorkSaysWhatItDoes_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("onMask");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("solid") << "Red" << false << "Fill a layer:";
+    QTest::newRow("custom") << "Grey" << false << "Fill layer:";
+    QTest::newRow("solid on a mask") << "Black" << true << "Fill mask:";
+    QTest::newRow("custom on a mask") << "Grey" << true << "Fill mask:";
+    QTest::newRow("cleaning") << "Clean up alpha" << false << "Clean up alpha:";
+}
+
+void TestFillMenu::longWorkSaysWhatItDoes()
+{
+    QFETCH(QString, action);
+    QFETCH(bool, onMask);
+    QFETCH(QString, label);
+    GiveMask(onMask);
+    m_pFixture->Widget()->hide();
+    QStringList shown;
+    m_pFixture->Input().WhenModalShows<LXUndefinedOperationProgress>(
+        [&](LXUndefinedOperationProgress* progress) {
+            shown.append(progress->findChild<QLabel*>()->text());
+            shown.append(progress->findChild<QProgressBar*>()->accessibleName());
+            FaultSeams::Reset();
+        });
+    // Longer than work may take without a dialog.
+    FaultSeams::SlowDown(FaultSeams::Seam::TileAllocation, 600);
+    Trigger(action);
+    QCOMPARE(shown, QStringList({label, label}));
+    QCOMPARE(m_pFixture->History().count(), 1);
 }
 
 void TestFillMenu::shortWorkShowsNoDialog()

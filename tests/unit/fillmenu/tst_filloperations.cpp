@@ -93,6 +93,7 @@ private slots:
     void aSolidFillThroughASelectionMixesByItsCoverage();
     void aSelectionThatMissesTheLayerChangesNothing();
     void clearingMakesTransparent();
+    void clearingWithLockedTransparencyChangesNothing_data();
     void clearingWithLockedTransparencyChangesNothing();
     void aMaskTakesTheLightness_data();
     void aMaskTakesTheLightness();
@@ -202,9 +203,18 @@ void TestFillOperations::clearingMakesTransparent()
     Compare(fill.pixels.image, Solid({150, 140}, LXRGBA32i()));
 }
 
+void TestFillOperations::clearingWithLockedTransparencyChangesNothing_data()
+{
+    QTest::addColumn<bool>("selected");
+    QTest::newRow("whole layer") << false;
+    QTest::newRow("through a selection") << true;
+}
+
 void TestFillOperations::clearingWithLockedTransparencyChangesNothing()
 {
+    QFETCH(bool, selected);
     Scene scene;
+    if (selected) scene.Select();
     FillSolidOperation fill{scene.pixels, QColor()};
     fill.clear = true;
     fill.keepAlpha = true;
