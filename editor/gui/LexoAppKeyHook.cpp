@@ -137,7 +137,7 @@ bool LexoAppKeyHook::NoteShortcut(const QObject* receiver, const QShortcutEvent*
     if (registered && !m_pPrivate->m_bEnabled) return true;
 
     if (event->isAmbiguous()) {
-        if (registered) {
+        if (qobject_cast<const QShortcut*>(receiver)) {
             emit ShortcutActivatedAmbiguously(event->key(), event->shortcutId());
         } else {
             emit UnregisteredActivatedAmbiguously(event->key(), event->shortcutId());

@@ -42,8 +42,10 @@ signals:
 
     /// Before the shortcut acts. The id is Qt's.
     void ShortcutActivated(QKeySequence key, int id);
-    /// Several shortcuts stand on the key. Actions then do nothing.
+    /// Several shortcuts stand on the key, and this press is an LXShortcut's. They act in turn.
     void ShortcutActivatedAmbiguously(QKeySequence key, int id);
+    /// Several shortcuts stand on the key, and this press is an action's or a mnemonic's. An action then does
+    /// nothing by itself.
     void UnregisteredActivatedAmbiguously(QKeySequence key, int id);
 
 private:

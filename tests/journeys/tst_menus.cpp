@@ -20,6 +20,8 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
 #include <QUrl>
@@ -39,6 +41,7 @@ private slots:
     void droppedTextDoesNot();
     void theEmptyPageOpensRecentFiles();
     void noTwoEntriesShareAKey();
+    void aKeyWithASecondOwnerStillFillsWithTheForeground();
     void theZoomOfAToolTakesPlaceAndKeys();
 };
 
@@ -210,6 +213,22 @@ void TestMenus::noTwoEntriesShareAKey()
                              "Ctrl+Shift+Z", "Ctrl+Y", "Ctrl++", "Ctrl+-", "Ctrl+0", "Ctrl+1"}) {
         QVERIFY2(owners.contains(name), name);
     }
+}
+
+void TestMenus::aKeyWithASecondOwnerStillFillsWithTheForeground()
+{
+    EditorFixture editor(30, 20);
+    ZKApplication::SetForeground(Qt::red);
+    QAction second;
+    second.setShortcut(QKeySequence("Alt+Backspace"));
+    editor.Window()->addAction(&second);
+    QSignalSpy triggered(&second, &QAction::triggered);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Ambiguous shortcut overload"));
+    editor.GetInput().Key(Qt::Key_Backspace, Qt::AltModifier);
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Fill with foreground"});
+    QCOMPARE(editor.Pixels().pixelColor(3, 3), QColor(Qt::red));
+    QCOMPARE(triggered.count(), 0);
+    editor.Settle();
 }
 
 void TestMenus::theZoomOfAToolTakesPlaceAndKeys()

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -40,6 +41,8 @@ private slots:
     void deletedShortcutIsSilent();
     void shortcutWithoutAParentKeepsItsKey();
     void twoShortcutsOnOneKeyTakeTurns();
+    void twoActionsOnOneKeyDoNothingAndAreTold();
+    void twoActionsOnOneKeyAreSilentWhileShortcutsAreOff();
 
 private:
     std::unique_ptr<QMainWindow> m_pWindow;
@@ -60,6 +63,25 @@ public:
         if (event->type() == QEvent::KeyPress) ++m_Presses;
         return false;
     }
+};
+
+/// Two actions of a window that share a key.
+struct TwoActions
+{
+    TwoActions(QWidget* window, const QKeySequence& key)
+    {
+        for (QAction* action : {&first, &second}) {
+            action->setShortcut(key);
+            window->addAction(action);
+        }
+    }
+
+    int CountTriggers() const { return firstTriggered.count() + secondTriggered.count(); }
+
+    QAction first;
+    QAction second;
+    QSignalSpy firstTriggered{&first, &QAction::triggered};
+    QSignalSpy secondTriggered{&second, &QAction::triggered};
 };
 
 QList<int> KeysOf(const QSignalSpy& spy)
@@ -328,6 +350,32 @@ void TestKeyHook::twoShortcutsOnOneKeyTakeTurns()
     QCOMPARE(secondActivated.count(), 1);
     QCOMPARE(told.count(), 0);
     QCOMPARE(toldAmbiguous.count(), 2);
+}
+
+void TestKeyHook::twoActionsOnOneKeyDoNothingAndAreTold()
+{
+    const QKeySequence key("Alt+Backspace");
+    const TwoActions actions(m_pWindow.get(), key);
+    QSignalSpy told(LexoAppKeyHook::instance(), &LexoAppKeyHook::ShortcutActivated);
+    QSignalSpy toldOfShortcuts(LexoAppKeyHook::instance(), &LexoAppKeyHook::ShortcutActivatedAmbiguously);
+    QSignalSpy toldOfActions(LexoAppKeyHook::instance(), &LexoAppKeyHook::UnregisteredActivatedAmbiguously);
+    for (int presses = 1; presses <= 3; ++presses) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Ambiguous shortcut overload"));
+        QTest::keyClick(m_pWindow.get(), Qt::Key_Backspace, Qt::AltModifier);
+        QCOMPARE(toldOfActions.count(), presses);
+        QCOMPARE(toldOfActions.last()[0].value<QKeySequence>(), key);
+    }
+    QCOMPARE(actions.CountTriggers(), 0);
+    QCOMPARE(told.count() + toldOfShortcuts.count(), 0);
+}
+
+void TestKeyHook::twoActionsOnOneKeyAreSilentWhileShortcutsAreOff()
+{
+    const TwoActions actions(m_pWindow.get(), QKeySequence("Alt+Backspace"));
+    QSignalSpy toldOfActions(LexoAppKeyHook::instance(), &LexoAppKeyHook::UnregisteredActivatedAmbiguously);
+    LexoAppKeyHook::instance()->DisableAllRegisteredShortcuts();
+    QTest::keyClick(m_pWindow.get(), Qt::Key_Backspace, Qt::AltModifier);
+    QCOMPARE(toldOfActions.count() + actions.CountTriggers(), 0);
 }
 
 ZK_REGISTER_TEST(tst_keyhook, TestKeyHook)
