@@ -14,6 +14,48 @@
 
 using Kind = SelectionModify::Kind;
 
+namespace {
+// Both are given back whatever is thrown meanwhile, unless the document has been closed.
+
+class OperationScope
+{
+public:
+    explicit OperationScope(LXDocumentInterface* document) : m_pDocument(document)
+    {
+        m_pDocument->BeginOperation();
+    }
+
+    ~OperationScope()
+    {
+        if (m_pDocument) m_pDocument->EndOperation();
+    }
+
+    Q_DISABLE_COPY(OperationScope)
+
+private:
+    QPointer<LXDocumentInterface> m_pDocument;
+};
+
+class LockScope
+{
+public:
+    explicit LockScope(LXDocumentInterface* document) : m_pDocument(document), m_bHeld(document->Lock()) {}
+
+    ~LockScope()
+    {
+        if (m_bHeld && m_pDocument) m_pDocument->Unlock();
+    }
+
+    Q_DISABLE_COPY(LockScope)
+
+    bool IsHeld() const { return m_bHeld; }
+
+private:
+    QPointer<LXDocumentInterface> m_pDocument;
+    bool m_bHeld;
+};
+} // namespace
+
 ModifyMenu::ModifyMenu(MainWindow* window)
     : QObject(window), m_pWindow(window), m_pMenu(std::make_unique<QMenu>(tr("&Modify")))
 {
@@ -62,19 +104,18 @@ void ModifyMenu::Modify(Kind kind)
     if (!document || !history || document->GetLockState()) return;
 
     // Pieces that float are put down first: they belong to the selection as it is now.
-    document->BeginOperation();
+    const OperationScope operation(document);
     history->commit();
-    if (document->HasSelection() && document->Lock()) {
+    if (!document->HasSelection()) return;
+    PlacedMask former;
+    {
+        const LockScope lock(document);
+        if (!lock.IsHeld()) return;
         ModifySelectionDialog dialog(document, kind, m_pWindow);
-        const bool isWanted = dialog.Exec() == QDialog::Accepted;
-        if (!document || !history) return;
-        document->Unlock();
-        if (isWanted) {
-            history->push(SelectionModify::StepFrom(dialog.GetFormer(), document,
-                                                    ModifySelectionDialog::TitleOf(kind)));
-        }
+        if (dialog.Exec() != QDialog::Accepted || !document || !history) return;
+        former = dialog.GetFormer();
     }
-    document->EndOperation();
+    history->push(SelectionModify::StepFrom(former, document, ModifySelectionDialog::TitleOf(kind)));
 }
 
 void ModifyMenu::UpdateActions()

@@ -5,9 +5,14 @@
 #include "scripting/InputDriver.h"
 #include "support/EditorFixture.h"
 #include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
 
 #include <QAction>
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <QSpinBox>
 #include <QTest>
 
@@ -50,6 +55,8 @@ private slots:
     void aLargeChangeIsMadeInTheBackground();
     void enterWaitsForALargeChange();
     void escapeEndsALargeChange();
+    void aFailureGivesTheDocumentFree();
+    void missingMemoryIsToldAndAnotherRadiusTried();
 };
 
 void TestModifySelection::theSelectionFollowsWhatIsTyped()
@@ -183,6 +190,69 @@ void TestModifySelection::escapeEndsALargeChange()
     editor.Settle();
     QCOMPARE(editor.Document()->GetSelectionGeometry(), square);
     QCOMPARE(editor.HistoryTexts(), QStringList());
+}
+
+void TestModifySelection::aFailureGivesTheDocumentFree()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    editor.Settle();
+    auto* grow = editor.Window()->findChild<QAction*>("growSelectionAction");
+    const auto disarm = qScopeGuard([] { FaultSeams::Reset(); });
+    // Nobody expects this one, so it comes out of the menu.
+    FaultSeams::FailNth(FaultSeams::Seam::StrangeTileAllocation, 1);
+    bool hasFailed = false;
+    try {
+        grow->trigger();
+    } catch (const FaultSeams::StrangeFailure&) {
+        hasFailed = true;
+    }
+    QVERIFY(hasFailed);
+    QVERIFY(!editor.Document()->GetLockState());
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), QRect(20, 20, 10, 10));
+    QCOMPARE(editor.HistoryTexts(), QStringList());
+
+    Modify(editor, "growSelectionAction", [&](QWidget*) { editor.GetInput().Key(Qt::Key_Return); });
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Grow selection"});
+    editor.Settle();
+}
+
+void TestModifySelection::missingMemoryIsToldAndAnotherRadiusTried()
+{
+    EditorFixture editor(60, 60);
+    SelectSquare(editor);
+    editor.Settle();
+    const QRect square(20, 20, 10, 10);
+    const auto disarm = qScopeGuard([] { FaultSeams::Reset(); });
+    QString note;
+    bool mayAccept = true;
+    QList<QRect> seen;
+    Modify(editor, "growSelectionAction", [&](QWidget* dialog) {
+        const auto* ok = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+        seen += editor.Document()->GetSelectionGeometry();
+        FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+        editor.GetInput().Type("3");
+        note = dialog->findChild<QLabel*>("m_pNoteLbl")->text();
+        mayAccept = ok->isEnabled();
+        seen += editor.Document()->GetSelectionGeometry();
+        // Enter tries once more, and accepts nothing.
+        FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+        editor.GetInput().Key(Qt::Key_Return);
+        QVERIFY(dialog->isVisible());
+
+        editor.GetInput().Key(Qt::Key_Up);
+        QCOMPARE(dialog->findChild<QLabel*>("m_pNoteLbl")->text(), QString());
+        QVERIFY(ok->isEnabled());
+        seen += editor.Document()->GetSelectionGeometry();
+        editor.GetInput().Key(Qt::Key_Return);
+    });
+    QCOMPARE(note, QString("There is not enough memory."));
+    QVERIFY(!mayAccept);
+    QCOMPARE(seen, (QList<QRect>{square.adjusted(-5, -5, 5, 5), square, square.adjusted(-4, -4, 4, 4)}));
+    QCOMPARE(editor.HistoryTexts(), QStringList{"Grow selection"});
+    editor.History()->undo();
+    QCOMPARE(editor.Document()->GetSelectionGeometry(), square);
+    editor.Settle();
 }
 
 ZK_REGISTER_TEST(tst_modify_selection, TestModifySelection)
