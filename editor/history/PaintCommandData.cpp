@@ -151,6 +151,10 @@ void PaintCommandData::KeepTiles(const LXImage32& before, LXImage32& after)
                                  kept.redoImage.translated(-afterRect.topLeft()));
     LXImage32 undoImage = CopyPart(before, kept.undoImage.translated(-beforeRect.topLeft()));
     LXImage32 redoImage = CopyPart(after, kept.redoImage.translated(-afterRect.topLeft()));
+    // The target holds what is now; the rest is the step's own.
+    const qint64 own = TileSharing::BytesOnlyIn(m_pPrivate->undoImage, redoImage) +
+                       TileSharing::BytesOnlyIn(m_pPrivate->redoImage, redoImage);
+    if (TileSharing::BytesOnlyIn(undoImage, redoImage) > own) return;
     m_pPrivate->undoImage = std::move(undoImage);
     m_pPrivate->redoImage = std::move(redoImage);
     m_pPrivate->kept = kept;
@@ -187,5 +191,7 @@ void PaintCommandData::ReleaseSerializeData()
 
 qint64 PaintCommandData::GetMemoryCost() const
 {
-    return TileSharing::BytesOfDifference(m_pPrivate->undoImage, m_pPrivate->redoImage);
+    const LXImage32& before = m_pPrivate->undoImage;
+    const LXImage32& after = m_pPrivate->redoImage;
+    return TileSharing::BytesOnlyIn(before, after) + TileSharing::BytesOnlyIn(after, before);
 }

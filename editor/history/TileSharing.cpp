@@ -83,12 +83,11 @@ void TileSharing::ShareEqualTiles(const LXImage32& before, LXImage32& after, con
     });
 }
 
-qint64 TileSharing::BytesOfDifference(const LXImage32& one, const LXImage32& other)
+qint64 TileSharing::BytesOnlyIn(const LXImage32& image, const LXImage32& other)
 {
-    const std::vector<const LXTile*> tiles = TilesOf(one);
-    const std::vector<const LXTile*> otherTiles = TilesOf(other);
-    std::vector<const LXTile*> different;
-    std::set_symmetric_difference(tiles.begin(), tiles.end(), otherTiles.begin(), otherTiles.end(),
-                                  std::back_inserter(different));
-    return static_cast<qint64>(different.size()) * LXTileManager::TileBytes;
+    const std::vector<const LXTile*> tiles = TilesOf(image);
+    const std::vector<const LXTile*> others = TilesOf(other);
+    std::vector<const LXTile*> own;
+    std::set_difference(tiles.begin(), tiles.end(), others.begin(), others.end(), std::back_inserter(own));
+    return static_cast<qint64>(own.size()) * LXTileManager::TileBytes;
 }

@@ -21,6 +21,6 @@ bool IsPartOf(const LXImage32& patch, const LXImage32& image, const QRect& place
 /// All threads.
 void ShareEqualTiles(const LXImage32& before, LXImage32& after, const QPoint& firstTile, const QRect& part);
 
-/// The bytes of the tiles that only one of two images holds, each counted once.
-qint64 BytesOfDifference(const LXImage32& one, const LXImage32& other);
+/// The bytes of the tiles that an image holds and another doesn't, each counted once.
+qint64 BytesOnlyIn(const LXImage32& image, const LXImage32& other);
 } // namespace TileSharing

@@ -52,12 +52,11 @@ public:
     Places GetPlaces() const;
 
     /// Exchanges both images for parts of the target in whole tiles, as it is before and after the change,
-    /// where undo and redo then do the same as before. Where the two targets' tiles don't lie on one grid, or
-    /// the undo image isn't what was there, nothing happens.
+    /// where undo and redo then do the same as before. They stay as they are where the tiles of both targets
+    /// don't lie on one grid, where the undo image isn't what was there, and where whole tiles would be more.
     /// @param before  the target at the undo geometry
     /// @param after   the target at the united rectangle of the undo geometry and the redo image; tiles that
-    /// hold
-    ///                the same as `before` are exchanged for those
+    ///                hold the same as `before` are exchanged for those
     /// All or nothing when it throws.
     void KeepTiles(const LXImage32& before, LXImage32& after);
 

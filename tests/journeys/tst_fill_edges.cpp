@@ -262,13 +262,14 @@ void TestFillEdges::aStepHoldsTheTilesOfTheFilledArea_data()
 {
     QTest::addColumn<QRect>("area");
     QTest::addColumn<int>("tiles");
-    // On the grid the step shares what the layer has or had, and tiles of one color are one; off it both of
-    // its images are its own.
+    // The step shares what the layer has or had, and tiles of one color are one. Only where the whole tiles
+    // that the area touches would be more, both of its images are its own.
     QTest::newRow("one tile") << QRect(128, 128, 128, 128) << 1;
     QTest::newRow("four tiles") << QRect(256, 256, 256, 256) << 1;
     QTest::newRow("one tile and a part of the next") << QRect(128, 128, 128, 150) << 2;
-    QTest::newRow("a few pixels") << QRect(300, 300, 5, 5) << 2;
+    QTest::newRow("a few pixels") << QRect(300, 300, 5, 5) << 1;
     QTest::newRow("as large as a tile, off the grid") << QRect(200, 200, 128, 128) << 2;
+    QTest::newRow("as large as nine tiles, off the grid") << QRect(200, 200, 384, 384) << 16;
 }
 
 void TestFillEdges::aStepHoldsTheTilesOfTheFilledArea()

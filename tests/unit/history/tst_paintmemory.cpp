@@ -23,6 +23,7 @@ private slots:
 
     void aChangeInTwoCornersKeepsTheTilesOfTwoCorners();
     void aChangeOffTheGridKeepsTheTilesItTouches();
+    void aSmallChangeAcrossTilesKeepsItsRectangle();
     void aLayerThatGrowsByWholeTilesKeepsTheTilesItTouches();
     void undoRestoresWhatTheStepWasToldToRestore();
     void aLayerThatGrowsOffTheGridIsUndoneAsBefore();
@@ -35,6 +36,8 @@ private:
 
     LayerPaintCommandData* MakeData(const QRect& after, const LXImage32& redoImage) const;
     void Push(LayerPaintCommandData* data);
+    /// Over NoisePlace.
+    LayerPaintCommandData* PushNoise();
 
     OwnedDocument m_Document;
     std::unique_ptr<LexoUndoStack> m_History;
@@ -42,6 +45,7 @@ private:
 
 namespace {
 const QRect LayerRect(20, 30, 1024, 1024);
+const QRect NoisePlace(100, 100, 500, 500); ///< of the layer; 25 tiles, off the grid
 constexpr qint64 Tile = 65536;
 
 void SetPixel(LXImage32& image, int x, int y)
@@ -83,6 +87,15 @@ void TestPaintMemory::Push(LayerPaintCommandData* data)
     m_History->push(command);
 }
 
+LayerPaintCommandData* TestPaintMemory::PushNoise()
+{
+    Random random(12);
+    LayerPaintCommandData* const data =
+        MakeData(NoisePlace.translated(LayerRect.topLeft()), Noise(random, NoisePlace.size()));
+    Push(data);
+    return data;
+}
+
 void TestPaintMemory::aChangeInTwoCornersKeepsTheTilesOfTwoCorners()
 {
     const LXImage32 before = Layer();
@@ -107,14 +120,23 @@ void TestPaintMemory::aChangeInTwoCornersKeepsTheTilesOfTwoCorners()
 void TestPaintMemory::aChangeOffTheGridKeepsTheTilesItTouches()
 {
     const LXImage32 before = Layer();
-    const QRect bounds(200, 300, 200, 100); // tiles 1 to 3 and 2 to 3
     const int tilesBefore = LXTileManager::Instance().LiveTileCount();
+    LayerPaintCommandData* const data = PushNoise();
+    QCOMPARE(data->GetMemoryCost(), 2 * 25 * Tile);
+    // Those of before are in `before`, those of after in the layer.
+    QCOMPARE(LXTileManager::Instance().LiveTileCount() - tilesBefore, 25);
+    m_History->undo();
+    QVERIFY(AreEqual(Layer(), before));
+}
+
+void TestPaintMemory::aSmallChangeAcrossTilesKeepsItsRectangle()
+{
+    const LXImage32 before = Layer();
+    const QRect bounds(120, 120, 10, 10); // of four tiles
     LayerPaintCommandData* const data =
         MakeData(bounds.translated(LayerRect.topLeft()), Filled(bounds.size(), 0xFF123456));
     Push(data);
-    QCOMPARE(data->GetMemoryCost(), 2 * 3 * 2 * Tile);
-    // Those of before are in `before`, those of after in the layer.
-    QCOMPARE(LXTileManager::Instance().LiveTileCount() - tilesBefore, 6);
+    QCOMPARE(data->GetMemoryCost(), 2 * Tile);
     m_History->undo();
     QVERIFY(AreEqual(Layer(), before));
 }
@@ -166,27 +188,20 @@ void TestPaintMemory::aLayerThatGrowsOffTheGridIsUndoneAsBefore()
 
 void TestPaintMemory::whatAStepKeepsComesBackFromItsSerialForm()
 {
-    const QRect bounds(200, 300, 200, 100);
-    LayerPaintCommandData* const data =
-        MakeData(bounds.translated(LayerRect.topLeft()), Filled(bounds.size(), 0xFF123456));
-    Push(data);
+    const LayerPaintCommandData* const data = PushNoise();
     MemoryFile file;
     QVERIFY(data->Serialize(&file));
     LayerPaintCommandData read;
     QVERIFY(read.Deserialize(&file));
-    QCOMPARE(read.GetPlaces().undoImage,
-             QRect(128, 256, 384, 256).translated(LayerRect.topLeft()) & LayerRect);
-    QCOMPARE(read.GetPlaces().redoChange, bounds.translated(LayerRect.topLeft()));
+    QCOMPARE(read.GetPlaces().undoImage, QRect(0, 0, 640, 640).translated(LayerRect.topLeft()));
+    QCOMPARE(read.GetPlaces().redoChange, NoisePlace.translated(LayerRect.topLeft()));
     QVERIFY(AreEqual(read.GetUndoImage(), data->GetUndoImage()));
     QVERIFY(AreEqual(read.GetRedoImage(), data->GetRedoImage()));
 }
 
 void TestPaintMemory::damagedPlacesAreRefused()
 {
-    const QRect bounds(200, 300, 200, 100);
-    LayerPaintCommandData* const data =
-        MakeData(bounds.translated(LayerRect.topLeft()), Filled(bounds.size(), 0xFF123456));
-    Push(data);
+    const LayerPaintCommandData* const data = PushNoise();
     MemoryFile whole;
     QVERIFY(data->Serialize(&whole));
     constexpr int firstPlace = 8 + 4 + 2 * 16 + 1; // length, id, geometries, "kept"
