@@ -121,14 +121,16 @@ void SumAcrossRow(const float* source, const AxisKernels::TapRow& row, float* re
 }
 
 /// Some registers side by side, so that a weight serves several and no sum waits for the one before.
-template <int Registers>
+template <int Registers, bool IsOnTop>
 HWY_INLINE void SumDownAt(const float* const* lines, const float* weights, int count, int first,
                           float* result)
 {
     const DC d;
     const int lanes = static_cast<int>(hn::Lanes(d));
     Floats sums[Registers];
-    std::fill_n(sums, Registers, hn::Zero(d));
+    for (int i = 0; i < Registers; ++i) {
+        sums[i] = IsOnTop ? hn::LoadU(d, result + first + i * lanes) : hn::Zero(d);
+    }
     for (int k = 0; k < count; ++k) {
         const float* const line = lines[k] + first;
         const Floats weight = hn::Set(d, weights[k]);
@@ -142,18 +144,30 @@ HWY_INLINE void SumDownAt(const float* const* lines, const float* weights, int c
 }
 
 /// The lines are a multiple of a register long.
-void SumDownLines(const float* const* lines, const float* weights, int count, int pixels, float* result)
+template <bool IsOnTop>
+HWY_INLINE void SumAllDown(const float* const* lines, const float* weights, int count, int pixels,
+                           float* result)
 {
     constexpr int block = 4;
     const int lanes = static_cast<int>(hn::Lanes(DC()));
     const int floats = pixels * Channels4;
     int i = 0;
     for (; i + block * lanes <= floats; i += block * lanes) {
-        SumDownAt<block>(lines, weights, count, i, result);
+        SumDownAt<block, IsOnTop>(lines, weights, count, i, result);
     }
     for (; i < floats; i += lanes) {
-        SumDownAt<1>(lines, weights, count, i, result);
+        SumDownAt<1, IsOnTop>(lines, weights, count, i, result);
     }
+}
+
+void SumDownLines(const float* const* lines, const float* weights, int count, int pixels, float* result)
+{
+    SumAllDown<false>(lines, weights, count, pixels, result);
+}
+
+void AddDownLines(const float* const* lines, const float* weights, int count, int pixels, float* result)
+{
+    SumAllDown<true>(lines, weights, count, pixels, result);
 }
 
 HWY_INLINE hn::Vec<DCBytes> ToBytes(Floats values)
@@ -196,6 +210,7 @@ HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace ZkLanes {
+HWY_EXPORT(AddDownLines);
 HWY_EXPORT(PremultipliedRow);
 HWY_EXPORT(PremultiplyRow);
 HWY_EXPORT(StraightRow);
@@ -217,6 +232,12 @@ void AxisKernels::SumDown(const float* const* lines, const float* weights, int c
                           float* result)
 {
     HWY_DYNAMIC_DISPATCH(ZkLanes::SumDownLines)(lines, weights, count, pixels, result);
+}
+
+void AxisKernels::AddDown(const float* const* lines, const float* weights, int count, int pixels,
+                          float* result)
+{
+    HWY_DYNAMIC_DISPATCH(ZkLanes::AddDownLines)(lines, weights, count, pixels, result);
 }
 
 void AxisKernels::ToStraight(const float* sums, const float* coverage, int count, LXRGBA32i* pixels)

@@ -26,6 +26,9 @@ void SumAcross(const float* source, const TapRow& row, float* result);
 /// Sums up `count` lines of `pixels` pixels each.
 void SumDown(const float* const* lines, const float* weights, int count, int pixels, float* result);
 
+/// The same on top of what the result holds: as if all had been summed up at once, to the last bit.
+void AddDown(const float* const* lines, const float* weights, int count, int pixels, float* result);
+
 /// Straight pixels: color from the sum, alpha from the sum times `coverage`, four times a pixel.
 void ToStraight(const float* sums, const float* coverage, int count, LXRGBA32i* pixels);
 

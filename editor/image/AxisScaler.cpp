@@ -10,6 +10,13 @@ namespace {
 constexpr int Channels = AxisKernels::Channels;
 constexpr int Group = AxisKernels::TapGroup;
 
+/// Of the rows of the source that are held: about what the caches of a core take, and few enough to be no
+/// matter beside the tiles that are read.
+constexpr std::size_t MostLineBytes = std::size_t(4) << 20;
+
+/// A row of the target mixes so many at least at a time, however long they are.
+constexpr std::size_t FewLines = 8;
+
 /// Enough floats for so many pixels and a register more.
 std::size_t FloatsFor(int pixels)
 {
@@ -57,12 +64,26 @@ AxisScaler::Part::Part(const AxisScaler& scaler, const QRect& part)
       m_Row(FloatsFor(part.width()))
 {
     SetTaps();
-    std::size_t most = 1;
-    for (int y = part.top(); y <= part.bottom(); ++y) {
-        most = std::max(most, scaler.RowAt(y).weights.size());
-    }
-    m_Lines.resize(most);
+    SetLines();
     m_RowCoverage.resize(m_Coverage.size());
+}
+
+void AxisScaler::Part::SetLines()
+{
+    std::size_t most = 1;
+    for (int y = m_Part.top(); y <= m_Part.bottom(); ++y) {
+        most = std::max(most, m_Scaler.RowAt(y).weights.size());
+    }
+    const std::size_t floats = m_IsDownFirst ? m_Premultiplied.size() : FloatsFor(m_Part.width());
+    m_Lines.resize(std::min(most, std::max(FewLines, MostLineBytes / (floats * sizeof(float)))));
+    for (Line& line : m_Lines) {
+        line.sums.resize(floats);
+    }
+}
+
+std::size_t AxisScaler::Part::LineBytes() const
+{
+    return m_Lines.size() * m_Lines.front().sums.size() * sizeof(float);
 }
 
 void AxisScaler::Part::SetTaps()
@@ -111,29 +132,33 @@ void AxisScaler::Part::MakePremultipliedRow(int y, LXRGBA32i* pixels)
 bool AxisScaler::Part::SumRow(const ResampleTaps& down)
 {
     if (down.weights.empty() || m_Needed.taps == 0) return false;
-    m_DownLines.clear();
     m_DownWeights.assign(down.weights.begin(), down.weights.end());
-    for (std::size_t k = 0; k < down.weights.size(); ++k) {
-        m_DownLines.push_back(LineAt(down.first + static_cast<int>(k)));
-    }
     const int pixels = m_IsDownFirst ? m_Needed.end - m_Needed.first : m_Part.width();
-    AxisKernels::SumDown(m_DownLines.data(), m_DownWeights.data(), static_cast<int>(m_DownLines.size()),
-                         pixels, m_IsDownFirst ? m_Premultiplied.data() : m_Row.data());
+    float* const sums = m_IsDownFirst ? m_Premultiplied.data() : m_Row.data();
+    const int count = static_cast<int>(down.weights.size());
+    const int atOnce = static_cast<int>(m_Lines.size());
+    for (int first = 0; first < count; first += atOnce) {
+        const int end = std::min(count, first + atOnce);
+        m_DownLines.clear();
+        for (int k = first; k < end; ++k) {
+            m_DownLines.push_back(LineAt(down.first + k));
+        }
+        const auto sum = first == 0 ? AxisKernels::SumDown : AxisKernels::AddDown;
+        sum(m_DownLines.data(), m_DownWeights.data() + first, end - first, pixels, sums);
+    }
     if (m_IsDownFirst) ScaleAcross(m_Premultiplied.data(), m_Row.data());
     return true;
 }
 
-/// Rows are asked for in order, so those of one mixture never share a slot.
+/// Rows are asked for in order, so those that are mixed at once never share a slot.
 const float* AxisScaler::Part::LineAt(int y)
 {
     Line& line = m_Lines[static_cast<std::size_t>(y) % m_Lines.size()];
     if (line.y == y) return line.sums.data();
     line.y = y;
     if (m_IsDownFirst) {
-        line.sums.resize(m_Premultiplied.size());
         ReadPremultiplied(y, line.sums.data());
     } else {
-        line.sums.resize(FloatsFor(m_Part.width()));
         ReadPremultiplied(y, m_Premultiplied.data());
         ScaleAcross(m_Premultiplied.data(), line.sums.data());
     }

@@ -8,6 +8,7 @@
 #include <QPoint>
 #include <QRect>
 
+#include <cstddef>
 #include <vector>
 
 /// Scales along the axes, the one first that leaves less to do: what becomes lower is mixed down and then
@@ -32,6 +33,9 @@ public:
         /// Premultiplied ones; `coverage` doesn't count.
         void MakePremultipliedRow(int y, LXRGBA32i* pixels);
 
+        /// Of the source's rows that are held; however much the source is shrunk, it stays in bounds.
+        std::size_t LineBytes() const;
+
     private:
         /// A row of the source, scaled across unless that comes last.
         struct Line
@@ -51,6 +55,7 @@ public:
         static Columns Needed(const AxisScaler& scaler, const QRect& part);
         static bool IsDownFirst(const AxisScaler& scaler, const QRect& part);
         void SetTaps();
+        void SetLines();
         bool SumRow(const ResampleTaps& down);
         const float* LineAt(int y);
         void ReadPremultiplied(int y, float* line);
@@ -65,7 +70,7 @@ public:
         std::vector<float> m_Weights;
         std::vector<float> m_Coverage;      ///< across, four times a pixel
         std::vector<float> m_RowCoverage;   ///< the same times the row's
-        std::vector<Line> m_Lines;          ///< as many as a row mixes
+        std::vector<Line> m_Lines;          ///< as many as a row mixes, unless those are too many
         std::vector<float> m_Premultiplied; ///< one row of the source's width, or what rows were mixed to
         std::vector<float> m_Row;
         std::vector<const float*> m_DownLines;

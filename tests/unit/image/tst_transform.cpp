@@ -1,5 +1,8 @@
+#include "image/AxisScaler.h"
 #include "image/LXImage.h"
 #include "image/LXTransform.h"
+#include "image/ResampleTaps.h"
+#include "image/TileWalk.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "support/TransformTwin.h"
@@ -10,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace {
 using Function = bool (*)(const LXImage32&, const QTransform&, LXImage32&, const QRect&);
@@ -90,6 +94,9 @@ private slots:
     void shrinkingStripesLeavesNoMoire();
     void plainColorStaysPlain_data();
     void plainColorStaysPlain();
+    void shrinkingALotHoldsFewRows();
+    void shrinkingALotMixesEveryPixel_data();
+    void shrinkingALotMixesEveryPixel();
 
     void whatLiesBehindTheEyeIsNotShown();
     void greatAndSmallNumbersMakeTheSamePicture_data();
@@ -374,6 +381,63 @@ void TestTransform::plainColorStaysPlain()
         }
         QVERIFY(full > 400);
     }
+}
+
+/// However many rows of the source make one of the target.
+void TestTransform::shrinkingALotHoldsFewRows()
+{
+    constexpr int side = 20000;
+    const LXImage32 source(side, side);
+    for (const auto kind : {ResampleKernel::Kind::Linear, ResampleKernel::Kind::Cubic}) {
+        std::vector<ResampleTaps> taps(8);
+        for (int i = 0; i < 8; ++i) {
+            const SourceSpan span{(i + 0.5) * side / 8, side / 8.0, 0};
+            ResampleKernel::FindTaps(kind, span, side, ResampleKernel::Unlimited,
+                                     taps[static_cast<std::size_t>(i)]);
+        }
+        const AxisScaler scaler(source, QPoint(0, 0), taps, taps);
+        const AxisScaler::Part part = scaler.Enter(QRect(0, 0, 8, 8));
+        QVERIFY2(part.LineBytes() < 5000000, qPrintable(QString::number(part.LineBytes())));
+    }
+}
+
+void TestTransform::shrinkingALotMixesEveryPixel_data()
+{
+    QTest::addColumn<QSize>("tiles");
+    QTest::newRow("wide") << QSize(160, 8);
+    QTest::newRow("high") << QSize(8, 160);
+    QTest::newRow("both") << QSize(48, 48);
+}
+
+/// Tiles of one color each: the picture of a pixel for each tile, averaged by area.
+void TestTransform::shrinkingALotMixesEveryPixel()
+{
+    QFETCH(QSize, tiles);
+    constexpr int side = TileWalk::TileSide;
+    std::mt19937 random(8);
+    const PlainImage palette = TestImages::Random(7, 1, random);
+    std::vector<LXTilePointer> plain;
+    for (const LXRGBA32i color : palette.pixels) {
+        LXImage32 tile(side, side);
+        tile.Fill(color);
+        plain.push_back(tile.TileAt(0, 0));
+    }
+    PlainImage small(tiles.width(), tiles.height());
+    LXImage32 source(tiles.width() * side, tiles.height() * side);
+    for (int y = 0; y < small.height; ++y) {
+        for (int x = 0; x < small.width; ++x) {
+            const std::size_t color = random() % plain.size();
+            small.At(x, y) = palette.pixels[color];
+            source.TileAt(x, y) = plain[color];
+        }
+    }
+    const QSize size(8, 5);
+    const QTransform shrunk = QTransform::fromScale(8.0 / small.width, 5.0 / small.height);
+    LXImage32 target(size.width(), size.height());
+    QVERIFY(TransformImage(source, QTransform::fromScale(1.0 / side, 1.0 / side) * shrunk, target, QRect()));
+    const PlainImage expected = TransformTwin::Transformed(small, shrunk, size, Method::Linear);
+    QVERIFY2(TransformTwin::LargestDifference(TestImages::ToPlain(target), expected) <= 1,
+             qPrintable(TestImages::Difference(TestImages::ToPlain(target), expected)));
 }
 
 void TestTransform::whatLiesBehindTheEyeIsNotShown()
