@@ -13,8 +13,7 @@ class SwapFile
 public:
     static constexpr std::size_t BlockBytes = 65536;
 
-    /// Where a tile lies. Slots are whole pages; one that is given back serves the next tile of as many
-    /// pages.
+    /// Where a tile lies. Slots are whole pages; one that is given back serves the next tile that fits in.
     struct Slot
     {
         bool IsTaken() const { return pages > 0; }
@@ -37,8 +36,8 @@ public:
     /// The slot may be used again.
     void Release(const Slot& slot) noexcept;
 
-    /// What the taken slots hold of the disk.
-    qint64 TakenBytes() const { return m_TakenPages * PageBytes; }
+    /// How long the file is, free slots between taken ones included.
+    qint64 FileBytes() const { return m_PageCount * PageBytes; }
 
 private:
     Q_DISABLE_COPY(SwapFile)
@@ -48,6 +47,8 @@ private:
 
     void Open();
     Slot TakeSlot(int bytes);
+    void MakeSlot(Slot& slot);
+    void Shorten(qint64 pages) noexcept;
     const uchar* Compressed(const uchar* block, int& bytes);
 
     std::string m_Folder;

@@ -165,7 +165,7 @@ int TileStore::ResidentTileCount() const
 qint64 TileStore::SwapBytes() const
 {
     const Guard guard(m_Mutex);
-    return m_SwapFile.TakenBytes();
+    return m_SwapFile.FileBytes();
 }
 
 void TileStore::SetMemoryBudget(qint64 bytes)
@@ -217,13 +217,34 @@ std::size_t TileStore::TakeIndex()
 void TileStore::MakeRoom()
 {
     while (m_pOldest != nullptr && m_ResidentBytes + BlockBytes > m_MemoryBudget) {
-        SwapOut(*m_pOldest);
+        try {
+            SwapOut(*m_pOldest);
+        } catch (...) {
+            Block* const other = OldestThatNeedsNoWrite();
+            if (other == nullptr) throw;
+            SwapOut(*other);
+        }
     }
+}
+
+/// Of the unpinned ones; null for none. Looks through the list, for which there is time when the disk is
+/// full.
+TileStore::Block* TileStore::OldestThatNeedsNoWrite() const
+{
+    Block* block = m_pOldest;
+    while (block != nullptr && NeedsWrite(*block))
+        block = block->newer;
+    return block;
+}
+
+bool TileStore::NeedsWrite(const Block& block)
+{
+    return !block.isBlank && !block.swapSlot.IsTaken();
 }
 
 void TileStore::SwapOut(Block& block)
 {
-    if (!block.isBlank && !block.swapSlot.IsTaken()) block.swapSlot = m_SwapFile.Write(block.memory);
+    if (NeedsWrite(block)) block.swapSlot = m_SwapFile.Write(block.memory);
     RemoveUnpinned(block);
     m_Arena.Free(block.memory);
     block.memory = nullptr;

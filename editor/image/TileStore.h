@@ -44,7 +44,7 @@ public:
     int LiveTileCount() const;
     /// Tiles whose bytes are in memory now.
     int ResidentTileCount() const;
-    /// What the swapped tiles' bytes take on disk.
+    /// What the swapped tiles take on disk, with the gaps between them.
     qint64 SwapBytes() const;
     void SetMemoryBudget(qint64 bytes);
     qint64 MemoryBudget() const;
@@ -81,6 +81,8 @@ private:
     std::size_t TakeIndex();
     void Release(void* handle);
     void MakeRoom();
+    Block* OldestThatNeedsNoWrite() const;
+    static bool NeedsWrite(const Block& block);
     void SwapOut(Block& block);
     void BringIn(Block& block);
     uchar* Pin(Block& block);

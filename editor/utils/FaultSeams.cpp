@@ -14,7 +14,7 @@ struct SeamState
     std::atomic<int> passesToExit{0};
 };
 
-constexpr int SeamCount = static_cast<int>(FaultSeams::Seam::HelperCall) + 1;
+constexpr int SeamCount = static_cast<int>(FaultSeams::Seam::SwapRead) + 1;
 
 SeamState& State(FaultSeams::Seam seam)
 {

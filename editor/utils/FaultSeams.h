@@ -15,6 +15,8 @@ enum class Seam
     FloodFill,             ///< LXFloodFillHelper throws std::runtime_error
     DocumentAdd,           ///< LXDocumentManager::AddDocument() refuses
     HelperCall,            ///< TileThreads finds no memory for another helper
+    SwapWrite,             ///< a write of the swap file reports a full disk
+    SwapRead,              ///< a read of the swap file fails
 };
 
 /// Something that isn't a `std::exception`, for those who must stand whatever is thrown.
