@@ -11,8 +11,9 @@ class QRect;
 
 // Rectangles and points are image pixels; QRect has inclusive right and bottom. All functions run on any
 // thread, as long as nobody else touches the target. A source or mask may be the target itself or share its
-// tiles: it is read as it was before the call. All throw std::bad_alloc when no tile is left, with the target
-// partly written, and std::invalid_argument for a mode that BlendMode.h doesn't name.
+// tiles: it is read as it was before the call. All throw std::bad_alloc when no tile is left, and
+// LXTMSwapError or LXTMSwapFileError when the disk for temporary files fails, with the target partly written,
+// and std::invalid_argument for a mode that BlendMode.h doesn't name.
 
 /// Blends `srcRect` of `src` on `dstRect` of `dst` in a mode of BlendMode.h: pixel k of the one goes to pixel
 /// k of the other. Both rectangles are clipped together, against both images and to the smaller size; pixels

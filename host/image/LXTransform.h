@@ -18,8 +18,9 @@ class QTransform;
 // become translucent.
 //
 // False, with `dst` untouched, for a null image and for a transform that is not finite or that flattens the
-// source. All throw std::bad_alloc when no tile is left, with `dst` partly written. `src` may be `dst`. Any
-// thread, as long as nobody else touches `dst`.
+// source. All throw std::bad_alloc when no tile is left, and LXTMSwapError or LXTMSwapFileError when the disk
+// for temporary files fails, with `dst` partly written. `src` may be `dst`. Any thread, as long as nobody
+// else touches `dst`.
 
 /// The four nearest pixels are mixed; where the picture shrinks, all pixels under the target pixel are
 /// averaged.
