@@ -1,6 +1,23 @@
 #include "history/CommandList.h"
 
-void CommandList::Append(std::unique_ptr<LexoCommand> command)
+namespace {
+/// A step whose cost can't be told now counts as nothing: the limit may wait, the step must not be lost.
+qint64 CostOf(const LexoCommand& command) noexcept
+{
+    try {
+        return command.GetMemoryCost();
+    } catch (...) {
+        return 0;
+    }
+}
+} // namespace
+
+void CommandList::MakePlace()
+{
+    if (m_Entries.size() == m_Entries.capacity()) m_Entries.reserve(m_Entries.size() * 2 + 1);
+}
+
+void CommandList::Append(std::unique_ptr<LexoCommand> command) noexcept
 {
     if (m_CleanIndex > m_Index) m_CleanIndex = NoCleanIndex;
     while (Count() > m_Index) {
@@ -8,7 +25,7 @@ void CommandList::Append(std::unique_ptr<LexoCommand> command)
         m_Entries.pop_back();
     }
     Entry entry;
-    entry.cost = command->GetMemoryCost();
+    entry.cost = CostOf(*command);
     entry.command = std::move(command);
     m_Cost += entry.cost;
     m_Entries.push_back(std::move(entry));

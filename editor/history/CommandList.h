@@ -15,8 +15,11 @@ public:
 
     LexoCommand* At(int index) const { return m_Entries[static_cast<std::size_t>(index)].command.get(); }
 
+    /// What the next Append() needs of memory. To be called before the command is done, because afterwards
+    /// nothing may fail.
+    void MakePlace();
     /// Drops what was undone and takes a command that is done already.
-    void Append(std::unique_ptr<LexoCommand> command);
+    void Append(std::unique_ptr<LexoCommand> command) noexcept;
     /// Undo or redo one command; when it throws, the index stays.
     void StepBack();
     void StepForward();

@@ -135,7 +135,20 @@ LXImage32 DataStream::ReadImage(QDataStream& stream)
     return image;
 }
 
-qint64 DataStream::BytesOf(const LXImage32& image)
+namespace {
+/// Each run of one tile counted as a tile of its own: never too little, and no memory is needed for it.
+qint64 CountRuns(const LXImage32& image) noexcept
+{
+    qint64 runs = 0;
+    const LXTile* former = nullptr;
+    for (const LXTilePointer& tile : image.m_Tiles) {
+        if (tile.data() != former) ++runs;
+        former = tile.data();
+    }
+    return runs;
+}
+
+qint64 CountTiles(const LXImage32& image)
 {
     std::vector<const LXTile*> tiles(image.m_Tiles.size());
     std::transform(image.m_Tiles.begin(), image.m_Tiles.end(), tiles.begin(),
@@ -144,5 +157,18 @@ qint64 DataStream::BytesOf(const LXImage32& image)
     tiles.erase(std::unique(tiles.begin(), tiles.end()), tiles.end());
     std::sort(tiles.begin(), tiles.end());
     const auto end = std::unique(tiles.begin(), tiles.end());
-    return static_cast<qint64>(end - tiles.begin()) * LXTileManager::TileBytes;
+    return static_cast<qint64>(end - tiles.begin());
+}
+} // namespace
+
+qint64 DataStream::BytesOf(const LXImage32& image)
+{
+    qint64 tiles = 0;
+    try {
+        tiles = CountTiles(image);
+    } catch (const std::bad_alloc&) {
+        // What is asked for when a step is done already must not fail.
+        tiles = CountRuns(image);
+    }
+    return tiles * LXTileManager::TileBytes;
 }

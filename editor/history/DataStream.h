@@ -36,6 +36,6 @@ void ReadEnum(QDataStream& stream, Enum& value, Enum last)
     }
 }
 
-/// The bytes that the tiles of an image hold, each counted once.
+/// The bytes that the tiles of an image hold, each counted once; more when there is no memory for counting.
 qint64 BytesOf(const LXImage32& image);
 } // namespace DataStream

@@ -13,8 +13,11 @@ public:
 
     bool IsMacroOpen() const { return !macros.empty(); }
 
-    void Append(std::unique_ptr<LexoCommand> command);
+    void MakePlace();
+    void Append(std::unique_ptr<LexoCommand> command) noexcept;
     bool CloseDelayed();
+    void OpenMacro(const QString& text);
+    void CloseMacro(LexoUndoStack* stack);
     void Announce(LexoUndoStack* stack);
     void AnnounceIndex(LexoUndoStack* stack);
     template <class Step>
@@ -22,7 +25,17 @@ public:
     void ApplyLimits(LexoUndoStack* stack, int steps, qint64 bytes);
 };
 
-void LexoUndoStackPrivate::Append(std::unique_ptr<LexoCommand> command)
+/// Before a command is done: what is done must find its place in the history.
+void LexoUndoStackPrivate::MakePlace()
+{
+    if (IsMacroOpen()) {
+        macros.back()->MakePlace();
+    } else {
+        list.MakePlace();
+    }
+}
+
+void LexoUndoStackPrivate::Append(std::unique_ptr<LexoCommand> command) noexcept
 {
     if (IsMacroOpen()) {
         macros.back()->Add(std::move(command));
@@ -31,14 +44,35 @@ void LexoUndoStackPrivate::Append(std::unique_ptr<LexoCommand> command)
     }
 }
 
-/// True when there was one.
+/// True when there was one. When it throws, the command stays open: its change stays in the document too.
 bool LexoUndoStackPrivate::CloseDelayed()
 {
     if (!delayed) return false;
+    MakePlace();
     std::unique_ptr<LexoCommand> command = std::move(delayed);
-    command->EndTransaction(command->GetCommandData());
+    try {
+        command->EndTransaction(command->GetCommandData());
+    } catch (...) {
+        delayed = std::move(command);
+        throw;
+    }
     Append(std::move(command));
     return true;
+}
+
+void LexoUndoStackPrivate::OpenMacro(const QString& text)
+{
+    // Its own place, so that its end can't fail.
+    MakePlace();
+    macros.push_back(std::make_unique<MacroCommand>(text));
+}
+
+void LexoUndoStackPrivate::CloseMacro(LexoUndoStack* stack)
+{
+    std::unique_ptr<MacroCommand> macro = std::move(macros.back());
+    macros.pop_back();
+    if (!macro->IsEmpty()) Append(std::move(macro));
+    AnnounceIndex(stack);
 }
 
 void LexoUndoStackPrivate::Announce(LexoUndoStack* stack)
@@ -89,7 +123,10 @@ void LexoUndoStack::push(LexoCommand* command)
     if (!owned) return;
     if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
     const bool hasClosed = m_pPrivate->CloseDelayed();
-    m_pPrivate->Run(this, hasClosed, [&owned] { owned->redo(); });
+    m_pPrivate->Run(this, hasClosed, [&] {
+        m_pPrivate->MakePlace();
+        owned->redo();
+    });
     m_pPrivate->Append(std::move(owned));
     m_pPrivate->AnnounceIndex(this);
 }
@@ -115,28 +152,30 @@ void LexoUndoStack::beginMacro(const QString& text)
 {
     if (!m_pPrivate->IsMacroOpen()) emit aboutIndexChanged();
     m_pPrivate->CloseDelayed();
-    m_pPrivate->macros.push_back(std::make_unique<MacroCommand>(text));
+    m_pPrivate->OpenMacro(text);
     m_pPrivate->Announce(this);
 }
 
 void LexoUndoStack::endMacro()
 {
     if (!m_pPrivate->IsMacroOpen()) return;
-    m_pPrivate->CloseDelayed();
-    std::unique_ptr<MacroCommand> macro = std::move(m_pPrivate->macros.back());
-    m_pPrivate->macros.pop_back();
-    if (!macro->IsEmpty()) m_pPrivate->Append(std::move(macro));
-    m_pPrivate->AnnounceIndex(this);
+    try {
+        m_pPrivate->CloseDelayed();
+    } catch (...) {
+        m_pPrivate->CloseMacro(this);
+        throw;
+    }
+    m_pPrivate->CloseMacro(this);
 }
 
 void LexoUndoStack::abortMacro()
 {
     if (!m_pPrivate->IsMacroOpen()) return;
-    m_pPrivate->CloseDelayed();
     try {
+        m_pPrivate->CloseDelayed();
         m_pPrivate->macros.back()->undo();
     } catch (...) {
-        endMacro();
+        m_pPrivate->CloseMacro(this);
         throw;
     }
     m_pPrivate->macros.pop_back();

@@ -9,7 +9,12 @@ MacroCommand::MacroCommand(const QString& text)
 
 MacroCommand::~MacroCommand() = default;
 
-void MacroCommand::Add(std::unique_ptr<LexoCommand> command)
+void MacroCommand::MakePlace()
+{
+    if (m_Commands.size() == m_Commands.capacity()) m_Commands.reserve(m_Commands.size() * 2 + 1);
+}
+
+void MacroCommand::Add(std::unique_ptr<LexoCommand> command) noexcept
 {
     m_Commands.push_back(std::move(command));
 }

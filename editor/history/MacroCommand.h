@@ -14,8 +14,10 @@ public:
     explicit MacroCommand(const QString& text);
     ~MacroCommand() override;
 
+    /// What the next Add() needs of memory. To be called before the command is done.
+    void MakePlace();
     /// Takes a command that is done already.
-    void Add(std::unique_ptr<LexoCommand> command);
+    void Add(std::unique_ptr<LexoCommand> command) noexcept;
     bool IsEmpty() const;
 
     /// All or nothing: when a command throws, those before it are taken back and the exception goes on.

@@ -12,3 +12,17 @@ void PushOrRun(LexoUndoStack* history, std::unique_ptr<LexoCommand> command)
         command->redo();
     }
 }
+
+void PushAsOneStep(LexoUndoStack* history, const QString& text, const std::function<void()>& pushes)
+{
+    if (!history) return pushes();
+
+    history->beginMacro(text);
+    try {
+        pushes();
+    } catch (...) {
+        history->abortMacro();
+        throw;
+    }
+    history->endMacro();
+}

@@ -34,11 +34,13 @@ public:
     /// outside the list. Takes ownership.
     void pushDelayed(LexoCommand* command);
     /// `aboutCommit()`, `EndTransaction()`, appends, `indexChanged()`. With nothing open only
-    /// `aboutCommit()`.
+    /// `aboutCommit()`. When the command throws, here or wherever else it is closed, it stays open, and the
+    /// exception goes on.
     void commit();
 
     /// Groups the pushes up to endMacro() into one step with this text. `aboutIndexChanged()` goes out here,
-    /// `indexChanged()` at the end. Macros may nest; a macro that stayed empty leaves no step.
+    /// `indexChanged()` at the end. Macros may nest; a macro that stayed empty leaves no step. A delayed
+    /// command that can't be closed at the end stays open outside the macro, and the exception goes on.
     void beginMacro(const QString& text);
     void endMacro();
     /// Takes back what the open macro holds, the newest first, and closes it without a step. When that

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <new>
 #include <stdexcept>
 
 /// Data that holds nothing but a memory cost.
@@ -39,12 +40,22 @@ public:
 
     void BeginTransaction() override { Note("begin"); }
 
-    void EndTransaction(LexoCommandData*) override { Note(IsExecuting() ? "end" : "close"); }
+    void EndTransaction(LexoCommandData*) override
+    {
+        if (failsOnClose && !IsExecuting()) throw std::runtime_error("close");
+        Note(IsExecuting() ? "end" : "close");
+    }
 
     void RedoExecute(LexoCommandData*) override
     {
         if (failsOnRedo) throw std::runtime_error("redo");
         Note("redo");
+    }
+
+    qint64 GetMemoryCost() const override
+    {
+        if (failsOnCost) throw std::bad_alloc();
+        return LexoCommand::GetMemoryCost();
     }
 
     void UndoExecute(LexoCommandData*) override
@@ -55,6 +66,8 @@ public:
 
     bool failsOnRedo = false;
     bool failsOnUndo = false;
+    bool failsOnClose = false;
+    bool failsOnCost = false;
 
 protected:
     bool AcceptsData(const LexoCommandData* data) const override

@@ -1,9 +1,12 @@
 #include "RecordedCommand.h"
 
 #include "history/LexoUndoStack.h"
+#include "history/PushOrRun.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>
+
+#include <functional>
 
 namespace {
 /// A stack whose signals and commands go into one log.
@@ -58,12 +61,22 @@ private slots:
     void aWalkThatThrowsTellsHowFarItCame();
     void whatWasClosedBeforeAThrowIsTold_data();
     void whatWasClosedBeforeAThrowIsTold();
+    void aStepWhoseCostCannotBeToldIsKept();
+    void aDelayedCommandThatCannotBeClosedStaysOpen_data();
+    void aDelayedCommandThatCannotBeClosedStaysOpen();
+    void aMacroEndsThoughItsDelayedCommandStaysOpen_data();
+    void aMacroEndsThoughItsDelayedCommandStaysOpen();
+    void stepsPushedAsOneAreOne();
+    void stepsPushedAsOneAreTakenBackWhenOneFails();
     void nothingToUndoOnlyAsks();
     void textsTellWhatUndoAndRedoWouldDo();
     void cleanStateFollowsTheIndex();
     void clearForgetsCommandsButNotThatTheDocumentChanged();
     void theStepLimitForgetsTheOldest();
     void theMemoryLimitForgetsTheOldest();
+    void theMemoryLimitLeavesAnOpenStep();
+    void theMemoryLimitLeavesAnOpenMacro();
+    void theMemoryLimitLeavesWhatIsUndone();
     void dataIsRefusedWhenThereIsSomeAlready();
     void aCommandWithoutDataDoesNothing();
 };
@@ -385,6 +398,119 @@ void TestLexoUndoStack::whatWasClosedBeforeAThrowIsTold()
     QCOMPARE(logged.stack.undoText(), QString("open"));
 }
 
+void TestLexoUndoStack::aStepWhoseCostCannotBeToldIsKept()
+{
+    LoggedStack logged;
+    logged.stack.push(logged.Make("a", 100));
+    RecordedCommand* silent = logged.Make("b", 100);
+    silent->failsOnCost = true;
+    logged.stack.push(silent);
+    QCOMPARE(logged.stack.index(), 2);
+    QCOMPARE(logged.stack.memoryCost(), qint64(100));
+    QVERIFY(logged.TakeLog().contains("indexChanged 2"));
+    logged.stack.undo();
+    QVERIFY(logged.TakeLog().contains("b undo"));
+}
+
+void TestLexoUndoStack::aDelayedCommandThatCannotBeClosedStaysOpen_data()
+{
+    QTest::addColumn<std::function<void(LoggedStack&)>>("change");
+    const auto row = [](const char* name, const std::function<void(LoggedStack&)>& change) {
+        QTest::newRow(name) << change;
+    };
+    row("commit", [](LoggedStack& logged) { logged.stack.commit(); });
+    row("push", [](LoggedStack& logged) { logged.stack.push(logged.Make("late")); });
+    row("pushDelayed", [](LoggedStack& logged) { logged.stack.pushDelayed(logged.Make("late")); });
+    row("undo", [](LoggedStack& logged) { logged.stack.undo(); });
+    row("redo", [](LoggedStack& logged) { logged.stack.redo(); });
+    row("setIndex", [](LoggedStack& logged) { logged.stack.setIndex(0); });
+    row("beginMacro", [](LoggedStack& logged) { logged.stack.beginMacro("m"); });
+}
+
+void TestLexoUndoStack::aDelayedCommandThatCannotBeClosedStaysOpen()
+{
+    QFETCH(std::function<void(LoggedStack&)>, change);
+    LoggedStack logged;
+    logged.stack.push(logged.Make("a"));
+    RecordedCommand* open = logged.Make("b");
+    logged.stack.pushDelayed(open);
+    open->failsOnClose = true;
+    QVERIFY_EXCEPTION_THROWN(change(logged), std::runtime_error);
+    QVERIFY(logged.stack.isDelayedOpen());
+    QVERIFY(!logged.stack.isMacroOpen());
+    QCOMPARE(logged.stack.index(), 1);
+    QCOMPARE(logged.stack.undoText(), QString("b"));
+    QVERIFY(!logged.TakeLog().contains("b deleted"));
+
+    open->failsOnClose = false;
+    logged.stack.commit();
+    QCOMPARE(logged.stack.index(), 2);
+    logged.TakeLog();
+    logged.stack.undo();
+    QVERIFY(logged.TakeLog().contains("b undo"));
+}
+
+void TestLexoUndoStack::aMacroEndsThoughItsDelayedCommandStaysOpen_data()
+{
+    QTest::addColumn<std::function<void(LoggedStack&)>>("end");
+    QTest::newRow("end") << std::function<void(LoggedStack&)>(
+        [](LoggedStack& logged) { logged.stack.endMacro(); });
+    QTest::newRow("abort") << std::function<void(LoggedStack&)>(
+        [](LoggedStack& logged) { logged.stack.abortMacro(); });
+}
+
+void TestLexoUndoStack::aMacroEndsThoughItsDelayedCommandStaysOpen()
+{
+    QFETCH(std::function<void(LoggedStack&)>, end);
+    LoggedStack logged;
+    logged.stack.beginMacro("m");
+    logged.stack.push(logged.Make("a"));
+    RecordedCommand* open = logged.Make("b");
+    logged.stack.pushDelayed(open);
+    open->failsOnClose = true;
+    QVERIFY_EXCEPTION_THROWN(end(logged), std::runtime_error);
+    QVERIFY(!logged.stack.isMacroOpen());
+    QVERIFY(logged.stack.isDelayedOpen());
+    QCOMPARE(logged.stack.count(), 1);
+    QVERIFY(logged.TakeLog().contains("indexChanged 1"));
+
+    open->failsOnClose = false;
+    logged.stack.undo();
+    QVERIFY(logged.TakeLog().contains("b undo"));
+    logged.stack.undo();
+    QVERIFY(logged.TakeLog().contains("a undo"));
+    QCOMPARE(logged.stack.index(), 0);
+}
+
+void TestLexoUndoStack::stepsPushedAsOneAreOne()
+{
+    LoggedStack logged;
+    PushAsOneStep(&logged.stack, "both", [&] {
+        logged.stack.push(logged.Make("a"));
+        logged.stack.push(logged.Make("b"));
+    });
+    QCOMPARE(logged.stack.count(), 1);
+    QCOMPARE(logged.stack.undoText(), QString("both"));
+    int runs = 0;
+    PushAsOneStep(nullptr, "both", [&] { ++runs; });
+    QCOMPARE(runs, 1);
+}
+
+void TestLexoUndoStack::stepsPushedAsOneAreTakenBackWhenOneFails()
+{
+    LoggedStack logged;
+    RecordedCommand* failing = logged.Make("b");
+    failing->failsOnRedo = true;
+    const auto pushBoth = [&] {
+        logged.stack.push(logged.Make("a"));
+        logged.stack.push(failing);
+    };
+    QVERIFY_EXCEPTION_THROWN(PushAsOneStep(&logged.stack, "both", pushBoth), std::runtime_error);
+    QVERIFY(logged.TakeLog().contains("a undo"));
+    QVERIFY(!logged.stack.isMacroOpen());
+    QCOMPARE(logged.stack.count(), 0);
+}
+
 void TestLexoUndoStack::nothingToUndoOnlyAsks()
 {
     LoggedStack logged;
@@ -475,6 +601,54 @@ void TestLexoUndoStack::theMemoryLimitForgetsTheOldest()
     logged.stack.endMacro();
     QCOMPARE(logged.stack.count(), 1);
     QCOMPARE(logged.stack.text(0), QString("m"));
+}
+
+void TestLexoUndoStack::theMemoryLimitLeavesAnOpenStep()
+{
+    LoggedStack logged;
+    logged.stack.push(logged.Make("a", 100));
+    logged.stack.pushDelayed(logged.Make("b", 100));
+    logged.stack.setMemoryLimit(1);
+    QVERIFY(logged.stack.isDelayedOpen());
+    logged.stack.commit();
+    QCOMPARE(logged.stack.count(), 1);
+    QCOMPARE(logged.stack.undoText(), QString("b"));
+    logged.TakeLog();
+    logged.stack.undo();
+    QVERIFY(logged.TakeLog().contains("b undo"));
+    QCOMPARE(logged.stack.redoText(), QString("b"));
+}
+
+void TestLexoUndoStack::theMemoryLimitLeavesAnOpenMacro()
+{
+    LoggedStack logged;
+    logged.stack.push(logged.Make("a", 100));
+    logged.stack.beginMacro("m");
+    logged.stack.push(logged.Make("b", 100));
+    logged.stack.push(logged.Make("c", 100));
+    logged.stack.setMemoryLimit(1);
+    QVERIFY(logged.stack.isMacroOpen());
+    logged.stack.push(logged.Make("d", 100));
+    logged.stack.endMacro();
+    QCOMPARE(logged.stack.count(), 1);
+    logged.TakeLog();
+    logged.stack.undo();
+    QCOMPARE(logged.TakeLog().filter("undo"), QStringList({"d undo", "c undo", "b undo"}));
+}
+
+/// What can still be done again is worth as much as what can be undone, and nothing older is left to drop.
+void TestLexoUndoStack::theMemoryLimitLeavesWhatIsUndone()
+{
+    LoggedStack logged;
+    for (const char* name : {"a", "b", "c"})
+        logged.stack.push(logged.Make(name, 100));
+    logged.stack.setIndex(0);
+    logged.stack.setMemoryLimit(1);
+    QCOMPARE(logged.stack.count(), 3);
+    logged.TakeLog();
+    logged.stack.redo();
+    QVERIFY(logged.TakeLog().contains("a redo"));
+    QCOMPARE(logged.stack.index(), 1);
 }
 
 void TestLexoUndoStack::dataIsRefusedWhenThereIsSomeAlready()
