@@ -141,7 +141,9 @@ QCursor FillCanPrivate::GetCursor()
 
 void FillCanPrivate::OnEnter(QEvent*)
 {
-    RefreshCursor();
+    // The hand of a view that is being panned stays; the base shows the cursor afterwards.
+    const IDocumentView* view = GetDocumentView();
+    if (view && !view->IsPanning()) RefreshCursor();
 }
 
 void FillCanPrivate::DocumentViewChangedSlot(IDocumentView*, IDocumentView*)

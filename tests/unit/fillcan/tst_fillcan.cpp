@@ -57,6 +57,7 @@ private slots:
     void aPatternFillsTheMaskWithItsLightness();
     void theTargetShowsInTheCursor();
     void anotherSelectionChangesTheCursor();
+    void theHandStaysWhileTheViewIsPanned();
 
     void aFloatingPieceLandsBeforeTheFill();
     void aSecondClickWaitsForTheFirst();
@@ -346,6 +347,16 @@ void TestFillCan::anotherSelectionChangesTheCursor()
     QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::ForbiddenCursor);
     m_pFixture->SelectLayers({0});
     QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::BitmapCursor);
+}
+
+void TestFillCan::theHandStaysWhileTheViewIsPanned()
+{
+    m_pFixture->Input().MoveInScene(m_pFixture->View(), {3.5, 2.5});
+    m_pFixture->View()->EnablePanning(true);
+    m_pFixture->SelectLayers({});
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::OpenHandCursor);
+    m_pFixture->View()->EnablePanning(false);
+    QCOMPARE(m_pFixture->View()->cursor().shape(), Qt::ForbiddenCursor);
 }
 
 void TestFillCan::aFloatingPieceLandsBeforeTheFill()
