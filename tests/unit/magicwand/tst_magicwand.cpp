@@ -3,7 +3,10 @@
 
 #include "core/ZKToolGroupManager.h"
 #include "document/LXDocumentInterface_p.h"
+#include "document/LXDocumentLayerLockerForWrite.h"
 #include "gui/LToolBoxButton.h"
+#include "gui/LXDocumentManager.h"
+#include "gui/LXMdiArea.h"
 #include "gui/LexoAppKeyHook.h"
 #include "history/LexoCommand.h"
 #include "history/MWSelectionCommandData.h"
@@ -13,8 +16,13 @@
 #include <QCheckBox>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
+#include <QMainWindow>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+
+#include <atomic>
+#include <thread>
 
 // What clicks and drags select, on an 8 by 6 document whose column 4 is black.
 class TestMagicWand : public QObject, private MagicWandFixture
@@ -43,6 +51,11 @@ private slots:
     void subtractingBesideTheSelectionLeavesItAndIsSilent();
     void aFaintResultWarns();
     void aClickOutsideTheCanvasSelectsNothingAndWarns();
+    void aPlaceIsTruncatedTowardZero();
+    void theFillRunsUnderTheWaitCursor();
+    void theLayerIsHeldUntilTheStepIsMade();
+    void warningsHaveOneButtonAndTheMainWindow_data();
+    void warningsHaveOneButtonAndTheMainWindow();
 
     void withoutALayerToCompareAClickDoesNothingUntilTheRelease();
     void aLayerPartlyOutsideIsComparedInDocumentPixels();
@@ -67,6 +80,9 @@ private slots:
     void panningTheViewSelectsNothing();
 
 private:
+    /// A press that only the scene hears of.
+    void SendPress(const QPointF& scenePos, Qt::MouseButton button = Qt::LeftButton);
+
     QByteArray Cursor() { return CursorKey(m_pFixture->View()->cursor()); }
 
     static QByteArray CursorKey(const QCursor& cursor)
@@ -104,6 +120,15 @@ void TestMagicWand::cleanup()
 {
     VERIFY_NOTHING_IS_HELD();
     DropTool();
+}
+
+void TestMagicWand::SendPress(const QPointF& scenePos, Qt::MouseButton button)
+{
+    QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
+    press.setScenePos(scenePos);
+    press.setButton(button);
+    press.setButtons(button);
+    QApplication::sendEvent(m_pFixture->View()->scene(), &press);
 }
 
 void TestMagicWand::aClickSelectsWhatIsLikeTheClickedPixel()
@@ -290,6 +315,90 @@ void TestMagicWand::aClickOutsideTheCanvasSelectsNothingAndWarns()
     QVERIFY(!m_pFixture->Document()->HasSelection());
 }
 
+void TestMagicWand::aPlaceIsTruncatedTowardZero()
+{
+    QCOMPARE(BoxesDuring([&] { SendPress({-0.5, -0.5}); }), QStringList());
+    QCOMPARE(Selection(), Left);
+}
+
+void TestMagicWand::theFillRunsUnderTheWaitCursor()
+{
+    QVector<int> cursors;
+    connect(m_pFixture->Document(), &LXDocumentInterface::SelectionChanged, this, [&cursors] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        cursors.append(cursor ? int(cursor->shape()) : -1);
+    });
+    Press({2.5, 2.5});
+    disconnect(m_pFixture->Document(), nullptr, this, nullptr);
+    QVERIFY(!cursors.isEmpty());
+    QCOMPARE(cursors.count(Qt::WaitCursor), cursors.size());
+    QVERIFY(!QGuiApplication::overrideCursor());
+    Release({2.5, 2.5});
+}
+
+void TestMagicWand::theLayerIsHeldUntilTheStepIsMade()
+{
+    InPanel<QCheckBox>("m_pSampleAllLayers")->setChecked(false);
+    std::atomic_bool written = false;
+    std::thread writer;
+    bool writtenInTheStep = false;
+    const auto pushed = connect(&m_pFixture->History(), &LexoUndoStack::aboutIndexChanged, this, [&] {
+        writer = std::thread([&] {
+            const LXDocumentLayerLockerForWrite locker(m_pFixture->Document(), 1);
+            written = true;
+        });
+        // Time enough for somebody whom nothing holds up.
+        QTest::qSleep(100);
+        writtenInTheStep = written;
+    });
+    Click({2.5, 2.5});
+    disconnect(pushed);
+    QVERIFY(writer.joinable());
+    writer.join();
+    QVERIFY(!writtenInTheStep);
+    QVERIFY(written);
+    QCOMPARE(Selection(), Left);
+}
+
+void TestMagicWand::warningsHaveOneButtonAndTheMainWindow_data()
+{
+    QTest::addColumn<QStringList>("rows");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("nothing") << QStringList() << NoPixels;
+    QTest::newRow("faint") << QStringList("ffffffff") << Faint;
+}
+
+void TestMagicWand::warningsHaveOneButtonAndTheMainWindow()
+{
+    QFETCH(QStringList, rows);
+    QFETCH(QString, told);
+    QMainWindow window;
+    window.setCentralWidget(LXDocumentManager::GetDocumentArea());
+    QCOMPARE(LXMdiArea::MainWindow(), &window);
+    LXMessageBox sample;
+    const QString ok = sample.AddButton(LXMessageBox::Ok)->text();
+
+    if (!rows.isEmpty()) Select(rows);
+    QStringList buttons;
+    QString seen;
+    const QWidget* parent = nullptr;
+    bool isWaiting = true;
+    m_pFixture->Input().WhenModalShows<LXMessageBox>([&](LXMessageBox* box) {
+        for (const QPushButton* button : box->findChildren<QPushButton*>()) {
+            buttons.append(button->text());
+        }
+        seen = box->windowTitle() + ": " + box->GetText();
+        parent = box->parentWidget();
+        isWaiting = QGuiApplication::overrideCursor();
+        box->close();
+    });
+    Click({2.5, 0.5}, Qt::RightButton);
+    QCOMPARE(seen, told);
+    QCOMPARE(buttons, QStringList(ok));
+    QCOMPARE(parent, &window);
+    QVERIFY(!isWaiting);
+}
+
 // ---- which layer
 
 void TestMagicWand::withoutALayerToCompareAClickDoesNothingUntilTheRelease()
@@ -389,12 +498,7 @@ void TestMagicWand::aRightClickPopsAFilledMenuUp()
 
 void TestMagicWand::aMiddlePressEndsInTheSameChecks()
 {
-    QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
-    press.setScenePos({2.5, 2.5});
-    press.setButton(Qt::MiddleButton);
-    press.setButtons(Qt::MiddleButton);
-    QCOMPARE(BoxesDuring([&] { QApplication::sendEvent(m_pFixture->View()->scene(), &press); }),
-             QStringList(NoPixels));
+    QCOMPARE(BoxesDuring([&] { SendPress({2.5, 2.5}, Qt::MiddleButton); }), QStringList(NoPixels));
 }
 
 // ---- drag of the selection
@@ -476,18 +580,11 @@ void TestMagicWand::anotherButtonLeavesADragAlone()
 
 void TestMagicWand::aDragWithoutAnEndIsPutDownByTheNextPress()
 {
-    const auto sendPress = [this](const QPointF& scenePos) {
-        QGraphicsSceneMouseEvent press(QEvent::GraphicsSceneMousePress);
-        press.setScenePos(scenePos);
-        press.setButton(Qt::LeftButton);
-        press.setButtons(Qt::LeftButton);
-        QApplication::sendEvent(m_pFixture->View()->scene(), &press);
-    };
     Select({"##"}, {1, 1});
     Press({1.5, 1.5});
     Move({2.5, 1.5});
     // Somebody took the release, and the left button is pressed anew.
-    sendPress({6.5, 2.5});
+    SendPress({6.5, 2.5});
     QCOMPARE(m_pFixture->History().text(0), QString("Move selection"));
     QCOMPARE(Selection(), Right);
     Release({6.5, 2.5});

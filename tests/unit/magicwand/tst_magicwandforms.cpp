@@ -16,10 +16,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTest>
 #include <QToolButton>
+
+#include <algorithm>
 
 // The option bar, the panel, the keys that change the mode, and the settings.
 class TestMagicWandForms : public QObject, private MagicWandFixture
@@ -32,7 +35,9 @@ private slots:
 
     void theInterfacesAreAnswered();
     void theFormsHaveTheirTitlesAndTexts();
+    void theFormsHaveTheirSizes();
     void theToolBoxButtonStandsForTheTool();
+    void theToolBoxButtonHasTheSecondPlace();
     void comboAndButtonsDriveEachOther_data();
     void comboAndButtonsDriveEachOther();
     void sliderAndSpinBoxAgree();
@@ -42,6 +47,7 @@ private slots:
     void controlCancelsShiftAndAlt();
     void aRepeatedOrStrangeKeyChangesNothing();
     void theModeOfAKeyReachesTheFill();
+    void aKeyHeldAtTheBeginningOfTheTurnWaitsForTheNext();
     void aKeyHeldAtTheEndOfTheTurnIsForgotten();
     void everyModeHasACursorOfItsOwn();
     void theOldCursorComesBack();
@@ -58,6 +64,16 @@ private:
 
 namespace {
 const char* const Buttons[] = {"m_pReplace", "m_pUnite", "m_pSubtract", "m_pIntersect"};
+const char* const ButtonIcons[] = {"theme:add_sel.png", "theme:unite_sel.png", "theme:subtract_sel.png",
+                                   "theme:intersect_sel.png"};
+/// By the rows of the mode combo.
+const char* const Cursors[] = {"theme:magic_ward_cursor.png", "theme:magic_ward_plus_cursor.png",
+                               "theme:magic_ward_minus_cursor.png", "theme:magic_ward_delete_cursor.png"};
+
+QImage Picture(const QIcon& icon)
+{
+    return icon.pixmap(24, 24).toImage();
+}
 } // namespace
 
 void TestMagicWandForms::init()
@@ -93,9 +109,11 @@ void TestMagicWandForms::theFormsHaveTheirTitlesAndTexts()
         QCOMPARE(button->toolTip(), tips[i]);
         QVERIFY(button->isCheckable() && button->autoExclusive());
         QCOMPARE(button->isChecked(), i == 0);
-        QVERIFY(!button->icon().isNull());
+        QCOMPARE(Picture(button->icon()), Picture(ZKIconHelper::DisabledIcon(ButtonIcons[i])));
     }
-    QVERIFY(InBar<QLabel>("m_pPictureLabelMain")->pixmap(Qt::ReturnByValue).width() >= 40);
+    const QIcon wand = ZKIconHelper::DisabledIcon("theme:tool-bar-wand.png");
+    auto* label = InBar<QLabel>("m_pPictureLabelMain");
+    QCOMPARE(label->pixmap(Qt::ReturnByValue).toImage(), wand.pixmap(40, 40).toImage());
     auto* combo = InPanel<QComboBox>("m_pModeCombo");
     QStringList modes;
     for (int i = 0; i < combo->count(); ++i) {
@@ -116,14 +134,67 @@ void TestMagicWandForms::theToolBoxButtonStandsForTheTool()
 {
     auto* button = LToolBoxWidget::GetInstance()->findChild<LToolBoxButton*>();
     QVERIFY(button->isChecked());
-    QCOMPARE(button->defaultAction()->text(), QString("Magic Wand"));
+    const QAction* action = button->defaultAction();
+    QCOMPARE(action->text(), QString("Magic Wand"));
+    QCOMPARE(Picture(action->icon()), Picture(ZKIconHelper::DisabledIcon("theme:tool-bar-wand.png")));
+    QVERIFY(action->isCheckable() && action->isChecked());
     ZKToolGroupManager::Activate(nullptr);
     QVERIFY(!button->isChecked());
     QVERIFY(!m_pTool->IsActive());
     QVERIFY(!LXToolWidgetManager::instance()->GetCurrentWidget());
+    QVERIFY(button->defaultAction()->isChecked());
     emit button->LMousePressed(button);
     QVERIFY(m_pTool->IsActive());
     QCOMPARE(ZKToolGroupManager::GetExplicitAction(), m_pTool->GetActivateAction());
+    ZKToolGroupManager::Activate(nullptr);
+    emit button->RMousePressed(button);
+    QVERIFY(m_pTool->IsActive());
+}
+
+void TestMagicWandForms::theToolBoxButtonHasTheSecondPlace()
+{
+    LToolBoxWidget box;
+    LToolBoxButton second;
+    LToolBoxButton third;
+    box.AddToolButton(&third, 3);
+    box.AddToolButton(&second, 2);
+    m_pTool->SetToolBox(&box);
+    box.resize(40, 400);
+    box.show();
+    QList<LToolBoxButton*> buttons = box.findChildren<LToolBoxButton*>();
+    std::sort(buttons.begin(), buttons.end(),
+              [](const LToolBoxButton* a, const LToolBoxButton* b) { return a->y() < b->y(); });
+    m_pTool->SetToolBox(LToolBoxWidget::GetInstance());
+    // Of equal places the one that came first stands first.
+    QCOMPARE(buttons.size(), 3);
+    QCOMPARE(buttons.indexOf(&second), 0);
+    QCOMPARE(buttons.indexOf(&third), 2);
+}
+
+void TestMagicWandForms::theFormsHaveTheirSizes()
+{
+    const auto sizes = [](const QWidget* widget) {
+        return QVector<QSize>({widget->minimumSize(), widget->maximumSize()});
+    };
+    const int any = QWIDGETSIZE_MAX;
+    QCOMPARE(sizes(InBar<QLabel>("m_pPictureLabelMain")), QVector<QSize>(2, {40, 40}));
+    for (const char* name : Buttons) {
+        QCOMPARE(sizes(InBar<QToolButton>(name)), QVector<QSize>(2, {24, 24}));
+    }
+    for (const char* name : {"frame_3", "frame_4"}) {
+        QCOMPARE(sizes(InBar<QFrame>(name)), QVector<QSize>({{1, 0}, {1, any}}));
+    }
+    QCOMPARE(sizes(InBar<QToolButton>("m_pRefineSelection")), QVector<QSize>({{0, 24}, {any, 24}}));
+
+    QCOMPARE(sizes(InPanel<QComboBox>("m_pModeCombo")), QVector<QSize>({{0, 24}, {any, 22}}));
+    QCOMPARE(InPanel<QSpinBox>("m_pToleranceSpin")->maximumWidth(), 50);
+    for (const char* name : {"m_pModeLabel", "m_pToleranceLabel"}) {
+        QCOMPARE(InPanel<QLabel>(name)->styleSheet(), QString("padding:0px;"));
+    }
+    QVERIFY(InPanel<QFrame>("line"));
+    for (const char* name : {"gridLayout", "m_pParamsLayout", "m_pToleranceLayout"}) {
+        QVERIFY2(InPanel<QLayout>(name), name);
+    }
 }
 
 void TestMagicWandForms::comboAndButtonsDriveEachOther_data()
@@ -154,6 +225,7 @@ void TestMagicWandForms::sliderAndSpinBoxAgree()
     auto* spin = InPanel<QSpinBox>("m_pToleranceSpin");
     QCOMPARE(slider->value(), 32);
     QCOMPARE(spin->value(), 32);
+    QCOMPARE(slider->minimum(), 0);
     QCOMPARE(slider->maximum(), 255);
     QCOMPARE(spin->maximum(), 255);
     slider->setValue(7);
@@ -242,6 +314,20 @@ void TestMagicWandForms::theModeOfAKeyReachesTheFill()
     QCOMPARE(data->GetRedoOp(), SelectionCommandData::Unite);
 }
 
+void TestMagicWandForms::aKeyHeldAtTheBeginningOfTheTurnWaitsForTheNext()
+{
+    ZKToolGroupManager::Activate(nullptr);
+    m_pFixture->Input().HoldModifiers(Qt::ShiftModifier);
+    ZKToolGroupManager::Activate(m_pTool->GetActivateAction());
+    QCOMPARE(Mode(), 0);
+    QCOMPARE(m_pFixture->View()->cursor().pixmap().toImage(),
+             ZKIconHelper::ThemePixmap(Cursors[0]).toImage());
+    SendKey(Qt::Key_X, true);
+    QCOMPARE(Mode(), 1);
+    m_pFixture->Input().HoldModifiers(Qt::NoModifier);
+    QCOMPARE(Mode(), 0);
+}
+
 void TestMagicWandForms::aKeyHeldAtTheEndOfTheTurnIsForgotten()
 {
     SendKey(Qt::Key_Shift, true);
@@ -264,6 +350,7 @@ void TestMagicWandForms::everyModeHasACursorOfItsOwn()
         QCOMPARE(cursor.hotSpot(), QPoint(3, 3));
         const QImage image = cursor.pixmap().toImage();
         QVERIFY(!image.isNull());
+        QCOMPARE(image, ZKIconHelper::ThemePixmap(Cursors[row]).toImage());
         QVERIFY(!images.contains(image));
         images.append(image);
     }

@@ -89,7 +89,9 @@ private slots:
     void rejectingChangesNothing();
     void undoAndRedo();
     void withoutAHistoryTheSelectionIsMade();
+    void aFailureIsToldAndChangesNothing_data();
     void aFailureIsToldAndChangesNothing();
+    void theSelectionIsMadeUnderTheWaitCursor();
 
     void keysReachTheDialogFromThePicture();
     void keysInTheDialogAreItsOwn();
@@ -567,8 +569,21 @@ void TestColorRangeSelect::withoutAHistoryTheSelectionIsMade()
     m_pTool->SetDocumentView(nullptr);
 }
 
+void TestColorRangeSelect::aFailureIsToldAndChangesNothing_data()
+{
+    QTest::addColumn<FaultSeams::Seam>("seam");
+    QTest::addColumn<QString>("report");
+    const QString place("line=\\d+, file=\"src/selectionmenu/ColorRangeSelect_p\"");
+    QTest::newRow("memory") << FaultSeams::Seam::TileAllocation
+                            << "Unexpected exception: " + place + "\\. Exception content:";
+    QTest::newRow("anything else") << FaultSeams::Seam::StrangeTileAllocation
+                                   << "Unexpected unknown exception: " + place + "$";
+}
+
 void TestColorRangeSelect::aFailureIsToldAndChangesNothing()
 {
+    QFETCH(FaultSeams::Seam, seam);
+    QFETCH(QString, report);
     Start();
     Click({25, 5});
     WaitForJobs();
@@ -577,15 +592,29 @@ void TestColorRangeSelect::aFailureIsToldAndChangesNothing()
         shown = QStringList{box->windowTitle(), box->GetText()};
         box->close();
     });
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected exception: line=\\d+, "
-                                                        "file=\"src/selectionmenu/ColorRangeSelect_p\"\\. "
-                                                        "Exception content:"));
-    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(report));
+    FaultSeams::FailNth(seam, 1);
     Dialog()->Accept();
     QCOMPARE(shown,
              QStringList({"Operation error", "Cannot select the color range. Unexpected error occurred."}));
     QVERIFY(!m_pFixture->Document()->HasSelection());
     QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestColorRangeSelect::theSelectionIsMadeUnderTheWaitCursor()
+{
+    Start();
+    Click({25, 5});
+    WaitForJobs();
+    QVector<int> cursors;
+    connect(m_pFixture->Document(), &LXDocumentInterface::SelectionChanged, this, [&cursors] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        cursors.append(cursor ? int(cursor->shape()) : -1);
+    });
+    Dialog()->Accept();
+    disconnect(m_pFixture->Document(), nullptr, this, nullptr);
+    QVERIFY(!cursors.isEmpty());
+    QCOMPARE(cursors.count(Qt::WaitCursor), cursors.size());
 }
 
 void TestColorRangeSelect::keysReachTheDialogFromThePicture()

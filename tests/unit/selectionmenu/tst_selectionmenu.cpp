@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QTest>
 
+Q_DECLARE_METATYPE(FaultSeams::Seam)
+
 namespace {
 const QStringList SelectionEntries{"Select all", "Deselect", "Invert selection", "Arrange Selection"};
 const QStringList AlignmentTexts{"Center",      "Horizontal center", "Vertical center", "Align left",
@@ -89,7 +91,9 @@ private slots:
 
     void aCommandWithoutAViewIsReported();
     void aLockOfAViewWithoutAWidgetIsReported();
+    void aFailureIsReportedAndRestoresTheCursor_data();
     void aFailureIsReportedAndRestoresTheCursor();
+    void workIsDoneUnderTheWaitCursor();
     void withoutAHistoryTheCommandRuns();
 
 private:
@@ -283,11 +287,12 @@ void TestSelectionMenu::alignmentsMoveTheSelectionAlone_data()
     QTest::addColumn<QPoint>("topLeft");
     QTest::addColumn<QString>("text");
 
-    // A box of 5 x 7 on 64 x 48: (63 / 2, 47 / 2) - ((10 + 14) / 2, (20 + 26) / 2) = (31 - 12, 23 - 23).
+    // A box of 5 x 7 on 64 x 48: (63 / 2, 47 / 2) - ((10 + 14) / 2, (18 + 24) / 2) = (31 - 12, 23 - 21).
     QTest::newRow("Center") << QPoint(29, 20) << "Align center";
-    QTest::newRow("Horizontal center") << QPoint(29, 20) << "Horizontal center";
-    QTest::newRow("Align left") << QPoint(0, 20) << "Align left";
-    QTest::newRow("Align right") << QPoint(59, 20) << "Align right";
+    QTest::newRow("Horizontal center") << QPoint(29, 18) << "Horizontal center";
+    QTest::newRow("Vertical center") << QPoint(10, 20) << "Vertical center";
+    QTest::newRow("Align left") << QPoint(0, 18) << "Align left";
+    QTest::newRow("Align right") << QPoint(59, 18) << "Align right";
     QTest::newRow("Align top") << QPoint(10, 0) << "Align top";
     QTest::newRow("Align bottom") << QPoint(10, 41) << "Align bottom";
 }
@@ -296,7 +301,7 @@ void TestSelectionMenu::alignmentsMoveTheSelectionAlone()
 {
     QFETCH(QPoint, topLeft);
     QFETCH(QString, text);
-    Select({10, 20, 5, 7}, 130);
+    Select({10, 18, 5, 7}, 130);
     Trigger(QTest::currentDataTag());
     QCOMPARE(Read(m_pFixture->Document()),
              (Selection{QRect(topLeft, QSize(5, 7)), QVector<int>(5 * 7, 130)}));
@@ -443,19 +448,48 @@ void TestSelectionMenu::aCommandWithoutAViewIsReported()
     }
 }
 
+void TestSelectionMenu::aFailureIsReportedAndRestoresTheCursor_data()
+{
+    QTest::addColumn<FaultSeams::Seam>("seam");
+    QTest::addColumn<QString>("report");
+    const QString place("line=\\d+, file=\"src/selectionmenu/SelectMenuTool_p\"");
+    QTest::newRow("memory") << FaultSeams::Seam::TileAllocation
+                            << "Unexpected exception: " + place + "\\. Exception content:";
+    QTest::newRow("anything else") << FaultSeams::Seam::StrangeTileAllocation
+                                   << "Unexpected unknown exception: " + place + "$";
+}
+
 void TestSelectionMenu::aFailureIsReportedAndRestoresTheCursor()
 {
+    QFETCH(FaultSeams::Seam, seam);
+    QFETCH(QString, report);
     Select({1, 1, 4, 4}, 50);
     const Selection before = Read(m_pFixture->Document());
-    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
-    QTest::ignoreMessage(QtDebugMsg, QRegularExpression("Unexpected exception: line=\\d+, "
-                                                        "file=\"src/selectionmenu/SelectMenuTool_p\"\\. "
-                                                        "Exception content:"));
+    FaultSeams::FailNth(seam, 1);
+    QTest::ignoreMessage(QtDebugMsg, QRegularExpression(report));
     Trigger("Invert selection");
     FaultSeams::Reset();
     QVERIFY(!QGuiApplication::overrideCursor());
     QCOMPARE(Read(m_pFixture->Document()), before);
     QCOMPARE(HistoryTexts(), QStringList());
+}
+
+void TestSelectionMenu::workIsDoneUnderTheWaitCursor()
+{
+    QVector<int> cursors;
+    const auto note = [&cursors] {
+        const QCursor* cursor = QGuiApplication::overrideCursor();
+        cursors.append(cursor ? int(cursor->shape()) : -1);
+    };
+    connect(m_pFixture->Document(), &LXDocumentInterface::SelectionChanged, this, note);
+    for (const char* entry : {"Select all", "Align right", "Invert selection", "Deselect"}) {
+        Select({5, 6, 7, 8});
+        cursors.clear();
+        Trigger(entry);
+        QVERIFY2(!cursors.isEmpty() && cursors.count(Qt::WaitCursor) == cursors.size(), entry);
+        QVERIFY2(!QGuiApplication::overrideCursor(), entry);
+    }
+    disconnect(m_pFixture->Document(), nullptr, this, nullptr);
 }
 
 void TestSelectionMenu::withoutAHistoryTheCommandRuns()

@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QTest>
 
 namespace {
@@ -86,6 +87,7 @@ private slots:
     void cleanup();
 
     void startingTakesTheGroupAndBlocksTheEditor();
+    void theDialogComesToTheFrontWithTheFocus();
     void startingTwiceOpensOneDialog();
     void aRefusalOfTheOutgoingToolOpensNothing();
     void withoutAViewTheToolIsActiveButNoDialogStands();
@@ -146,6 +148,30 @@ void TestDialogViewTool::startingTakesTheGroupAndBlocksTheEditor()
     QVERIFY(m_pFixture->View()->IsPathOrderBlocked());
     QVERIFY(m_pFixture->View()->IsStylizationBlocked());
     QVERIFY(!m_pToolBox->isEnabled());
+}
+
+void TestDialogViewTool::theDialogComesToTheFrontWithTheFocus()
+{
+    struct Listener : QObject
+    {
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            const auto* dialog = static_cast<const QWidget*>(watched);
+            if (event->type() == QEvent::ZOrderChange && dialog->isVisible()) hasBeenRaised = true;
+            return false;
+        }
+
+        bool hasBeenRaised = false;
+    };
+
+    // It would get the focus of a dialog that is only shown.
+    auto* field = new QLineEdit(&m_pTool->dialog);
+    Listener listener;
+    m_pTool->dialog.installEventFilter(&listener);
+    Start();
+    QVERIFY(listener.hasBeenRaised);
+    QVERIFY(!field->hasFocus());
+    QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(&m_pTool->dialog));
 }
 
 void TestDialogViewTool::startingTwiceOpensOneDialog()

@@ -3,6 +3,7 @@
 
 #include "support/TestRegistry.h"
 #include "support/ViewFixture.h"
+#include "utils/FaultSeams.h"
 
 #include <QAction>
 #include <QMenu>
@@ -51,6 +52,7 @@ private slots:
     void accessorsFollowTheView();
     void theDocumentLockIsTakenOnce();
     void anExternallyUnlockedDocumentIsReported();
+    void aFailedUnlockIsReportedAndKept();
     void theViewLockKeepsOthersOut();
     void anExternallyUnlockedViewIsReported();
     void locksWithoutAViewAreRefused();
@@ -164,6 +166,20 @@ void TestMenuModalTool::anExternallyUnlockedDocumentIsReported()
     fixture.Document()->Unlock();
     ExpectReport("Document externally unlocked\\.");
     QVERIFY(tool.UnlockDocument());
+}
+
+void TestMenuModalTool::aFailedUnlockIsReportedAndKept()
+{
+    ViewFixture fixture;
+    MenuTool tool;
+    tool.SetDocumentView(&fixture.ToolView());
+    QVERIFY(tool.LockDocument());
+    FaultSeams::FailNth(FaultSeams::Seam::DocumentUnlock, 1);
+    ExpectReport("Document unlock failed\\.");
+    QVERIFY(!tool.UnlockDocument());
+    QVERIFY(fixture.Document()->GetLockState());
+    QVERIFY(tool.UnlockDocument());
+    QVERIFY(!fixture.Document()->GetLockState());
 }
 
 void TestMenuModalTool::theViewLockKeepsOthersOut()

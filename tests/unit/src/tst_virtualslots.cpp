@@ -4,6 +4,8 @@
 #include "IDocumentViewTool.h"
 #include "IMainMenuActionList.h"
 #include "ITool.h"
+#include "LXDialogViewToolBase.h"
+#include "LXMenuModalToolBase.h"
 #include "LXViewToolBase.h"
 #include "ZKOldToolContainer.h"
 
@@ -31,9 +33,12 @@ private slots:
     void pluginContract();
     void toolContainer();
     void viewToolBase();
+    void dialogToolBase();
+    void menuToolBase();
     void commandsAndTheirData();
     void signalsAndSlotsOfTheViewToolBase();
     void slotsOfTheToolContainer();
+    void signalsAndSlotsOfDialogAndMenuTools();
 };
 
 namespace {
@@ -85,6 +90,16 @@ struct ViewToolSlots : LXViewToolBase
                        &Tool::GetToolBoxButton, &Tool::GetToolBoxPosition, &Tool::UpdateToolUi,
                        &Tool::OnToolBoxButtonPressed, &Tool::CreateToolBar, &Tool::CreateToolBoxButton,
                        &Tool::CreateToolWidget, &Tool::GetCursor, &Tool::AllowDeactivate);
+    }
+};
+
+struct DialogToolSlots : LXDialogViewToolBase
+{
+    static QList<int> All()
+    {
+        using Tool = DialogToolSlots;
+        return SlotsOf(&Tool::CreateDialog, &Tool::DialogStarted, &Tool::DialogFinished,
+                       &Tool::DialogAccepted, &Tool::DialogRejected);
     }
 };
 
@@ -140,6 +155,19 @@ void TestVirtualSlots::viewToolBase()
     QCOMPARE(ViewToolSlots::All(), Rising(ObjectSlots::Behind(), 28));
 }
 
+void TestVirtualSlots::dialogToolBase()
+{
+    QCOMPARE(DialogToolSlots::All(), Rising(ViewToolSlots::All().last() + 1, 5));
+}
+
+void TestVirtualSlots::menuToolBase()
+{
+    using Tool = LXMenuModalToolBase;
+    QCOMPARE(
+        SlotsOf(&Tool::GetMenuActions, &Tool::GetToolBarActions, &Tool::GetMainMenuEntries, &Tool::Update),
+        Rising(ObjectSlots::Behind(), 4));
+}
+
 void TestVirtualSlots::commandsAndTheirData()
 {
     QCOMPARE(SlotsOf(&LexoCommand::BeginTransaction, &LexoCommand::EndTransaction, &LexoCommand::RedoExecute,
@@ -169,6 +197,14 @@ void TestVirtualSlots::slotsOfTheToolContainer()
     QCOMPARE(MethodNames(ZKOldToolContainer::staticMetaObject, QMetaMethod::Slot),
              QByteArrayList({"OnDocumentActivated", "OnDocumentLocked", "OnDocumentUnlocked",
                              "OnDocumentStateChanged"}));
+}
+
+void TestVirtualSlots::signalsAndSlotsOfDialogAndMenuTools()
+{
+    QCOMPARE(MethodNames(LXDialogViewToolBase::staticMetaObject, QMetaMethod::Slot),
+             QByteArrayList({"OnAccepted", "OnRejected"}));
+    QCOMPARE(MethodNames(LXMenuModalToolBase::staticMetaObject, QMetaMethod::Signal),
+             QByteArrayList({"DocumentViewChanged", "DocumentViewChange"}));
 }
 
 ZK_REGISTER_TEST(tst_virtualslots, TestVirtualSlots)
