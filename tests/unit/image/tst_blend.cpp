@@ -68,6 +68,8 @@ private slots:
     void grayIntoAMaskThroughASelectionTruncatesTwice();
     void halfStrengthReplaceMixesByAlpha();
     void pixelsWithoutASourceStay();
+    void farOutBlendingIsThatOfTheTwin_data();
+    void farOutBlendingIsThatOfTheTwin();
     void outsideTheMaskTheStrengthIsZero();
 
     void emptyRectanglesWriteNothing();
@@ -309,6 +311,31 @@ void TestBlend::pixelsWithoutASourceStay()
         QCOMPARE(image.GetColor(0, 0).value, 0xFF0000FFu);
         QCOMPARE(image.GetColor(1, 0).value, 0x000000FFu);
         QCOMPARE(image.GetColor(2, 0).value, 0xFF0000FFu);
+    }
+}
+
+void TestBlend::farOutBlendingIsThatOfTheTwin_data()
+{
+    QTest::addColumn<QRect>("from");
+    QTest::addColumn<QRect>("to");
+    QTest::newRow("to the left end") << QRect(0, 0, 30000, 20) << QRect(-29901, -3, 30000, 20);
+    QTest::newRow("to the right end") << QRect(0, 0, 30000, 20) << QRect(29871, 5, 30000, 20);
+    QTest::newRow("end to end") << QRect(29900, 0, 400, 20) << QRect(29890, -7, 400, 20);
+}
+
+void TestBlend::farOutBlendingIsThatOfTheTwin()
+{
+    QFETCH(QRect, from);
+    QFETCH(QRect, to);
+    const PlainImage src = TestImages::Random(30000, 20, m_Random);
+    const PlainImage dst = TestImages::Random(30000, 20, m_Random);
+    const LXImage32 source = TestImages::ToTiles(src);
+    for (const unsigned int mode : {0u, 3u}) {
+        PlainImage expected = dst;
+        BlendTwin::Blend(src, from, mode, expected, to, 0.7, false);
+        LXImage32 actual = TestImages::ToTiles(dst);
+        BlendOn(source, from, mode, actual, to, 0.7, false);
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(actual), expected), QString());
     }
 }
 

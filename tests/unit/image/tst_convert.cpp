@@ -32,6 +32,8 @@ private slots:
     void stretchingKeepsEdgesOpaque();
     void stretchingMixesNeighbours();
     void originShiftsThePart();
+    void farOutPartsAreThoseOfTheTwin_data();
+    void farOutPartsAreThoseOfTheTwin();
     void outsideIsTransparent();
     void premultipliedTargetsAreServed();
     void anyScaleKeepsAPlainColor_data();
@@ -127,9 +129,9 @@ void TestConvert::scalingAveragesOrMixesAsTheTwin()
 {
     QFETCH(double, scale);
     std::mt19937 random(4);
-    const PlainImage source = TestImages::Random(140, 20, random);
+    const PlainImage source = TestImages::Random(140, 300, random);
     const QSize size(std::min(330, static_cast<int>(140 * scale)),
-                     std::min(150, static_cast<int>(20 * scale)));
+                     std::min(330, static_cast<int>(300 * scale)));
     const QImage scaled = Scaled(TestImages::ToTiles(source), QPointF(0, 0), scale, size);
     PlainImage actual(size.width(), size.height());
     for (int y = 0; y < size.height(); ++y) {
@@ -206,6 +208,42 @@ void TestConvert::originShiftsThePart()
     image.SetColor(200, 150, LXRGBA32i(0xFF112233));
     QCOMPARE(Scaled(image, QPointF(198, 149), 1.0, QSize(4, 4)).pixel(2, 1), 0xFF112233u);
     QCOMPARE(Scaled(image, QPointF(198, 149), 1.0, QSize(4, 4)).pixel(1, 1), 0u);
+}
+
+void TestConvert::farOutPartsAreThoseOfTheTwin_data()
+{
+    QTest::addColumn<double>("scale");
+    for (const double scale : {0.31, 1.0, 1.7}) {
+        QTest::addRow("%g", scale) << scale;
+    }
+}
+
+/// Where a float would know the place to some hundredths of a pixel.
+void TestConvert::farOutPartsAreThoseOfTheTwin()
+{
+    QFETCH(double, scale);
+    std::mt19937 random(7);
+    constexpr int first = 28928; // of the noise: a whole number of tiles
+    const PlainImage end = TestImages::Random(30000 - first, 40, random);
+    LXImage32 tiles(30000, 40);
+    const LXImage32 endTiles = TestImages::ToTiles(end);
+    for (int column = 0; column < static_cast<int>(endTiles.m_TilesX); ++column) {
+        tiles.TileAt(first / 128 + column, 0) = endTiles.TileAt(column, 0);
+    }
+    const QPointF origin(29000.5, 0.25);
+    const QSize size(300, std::min(30, static_cast<int>(39 * scale)));
+    const QImage scaled = Scaled(tiles, origin, scale, size);
+    PlainImage actual(size.width(), size.height());
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            actual.At(x, y) = LXRGBA32i(scaled.pixel(x, y));
+        }
+    }
+    const QTransform transform =
+        QTransform::fromTranslate(first - origin.x(), -origin.y()) * QTransform::fromScale(scale, scale);
+    const PlainImage expected =
+        TransformTwin::Transformed(end, transform, size, TransformTwin::Method::Linear);
+    QVERIFY(TransformTwin::LargestDifference(actual, expected) <= 1);
 }
 
 void TestConvert::outsideIsTransparent()

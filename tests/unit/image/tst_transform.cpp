@@ -1,4 +1,5 @@
 #include "image/AxisScaler.h"
+#include "image/LXBlend.h"
 #include "image/LXImage.h"
 #include "image/LXTransform.h"
 #include "image/ResampleTaps.h"
@@ -10,6 +11,7 @@
 #include <QTest>
 #include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -103,6 +105,10 @@ private slots:
     void greatAndSmallNumbersMakeTheSamePicture();
     void resultsAreThoseOfTheTwin_data();
     void resultsAreThoseOfTheTwin();
+    void picturesOfManyTilesAreThoseOfTheTwin_data();
+    void picturesOfManyTilesAreThoseOfTheTwin();
+    void farOutResultsAreThoseOfTheTwin_data();
+    void farOutResultsAreThoseOfTheTwin();
 
     void theClipIsHonoured();
     void aClipOutsideWritesNothing();
@@ -531,6 +537,89 @@ void TestTransform::resultsAreThoseOfTheTwin()
         QVERIFY2(TransformTwin::LargestDifference(result, expected) <= 1,
                  qPrintable(TestImages::Difference(result, expected)));
     }
+}
+
+void TestTransform::picturesOfManyTilesAreThoseOfTheTwin_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<double>("scale");
+    for (int index = 0; index < 3; ++index) {
+        for (const double scale : {0.083, 0.3, 0.7, 1.4}) {
+            QTest::addRow("%s %g", Functions[index].name, scale) << index << scale;
+        }
+    }
+}
+
+/// So large that the tiles that a target's tile reads don't all stay at hand, and turned.
+void TestTransform::picturesOfManyTilesAreThoseOfTheTwin()
+{
+    QFETCH(int, index);
+    QFETCH(double, scale);
+    std::mt19937 random(12);
+    const PlainImage source = TestImages::Random(1500, 1400, random);
+    const QTransform transform =
+        QTransform().translate(64.013, 64.021).rotate(12).scale(scale, scale).translate(-750, -700);
+    const QRect part(20, 30, 100, 70);
+    LXImage32 target(140, 130);
+    QVERIFY(Functions[index].function(TestImages::ToTiles(source), transform, target, part));
+    const PlainImage result = TestImages::ToPlain(CopyPart(target, part));
+    const PlainImage expected = TransformTwin::Part(source, transform, part, Functions[index].method);
+    const int allowed = Functions[index].method == Method::Nearest ? 0 : 1;
+    QVERIFY2(TransformTwin::LargestDifference(result, expected) <= allowed,
+             qPrintable(TestImages::Difference(result, expected)));
+}
+
+void TestTransform::farOutResultsAreThoseOfTheTwin_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QTransform>("transform");
+    QTest::addColumn<int>("left");
+    const QTransform turned = QTransform().rotate(0.3).translate(0, -150);
+    const QTransform tilted = QTransform(1, 0, 1e-7, 0, 1, 1e-6, 0, 0, 1);
+    const QTransform shifted = QTransform::fromTranslate(0.37, 0.61);
+    const QTransform shrunk = QTransform::fromScale(0.97, 0.83);
+    for (int index = 0; index < 3; ++index) {
+        const char* const name = Functions[index].name;
+        QTest::addRow("%s, turned", name) << index << turned << 29800;
+        QTest::addRow("%s, in perspective", name) << index << turned * tilted << 29710;
+        QTest::addRow("%s, shifted", name) << index << shifted << 29800;
+        QTest::addRow("%s, shrunk", name) << index << shrunk << 28900;
+    }
+}
+
+/// At the end of a long source, where a float would know the place to some hundredths of a pixel.
+void TestTransform::farOutResultsAreThoseOfTheTwin()
+{
+    QFETCH(int, index);
+    QFETCH(QTransform, transform);
+    QFETCH(int, left);
+    constexpr int width = 30000;
+    constexpr int height = 300;
+    constexpr int noise = 29696; // from there on
+    std::mt19937 random(9);
+    const PlainImage end = TestImages::Random(width - noise, height, random);
+    PlainImage source(width, height);
+    LXImage32 tiles(width, height);
+    const LXImage32 endTiles = TestImages::ToTiles(end);
+    for (int row = 0; row < static_cast<int>(endTiles.m_TilesY); ++row) {
+        for (int column = 0; column < static_cast<int>(endTiles.m_TilesX); ++column) {
+            tiles.TileAt(noise / TileWalk::TileSide + column, row) = endTiles.TileAt(column, row);
+        }
+    }
+    for (int y = 0; y < height; ++y) {
+        std::copy_n(&end.pixels[end.Index(0, y)], end.width, &source.pixels[source.Index(noise, y)]);
+    }
+
+    const QRect part(left, 100, 100, 100);
+    LXImage32 target(width, height);
+    QVERIFY(Functions[index].function(tiles, transform, target, part));
+    const PlainImage result = TestImages::ToPlain(CopyPart(target, part));
+    const PlainImage expected = TransformTwin::Part(source, transform, part, Functions[index].method);
+    QVERIFY(std::count_if(expected.pixels.begin(), expected.pixels.end(),
+                          [](LXRGBA32i pixel) { return pixel.Alpha() != 0; }) > 5000);
+    const int allowed = Functions[index].method == Method::Nearest ? 0 : 1;
+    QVERIFY2(TransformTwin::LargestDifference(result, expected) <= allowed,
+             qPrintable(TestImages::Difference(result, expected)));
 }
 
 void TestTransform::theClipIsHonoured()
