@@ -1,9 +1,12 @@
 #include "app/BatchRun.h"
 
+#include "image/SwapPlace.h"
+
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
+#include <QProcessEnvironment>
 
 #include <sys/prctl.h>
 #include <unistd.h>
@@ -24,6 +27,14 @@ public:
 protected:
     void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 };
+
+/// Each takes its part of the machine's memory alone.
+QProcessEnvironment SharedEnvironment(int sharers)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(SharersVariable), QString::number(sharers));
+    return environment;
+}
 
 void Write(std::FILE* stream, const QByteArray& bytes)
 {
@@ -80,6 +91,7 @@ void BatchRun::Start(int index)
 
     auto* process = new ScriptProcess(this);
     process->setInputChannelMode(QProcess::ManagedInputChannel);
+    process->setProcessEnvironment(SharedEnvironment(qMin(m_Line.jobs, m_Line.files.size())));
     connect(process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [=](int code, QProcess::ExitStatus status) {
                 QString failure;

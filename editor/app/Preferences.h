@@ -16,7 +16,8 @@ struct ZK_EDITOR_EXPORT Preferences
     static constexpr double LeastScale = 1.0;
     static constexpr double MostScale = 2.0;
 
-    int memoryMegabytes = 0;  ///< of all pictures, before tiles go to the disk; 0 for half of the machine's
+    int memoryMegabytes =
+        0; ///< of all pictures, before tiles go to the disk; 0 for what the program takes by itself
     int undoSteps = 200;      ///< of each picture; 0 for no limit
     int undoMegabytes = 2048; ///< of each picture's history; 0 for no limit
     Theme::Look look = Theme::Look::Dark;

@@ -1,5 +1,6 @@
 #include "image/LXTileManager.h"
 
+#include "image/SwapPlace.h"
 #include "image/TileStore.h"
 
 #include <QDir>
@@ -29,16 +30,21 @@ qint64 AvailableMemory()
     return 0;
 }
 
-/// Leaves a quarter to others, and to what isn't tiles.
-qint64 FirstBudget()
+/// How many programs like this one use the machine at the same time.
+int Sharers()
 {
-    constexpr qint64 least = qint64(1) << 30;
-    return std::max(least, AvailableMemory() / 4 * 3);
+    return std::max(1, qEnvironmentVariableIntValue(SharersVariable));
 }
+
+std::string SwapFolder()
+{
+    return ChooseSwapFolder({QDir::tempPath().toStdString(), "/var/tmp"}, LiesInMemory);
+}
+
 } // namespace
 
 LXTileManager::LXTileManager()
-    : m_Store(std::make_unique<TileStore>(FirstBudget(), QDir::tempPath().toStdString()))
+    : m_Store(std::make_unique<TileStore>(FirstTileBudget(AvailableMemory(), Sharers()), SwapFolder()))
 {
     s_pStore = m_Store.get();
 }

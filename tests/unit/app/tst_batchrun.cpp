@@ -12,6 +12,7 @@ class TestBatchRun : public QObject
 
 private slots:
     void theProcessGetsScriptAndFile();
+    void processesShareTheMemory();
     void aCrashIsAFailure();
     void aProgramThatDoesNotStartIsAFailureForEachFile();
     void noMoreProcessesRunThanJobs();
@@ -69,6 +70,18 @@ void TestBatchRun::theProcessGetsScriptAndFile()
     QCOMPARE(words.split('\n', Qt::SkipEmptyParts),
              (QStringList{"--headless", "--script", batch.line.script, "--failure-pictures", "/pictures/b c",
                           "--timeout", "1.5", "--", "b c", "out", "-x"}));
+}
+
+void TestBatchRun::processesShareTheMemory()
+{
+    Batch batch("echo $ZENKARI_SHARERS >> sharers");
+    batch.line.jobs = 2;
+    QCOMPARE(batch.Run(), 0);
+    QCOMPARE(batch.Read("sharers"), QByteArray("2\n2\n2\n"));
+    // Never more than run at the same time.
+    batch.line.jobs = 8;
+    QCOMPARE(batch.Run(), 0);
+    QCOMPARE(batch.Read("sharers"), QByteArray("2\n2\n2\n3\n3\n3\n"));
 }
 
 void TestBatchRun::aCrashIsAFailure()
