@@ -24,6 +24,8 @@ private slots:
     void anEmptyListMatchesNothing();
     void theMaskIsTheMatchTestPixelByPixel_data();
     void theMaskIsTheMatchTestPixelByPixel();
+    void manyColorsAreAllLookedFor_data();
+    void manyColorsAreAllLookedFor();
     void tilesWithoutAMatchStayShared();
     void thePreviewSamplesMiddles();
     void aSmallPictureIsNotEnlarged();
@@ -95,6 +97,39 @@ void TestColorRange::theMaskIsTheMatchTestPixelByPixel()
     for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
         if (range.Matches(picture.pixels[i])) expected.pixels[i] = LXRGBA32i(0xFF000000U);
     }
+    const QString difference = TestImages::Difference(
+        TestImages::ToPlain(MakeColorRangeMask(TestImages::ToTiles(picture), range)), expected);
+    QVERIFY2(difference.isEmpty(), qUtf8Printable(difference));
+}
+
+void TestColorRange::manyColorsAreAllLookedFor_data()
+{
+    QTest::addColumn<int>("colors");
+    QTest::addColumn<int>("tolerance");
+    // Around the ends of machine words.
+    for (const int colors : {1, 63, 64, 65, 128, 129, 256}) {
+        for (const int tolerance : {0, 12, 255}) {
+            QTest::addRow("%d colors within %d", colors, tolerance) << colors << tolerance;
+        }
+    }
+}
+
+void TestColorRange::manyColorsAreAllLookedFor()
+{
+    QFETCH(int, colors);
+    QFETCH(int, tolerance);
+    std::mt19937 random(11);
+    const PlainImage picture = TestImages::Random(140, 40, random);
+    ColorRange range{{}, tolerance};
+    for (int i = 0; i < colors; ++i) {
+        // One for each pixel from the first on, and the last one for the last pixel.
+        range.colors.push_back(i + 1 < colors ? picture.pixels[i] : picture.pixels.back());
+    }
+    PlainImage expected(140, 40);
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+        if (range.Matches(picture.pixels[i])) expected.pixels[i] = LXRGBA32i(0xFF000000U);
+    }
+    QVERIFY(expected.pixels.back().value != 0);
     const QString difference = TestImages::Difference(
         TestImages::ToPlain(MakeColorRangeMask(TestImages::ToTiles(picture), range)), expected);
     QVERIFY2(difference.isEmpty(), qUtf8Printable(difference));
