@@ -12,6 +12,7 @@
 #include "guicore/LXMessageBox.h"
 #include "history/ChannelCommands.h"
 #include "history/LexoCommand.h"
+#include "image/LXTileExceptions.h"
 
 #include <QAction>
 #include <QMenu>
@@ -93,9 +94,18 @@ void ChannelMenu::Load()
         target.Push(std::unique_ptr<LexoCommand>(
             ChannelCommands::Load(target.Get(), dialog.GetRow(), dialog.GetOperation())));
     } catch (const std::bad_alloc&) {
-        LXMessageBox::Warning(m_pWindow, tr("Load selection"),
-                              tr("There is not enough memory to combine the selections."), LXMessageBox::Ok);
+        TellMissingMemory();
+    } catch (const LXTMSwapError&) {
+        TellMissingMemory();
+    } catch (const LXTMSwapFileError&) {
+        TellMissingMemory();
     }
+}
+
+void ChannelMenu::TellMissingMemory()
+{
+    LXMessageBox::Warning(m_pWindow, tr("Load selection"),
+                          tr("There is not enough memory to combine the selections."), LXMessageBox::Ok);
 }
 
 void ChannelMenu::Delete(int row)

@@ -25,6 +25,7 @@ private:
     void Follow(ZKDocumentView* view);
     void Save();
     void Load();
+    void TellMissingMemory();
     void Delete(int row);
     void ListChannels();
     void UpdateActions();
