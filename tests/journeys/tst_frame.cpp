@@ -2,8 +2,12 @@
 #include "app/Editor.h"
 #include "app/MainWindow.h"
 #include "core/ZKApplication.h"
+#include "document/LXDocumentInterface.h"
+#include "gui/LXMdiArea.h"
 #include "gui/LayersWidget.h"
+#include "gui/ZKDocumentView.h"
 #include "history/LexoUndoStack.h"
+#include "image/LXImage.h"
 #include "image/LXTileManager.h"
 #include "resource/Theme.h"
 #include "scripting/InputDriver.h"
@@ -38,6 +42,8 @@ private slots:
     void theWindowMenuGoesToAPanel();
     void theFullScreenIsToldByItsEntry();
     void theZoomMenuZooms();
+    void theTintOfItsEntryIsOnEveryView();
+    void theTintIsKeptForTheNextStart();
     void aboutTellsTheVersions();
 };
 
@@ -45,6 +51,21 @@ namespace {
 QAction* ActionNamed(const EditorFixture& editor, const char* name)
 {
     return editor.Window()->findChild<QAction*>(name);
+}
+
+void Select(const EditorFixture& editor)
+{
+    LXImage32 mask(5, 5);
+    mask.Fill(LXRGBA32i(0xFF000000));
+    editor.Document()->SetSelectionMask(mask, QPoint(2, 2));
+}
+
+/// Whether the active view shows a white picture with a selection in another color where nothing is selected.
+bool IsTinted(const EditorFixture& editor)
+{
+    const QPoint unselected = InputDriver::ViewPoint(editor.View(), QPointF(15.5, 15.5));
+    const QImage shown = editor.View()->viewport()->grab().toImage();
+    return shown.pixelColor(unselected) != QColor(Qt::white);
 }
 
 /// Opens the preferences, changes controls and presses the button.
@@ -237,6 +258,44 @@ void TestFrame::theZoomMenuZooms()
     QTRY_COMPARE(zoom->text(), QString("400 %"));
     editor.Files()->Close(editor.Document());
     QVERIFY(!zoom->isEnabled());
+}
+
+void TestFrame::theTintOfItsEntryIsOnEveryView()
+{
+    EditorFixture editor(30, 20);
+    Select(editor);
+    const ZKDocumentView* first = editor.View();
+    QAction* tint = ActionNamed(editor, "tintUnselectedAction");
+    QVERIFY(!IsTinted(editor));
+    tint->trigger();
+    QVERIFY(IsTinted(editor));
+
+    QVERIFY(editor.Files()->New(QSize(20, 20), Qt::white));
+    Select(editor);
+    QVERIFY(editor.View() != first);
+    QVERIFY(IsTinted(editor));
+    tint->trigger();
+    QVERIFY(!IsTinted(editor));
+
+    // The other one follows when it is looked at again.
+    editor.Window()->GetDocumentArea()->activatePreviousSubWindow();
+    QCOMPARE(editor.View(), first);
+    QVERIFY(!IsTinted(editor));
+    editor.Settle();
+}
+
+void TestFrame::theTintIsKeptForTheNextStart()
+{
+    EditorFixture editor(30, 20);
+    for (const bool shown : {true, false}) {
+        ActionNamed(editor, "tintUnselectedAction")->trigger();
+        editor.GetEditor().Shutdown();
+        QVERIFY(editor.GetEditor().Start());
+        QCOMPARE(ActionNamed(editor, "tintUnselectedAction")->isChecked(), shown);
+        QVERIFY(editor.Files()->New(QSize(20, 20), Qt::white));
+        Select(editor);
+        QCOMPARE(IsTinted(editor), shown);
+    }
 }
 
 void TestFrame::aboutTellsTheVersions()

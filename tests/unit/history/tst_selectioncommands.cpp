@@ -8,6 +8,7 @@
 #include "history/SelectionMoveCommand.h"
 #include "history/SelectionMoveCommandData.h"
 #include "support/DocumentFixture.h"
+#include "support/TestImages.h"
 #include "support/TestRegistry.h"
 
 #include <QTest>
@@ -34,6 +35,15 @@ int TwinOf(int selected, int added, Op op)
     case SelectionCommandData::Replace: break;
     }
     return added;
+}
+
+/// Another value in each pixel: empty, whole and all between.
+LXImage32 SoftMask(Random& random, const QSize& size)
+{
+    PlainImage noise = TestImages::Random(size.width(), size.height(), random);
+    for (LXRGBA32i& pixel : noise.pixels)
+        pixel = LXRGBA32i(pixel.value & 0xFF000000);
+    return TestImages::ToTiles(noise);
 }
 
 PlacedMask SelectionOf(const LXDocumentInterface* document)
@@ -111,12 +121,12 @@ void TestSelectionCommands::masksCombineAsTheTwinTells()
         const QRect first = PickRect(random, area, 0);
         const QRect second = PickRect(random, area, 0);
         const PlacedMask selection =
-            round == 0 ? PlacedMask() : PlacedMask{MaskNoise(random, first.size()), first.topLeft()};
+            round == 0 ? PlacedMask() : PlacedMask{SoftMask(random, first.size()), first.topLeft()};
         const PlacedMask added =
-            round == 1 ? PlacedMask() : PlacedMask{MaskNoise(random, second.size()), second.topLeft()};
+            round == 1 ? PlacedMask() : PlacedMask{SoftMask(random, second.size()), second.topLeft()};
         const PlacedMask combined = SelectionCombine::Combined(selection, added, op);
-        for (int y = area.top(); y <= area.bottom(); y += 3) {
-            for (int x = area.left(); x <= area.right(); x += 3) {
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            for (int x = area.left(); x <= area.right(); ++x) {
                 const QPoint pos(x, y);
                 QCOMPARE(CoverageAt(combined, pos),
                          TwinOf(CoverageAt(selection, pos), CoverageAt(added, pos), op));

@@ -2,6 +2,7 @@
 
 #include "core/ZKMenuManager.h"
 #include "history/LexoCommand.h"
+#include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "support/ViewFixture.h"
 #include "utils/FaultSeams.h"
@@ -18,6 +19,9 @@ namespace {
 const QStringList SelectionEntries{"Select all", "Deselect", "Invert selection", "Arrange Selection"};
 const QStringList AlignmentTexts{"Center",      "Horizontal center", "Vertical center", "Align left",
                                  "Align right", "Align top",         "Align bottom"};
+
+constexpr QSize NoiseCanvas(260, 140);
+constexpr QPoint NoisePlace(-7, -3);
 
 LXImage32 Coverage(int width, int height, quint8 value)
 {
@@ -72,6 +76,10 @@ private slots:
     void invertWithoutASelectionPushesNothing();
     void undoBringsMaskAndOffsetBackBitForBit();
 
+    void invertOfASoftSelectionLeavesTheRest();
+    void everyEntryIsUndoneToTheBit_data();
+    void everyEntryIsUndoneToTheBit();
+
     void alignmentsMoveTheSelectionAlone_data();
     void alignmentsMoveTheSelectionAlone();
     void aCenteredSelectionPushesNoCommand();
@@ -104,6 +112,9 @@ private:
     QStringList Enabled() const;
     QStringList HistoryTexts() const;
     void Select(const QRect& rect, quint8 value = 255);
+    /// A canvas of several tiles with a selection of noise that reaches over its edges. The left of the noise
+    /// is whole.
+    PlainImage SelectNoise();
 
     std::unique_ptr<ViewFixture> m_pFixture;
     std::unique_ptr<SelectionMenuTool> m_pTool;
@@ -279,6 +290,78 @@ void TestSelectionMenu::undoBringsMaskAndOffsetBackBitForBit()
         QVERIFY2(Read(m_pFixture->Document()) == before, entry);
         m_pFixture->History().redo();
         QVERIFY2(Read(m_pFixture->Document()) == after, entry);
+    }
+}
+
+PlainImage TestSelectionMenu::SelectNoise()
+{
+    cleanup();
+    m_pFixture = std::make_unique<ViewFixture>(NoiseCanvas.width(), NoiseCanvas.height());
+    m_pTool = std::make_unique<SelectionMenuTool>();
+    m_pTool->SetDocumentView(&m_pFixture->ToolView());
+
+    std::mt19937 random(7);
+    PlainImage noise = TestImages::Random(200, 150, random);
+    for (int y = 0; y < noise.height; ++y) {
+        for (int x = 0; x < noise.width; ++x)
+            noise.At(x, y) = LXRGBA32i(x < 20 ? 0xFF000000 : noise.At(x, y).value & 0xFF000000);
+    }
+    m_pFixture->Document()->SetSelectionMask(TestImages::ToTiles(noise), NoisePlace);
+    return noise;
+}
+
+void TestSelectionMenu::invertOfASoftSelectionLeavesTheRest()
+{
+    const PlainImage noise = SelectNoise();
+    PlainImage rest(NoiseCanvas.width(), NoiseCanvas.height());
+    QRect bound;
+    for (int y = 0; y < rest.height; ++y) {
+        for (int x = 0; x < rest.width; ++x) {
+            const QPoint pos = QPoint(x, y) - NoisePlace;
+            const int selected = noise.Contains(pos.x(), pos.y()) ? noise.At(pos.x(), pos.y()).Alpha() : 0;
+            const int value = 255 - (255 * selected + 127) / 255;
+            rest.At(x, y) = LXRGBA32i(qRgba(0, 0, 0, value));
+            if (value > 0) bound |= QRect(x, y, 1, 1);
+        }
+    }
+    QCOMPARE(bound, QRect(13, 0, 247, 140));
+    Trigger("Invert selection");
+    const LXDocumentInterface* document = m_pFixture->Document();
+    QCOMPARE(document->GetSelectionGeometry(), bound);
+    QCOMPARE(document->GetSelectionMaskOffset(), bound.topLeft());
+    const PlainImage inverted = TestImages::ToPlain(document->GetSelectionMask());
+    const PlainImage expected = TestImages::ToPlain(CopyPart(TestImages::ToTiles(rest), bound));
+    QCOMPARE(TestImages::Difference(inverted, expected), QString());
+}
+
+void TestSelectionMenu::everyEntryIsUndoneToTheBit_data()
+{
+    QTest::addColumn<bool>("moves");
+    for (const char* entry : {"Select all", "Deselect", "Invert selection"})
+        QTest::newRow(entry) << false;
+    for (const QString& entry : AlignmentTexts)
+        QTest::newRow(qPrintable(entry)) << true;
+}
+
+void TestSelectionMenu::everyEntryIsUndoneToTheBit()
+{
+    QFETCH(bool, moves);
+    const PlainImage noise = SelectNoise();
+    const LXDocumentInterface* document = m_pFixture->Document();
+    const auto mask = [document] { return TestImages::ToPlain(document->GetSelectionMask()); };
+
+    Trigger(QTest::currentDataTag());
+    const PlainImage after = mask();
+    const QPoint place = document->GetSelectionMaskOffset();
+    QVERIFY(place != NoisePlace || after.width != noise.width);
+    if (moves) QCOMPARE(TestImages::Difference(after, noise), QString());
+    for (int round = 0; round < 2; ++round) {
+        m_pFixture->History().undo();
+        QCOMPARE(document->GetSelectionMaskOffset(), NoisePlace);
+        QCOMPARE(TestImages::Difference(mask(), noise), QString());
+        m_pFixture->History().redo();
+        QCOMPARE(document->GetSelectionMaskOffset(), place);
+        QCOMPARE(TestImages::Difference(mask(), after), QString());
     }
 }
 
