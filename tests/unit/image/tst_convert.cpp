@@ -218,7 +218,7 @@ void TestConvert::farOutPartsAreThoseOfTheTwin_data()
     }
 }
 
-/// Where a float would know the place to some hundredths of a pixel.
+/// At the end of a long source.
 void TestConvert::farOutPartsAreThoseOfTheTwin()
 {
     QFETCH(double, scale);

@@ -587,7 +587,8 @@ void TestTransform::farOutResultsAreThoseOfTheTwin_data()
     }
 }
 
-/// At the end of a long source, where a float would know the place to some hundredths of a pixel.
+/// At the end of a long source, where a place summed up from the start in float would be off by a part of a
+/// pixel.
 void TestTransform::farOutResultsAreThoseOfTheTwin()
 {
     QFETCH(int, index);
