@@ -4,6 +4,7 @@
 #include "document/LayerKind.h"
 #include "image/ImageMetadata.h"
 #include "image/LXTransform.h"
+#include "image/TileNature.h"
 
 #include <QTransform>
 
@@ -44,6 +45,8 @@ LXImage32 WithGroundBelow(const LXImage32& layer, const LXImage32& ground)
     BlendOn(layer, layer.Rect(), BlendMode::Normal, blended, blended.Rect(), 1.0, false);
     LXImage32 result = layer;
     for (std::size_t i = 0; i < result.m_Tiles.size(); ++i) {
+        const TileNature nature = TileNature::Of(*ground.m_Tiles[i]);
+        if (nature.isSolid && nature.color.Alpha() == 0) continue;
         const LXTileWriter<LXRGBA32i> writer(result.m_Tiles[i]);
         const LXTileReader<LXRGBA32i> groundReader(*ground.m_Tiles[i]);
         const LXTileReader<LXRGBA32i> blendedReader(*blended.m_Tiles[i]);

@@ -84,8 +84,8 @@ void TileBlender::BlendTile(int column, int row, const QRect& part)
     if (m_HidesUnder && IsOpaque(part) && ShareTile(column, row, part)) return;
     if (LeavesAsIs(column, row, part) || TakeComposed(column, row, part)) return;
 
-    const bool isKept = m_Mask.image == nullptr && IsAligned() && SourceTileOf(part)->IsShared() &&
-                        m_Dst.TileAt(column, row)->IsShared();
+    const bool isKept = m_Mask.image == nullptr && SourceTileOf(part)->IsShared() &&
+                        m_Dst.TileAt(column, row)->IsShared() && ComesFromOne(part);
     Composed composed;
     if (isKept) composed = {SourceTileOf(part), m_Dst.TileAt(column, row), {}, InTile(part)};
     {
@@ -95,14 +95,14 @@ void TileBlender::BlendTile(int column, int row, const QRect& part)
     if (!isKept) return;
     composed.after = m_Dst.TileAt(column, row);
     const std::lock_guard<std::mutex> guard(m_ComposedMutex);
-    std::swap(m_Composed, composed);
+    std::swap(ComposedOf(part), composed);
 }
 
-/// Lets the target share the source's tile when all that counts of its own is replaced: the tiles' grids
-/// coincide, and what lies beyond the edge of either image means nothing.
+/// Lets the target share the source's tile when all that counts of its own is replaced: what lies beyond the
+/// edge of either image means nothing.
 bool TileBlender::ShareTile(int column, int row, const QRect& part)
 {
-    if (!IsAligned() || part != (TileWalk::TileRect(column, row) & m_Dst.Rect())) return false;
+    if (part != (TileWalk::TileRect(column, row) & m_Dst.Rect()) || !ComesFromOne(part)) return false;
 
     m_Dst.TileAt(column, row) = SourceTileOf(part);
     return true;
@@ -111,7 +111,7 @@ bool TileBlender::ShareTile(int column, int row, const QRect& part)
 /// Whether the source's tile under the part is opaque all over, asked of whole tiles alone.
 bool TileBlender::IsOpaque(const QRect& part) const
 {
-    if (part.width() != TileSide || part.height() != TileSide || !IsAligned()) return false;
+    if (part.width() != TileSide || part.height() != TileSide || !ComesFromOne(part)) return false;
     return TileNature::Of(*SourceTileOf(part)).isOpaque;
 }
 
@@ -119,7 +119,7 @@ void TileBlender::CopyTile(int column, int row, const QRect& part)
 {
     if (m_Dst.TileAt(column, row)->IsShared()) {
         if (IsCopyEqual(part)) return;
-        if (IsAligned() && IsEqualAround(part)) {
+        if (ComesFromOne(part) && IsEqualAround(part)) {
             m_Dst.TileAt(column, row) = SourceTileOf(part);
             return;
         }
@@ -176,21 +176,35 @@ bool TileBlender::IsAligned() const
     return m_Area.toSource.x() % TileSide == 0 && m_Area.toSource.y() % TileSide == 0;
 }
 
+/// Whether all that the part gets lies in one tile of the source as it would in the target's: the grids
+/// coincide, or the tile is of one color and so may be moved.
+bool TileBlender::ComesFromOne(const QRect& part) const
+{
+    if (IsAligned()) return true;
+    const LXTile* const tile = SourceTileOf(part).data();
+    return IsAllOf(*tile, part) && TileNature::Of(*tile).isSolid;
+}
+
 const LXTilePointer& TileBlender::SourceTileOf(const QRect& part) const
 {
     return TileAtPixel(m_Src, part.topLeft() + m_Area.toSource);
+}
+
+/// Whether all that the part gets comes from this tile of the source, which may stand in several places.
+bool TileBlender::IsAllOf(const LXTile& tile, const QRect& part) const
+{
+    const QRect source = part.translated(m_Area.toSource);
+    return TileAtPixel(m_Src, source.topLeft()).data() == &tile &&
+           TileAtPixel(m_Src, source.topRight()).data() == &tile &&
+           TileAtPixel(m_Src, source.bottomLeft()).data() == &tile &&
+           TileAtPixel(m_Src, source.bottomRight()).data() == &tile;
 }
 
 /// Whether all that the part gets comes from the tile that was found blank before.
 bool TileBlender::IsKnownBlank(const QRect& part) const
 {
     const LXTile* const blank = m_pBlankSource;
-    if (blank == nullptr) return false;
-    const QRect source = part.translated(m_Area.toSource);
-    return TileAtPixel(m_Src, source.topLeft()).data() == blank &&
-           TileAtPixel(m_Src, source.topRight()).data() == blank &&
-           TileAtPixel(m_Src, source.bottomLeft()).data() == blank &&
-           TileAtPixel(m_Src, source.bottomRight()).data() == blank;
+    return blank != nullptr && IsAllOf(*blank, part);
 }
 
 /// Whether the tile needs no write at all; asked before it is detached, so that blank parts of layers and
@@ -237,15 +251,22 @@ bool TileBlender::HasNoStrength(const QRect& part) const
 /// Shares what came out where the same two tiles met before.
 bool TileBlender::TakeComposed(int column, int row, const QRect& part)
 {
-    if (m_Mask.image != nullptr || !IsAligned()) return false;
+    if (m_Mask.image != nullptr || !ComesFromOne(part)) return false;
     LXTilePointer& slot = m_Dst.TileAt(column, row);
     const std::lock_guard<std::mutex> guard(m_ComposedMutex);
-    if (m_Composed.after == nullptr || m_Composed.before != slot || m_Composed.part != InTile(part) ||
-        m_Composed.source != SourceTileOf(part)) {
+    const Composed& composed = ComposedOf(part);
+    if (composed.after == nullptr || composed.before != slot || composed.part != InTile(part) ||
+        composed.source != SourceTileOf(part)) {
         return false;
     }
-    slot = m_Composed.after;
+    slot = composed.after;
     return true;
+}
+
+TileBlender::Composed& TileBlender::ComposedOf(const QRect& part)
+{
+    const bool isWhole = part.width() == TileSide && part.height() == TileSide;
+    return isWhole ? m_ComposedTile : m_ComposedPart;
 }
 
 void TileBlender::WriteCell(const Cell& cell, LXRGBA32i* tilePixels) const

@@ -66,11 +66,14 @@ private:
     bool IsCopyEqual(const QRect& part) const;
     bool IsEqualAround(const QRect& part) const;
     bool IsAligned() const;
+    bool ComesFromOne(const QRect& part) const;
     const LXTilePointer& SourceTileOf(const QRect& part) const;
+    bool IsAllOf(const LXTile& tile, const QRect& part) const;
     bool IsKnownBlank(const QRect& part) const;
     bool LeavesAsIs(int column, int row, const QRect& part);
     bool HasNoStrength(const QRect& part) const;
     bool TakeComposed(int column, int row, const QRect& part);
+    Composed& ComposedOf(const QRect& part);
     void WriteCell(const Cell& cell, LXRGBA32i* tilePixels) const;
 
     template <class Visit>
@@ -89,5 +92,6 @@ private:
     QRect m_MaskInside;                                 ///< target pixels that have a mask pixel
     std::atomic<const LXTile*> m_pBlankSource{nullptr}; ///< a shared tile of the source without any alpha
     std::mutex m_ComposedMutex;
-    Composed m_Composed;
+    Composed m_ComposedTile; ///< a whole one
+    Composed m_ComposedPart; ///< one at an edge, which the next whole one needn't make way for
 };

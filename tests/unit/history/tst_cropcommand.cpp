@@ -63,6 +63,7 @@ private slots:
     void perspectiveCarriesEverything();
 
     void newCanvasTakesTheColorBelowTheBottomLayer();
+    void anExtendedLayerKeepsItsTiles();
     void hiddenPixelsComeBackAboveTheColor();
     void turnedCornersTakeTheColor();
     void whatAnImageCarriesStaysWithTheLayer();
@@ -300,6 +301,23 @@ void TestCropCommand::newCanvasTakesTheColorBelowTheBottomLayer()
     }
     QCOMPARE(document->GetLayerGeometry(1), QRect(90, -5, 40, 30));
     QVERIFY(AreEqual(*document->GetLayerImage(1), top));
+}
+
+void TestCropCommand::anExtendedLayerKeepsItsTiles()
+{
+    const OwnedDocument document = Make(QSize(640, 640));
+    LXImage32 image = Filled(QSize(640, 640), 0xFF00FF00);
+    image.SetColor(200, 200, LXRGBA32i(0x80FFFFFF));
+    document->AddLayer("layer", image, QPoint(0, 0));
+    QVERIFY(Extend(document.get(), QTransform(), QSize(700, 640), Qt::red, nullptr));
+    const LXImage32& wide = *document->GetLayerImage(1);
+    QCOMPARE(wide.GetColor(200, 200).value, 0x80FFFFFFu);
+    QCOMPARE(wide.GetColor(640, 0).value, 0xFFFF0000u);
+    for (int row = 0; row < 5; ++row) {
+        for (int column = 0; column < 5; ++column) {
+            QCOMPARE(wide.TileAt(column, row).data(), image.TileAt(column, row).data());
+        }
+    }
 }
 
 void TestCropCommand::hiddenPixelsComeBackAboveTheColor()

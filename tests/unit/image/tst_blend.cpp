@@ -5,6 +5,7 @@
 #include "support/TestRegistry.h"
 
 #include <QTest>
+#include <QThreadPool>
 
 #include <functional>
 #include <limits>
@@ -83,6 +84,9 @@ private slots:
 
     void copyingAlignedTilesSharesThem();
     void opaqueTilesThatHideTheTargetAreShared();
+    void solidTilesAreSharedOffTheGrid_data();
+    void solidTilesAreSharedOffTheGrid();
+    void tilesOfSeveralColorsAreNotMoved();
     void copyingKeepsTheRestOfAPartlyCoveredTile();
     void blankSourcesDetachNothing();
     void cuttingABlankTargetDetachesNothing();
@@ -490,6 +494,67 @@ void TestBlend::copyingAlignedTilesSharesThem()
     QVERIFY(moved.TileAt(4, 0) != source.TileAt(2, 0));
     QCOMPARE(moved.GetColor(256 + 299, 269), source.GetColor(299, 269));
     QCOMPARE(moved.GetColor(256 + 300, 269).value, 0u);
+}
+
+void TestBlend::solidTilesAreSharedOffTheGrid_data()
+{
+    QTest::addColumn<unsigned int>("mode");
+    QTest::addColumn<double>("opacity");
+    QTest::addColumn<quint32>("under");
+    QTest::newRow("copied") << unsigned(BlendMode::Source) << 1.0 << 0xFF0000FFu;
+    QTest::newRow("hiding what is under it") << unsigned(BlendMode::Normal) << 1.0 << 0xFF0000FFu;
+    QTest::newRow("mixed") << unsigned(BlendMode::Normal) << 0.5 << 0xFF0000FFu;
+    QTest::newRow("mixed with blank") << unsigned(BlendMode::Normal) << 0.5 << 0u;
+}
+
+/// Wherever it is moved to, a tile of one color looks the same.
+void TestBlend::solidTilesAreSharedOffTheGrid()
+{
+    QFETCH(unsigned int, mode);
+    QFETCH(double, opacity);
+    QFETCH(quint32, under);
+    constexpr quint32 over = 0xFFFF8000;
+    LXImage32 source(640, 640);
+    source.Fill(LXRGBA32i(over));
+    LXImage32 target(640, 640);
+    target.Fill(LXRGBA32i(under));
+    // Of several threads each may make one before it sees another's.
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    const int threads = pool.maxThreadCount();
+    pool.setMaxThreadCount(1);
+    BlendOn(source, source.Rect(), mode, target, source.Rect().translated(7, 5), opacity, false);
+    pool.setMaxThreadCount(threads);
+    PlainImage expected(640, 640, LXRGBA32i(under));
+    const PlainImage plain(640, 640, LXRGBA32i(over));
+    BlendTwin::Blend(plain, source.Rect(), mode, expected, source.Rect().translated(7, 5), opacity, false);
+    QCOMPARE(TestImages::Difference(TestImages::ToPlain(target), expected), QString());
+    for (int row = 1; row < 5; ++row) {
+        for (int column = 1; column < 5; ++column) {
+            QCOMPARE(target.TileAt(column, row).data(), target.TileAt(1, 1).data());
+        }
+    }
+}
+
+/// The same tile all over, but with a drawing in it.
+void TestBlend::tilesOfSeveralColorsAreNotMoved()
+{
+    const PlainImage drawing = TestImages::Random(128, 128, m_Random);
+    const LXImage32 tile = TestImages::ToTiles(drawing);
+    LXImage32 source(512, 512);
+    PlainImage plain(512, 512);
+    for (int y = 0; y < 512; ++y) {
+        for (int x = 0; x < 512; ++x) {
+            plain.At(x, y) = drawing.At(x % 128, y % 128);
+            source.TileAt(x / 128, y / 128) = tile.TileAt(0, 0);
+        }
+    }
+    for (const unsigned int mode : {BlendMode::Source, BlendMode::Normal}) {
+        PlainImage expected(512, 512);
+        LXImage32 target(512, 512);
+        BlendOn(source, source.Rect(), mode, target, source.Rect().translated(-9, 3), 1.0, false);
+        BlendTwin::Blend(plain, source.Rect(), mode, expected, source.Rect().translated(-9, 3), 1.0, false);
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(target), expected), QString());
+    }
 }
 
 void TestBlend::copyingKeepsTheRestOfAPartlyCoveredTile()
