@@ -8,6 +8,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/LXDocumentSelectionLockerForRead.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoUndoStack.h"
 #include "history/SelectionCommand.h"
 #include "history/SelectionCommandData.h"
@@ -24,9 +25,14 @@ bool IsAllSelected(const LXDocumentInterface* document)
     const QRect canvas(QPoint(0, 0), document->GetDocumentSize());
     if (document->GetSelectionBoundingRect() != canvas) return false;
 
-    const LXDocumentSelectionLockerForRead locker(document);
-    return AlphaScan::IsOpaque(document->GetSelectionMask(),
-                               canvas.translated(-document->GetSelectionMaskOffset()));
+    bool isOpaque = false;
+    // Asked in the middle of signals, which must not fail; what can't be read may be selected again.
+    GuardedStep::Try([&] {
+        const LXDocumentSelectionLockerForRead locker(document);
+        isOpaque = AlphaScan::IsOpaque(document->GetSelectionMask(),
+                                       canvas.translated(-document->GetSelectionMaskOffset()));
+    });
+    return isOpaque;
 }
 } // namespace
 
@@ -64,7 +70,8 @@ void EditMenu::AddSelectionEntries()
         this,
         {ZKMenuManager::Edit, 61, tr("Select &All"), tr("Selects the whole canvas"), {Qt::CTRL + Qt::Key_A}});
     m_pSelectAll->setObjectName(QStringLiteral("selectAllAction"));
-    connect(m_pSelectAll, &QAction::triggered, this, &EditMenu::SelectAll);
+    connect(m_pSelectAll, &QAction::triggered, this,
+            [this] { GuardedStep::Run(m_pWindow, [this] { SelectAll(); }); });
 }
 
 void EditMenu::AddPreferences(PreferencesUse* preferences)
@@ -105,7 +112,7 @@ void EditMenu::Step(void (LexoUndoStack::*step)())
     const LXDocumentInterface* document = m_pWindow->GetActiveDocument();
     if (!m_pHistory || !document || document->GetLockState()) return;
 
-    (m_pHistory->*step)();
+    GuardedStep::Run(m_pWindow, [&] { (m_pHistory->*step)(); });
 }
 
 void EditMenu::SelectAll()

@@ -6,6 +6,7 @@
 #include "document/LXDocumentInterface.h"
 #include "document/LXDocumentModel.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 
@@ -80,7 +81,8 @@ void ModifyMenu::Add(Kind kind, const QString& text, const QString& hint, const 
     action->setObjectName(QLatin1String(name));
     action->setStatusTip(hint);
     action->setMenuRole(QAction::NoRole);
-    connect(action, &QAction::triggered, this, [this, kind] { Modify(kind); });
+    connect(action, &QAction::triggered, this,
+            [this, kind] { GuardedStep::Run(m_pWindow, [&] { Modify(kind); }); });
     m_pMenu->addAction(action);
 }
 

@@ -4,6 +4,7 @@
 #include "document/LXDocumentModel.h"
 #include "document/MergedPartReader.h"
 #include "gui/ZKDocumentView.h"
+#include "gui/ZKDocumentView_p.h"
 #include "image/LXImage.h"
 #include "image/LXTileManager.h"
 #include "image/TileStore.h"
@@ -17,8 +18,9 @@ namespace {
 constexpr int SwatchSize = 12;
 constexpr int HintIndent = 8;
 constexpr int HeightAroundText = 16;
-constexpr int ZoomPadding = 28;      // the borders and the arrow
-constexpr int MemoryInterval = 1000; // ms
+constexpr int ZoomPadding = 28;        // the borders and the arrow
+constexpr int MemoryInterval = 1000;   // ms
+constexpr int FailureDuration = 30000; // ms
 constexpr qint64 Megabyte = 1024 * 1024;
 
 /// A read-out as wide as the longest text that it shows, so that nothing moves when it changes.
@@ -32,11 +34,16 @@ QLabel* MakeReadout(const QString& name, const QString& widestText)
     return label;
 }
 
+/// None when the pixels can't be had: a read-out under the moving pointer isn't worth a message.
 QColor MergedColor(const LXDocumentInterface* document, const QPoint& docPos)
 {
-    const MergedPartReader reader(document, QRect(docPos, QSize(1, 1)));
-    const LXImage32* merged = document->GetLayerImage(0);
-    return merged ? QColor::fromRgba(merged->GetColor(docPos.x(), docPos.y()).value) : QColor();
+    try {
+        const MergedPartReader reader(document, QRect(docPos, QSize(1, 1)));
+        const LXImage32* merged = document->GetLayerImage(0);
+        return merged ? QColor::fromRgba(merged->GetColor(docPos.x(), docPos.y()).value) : QColor();
+    } catch (...) {
+        return QColor();
+    }
 }
 
 QString Percent(double scale)
@@ -98,6 +105,7 @@ void StatusReadout::SetView(ZKDocumentView* view)
 {
     if (m_pView) {
         m_pView->disconnect(this);
+        ZKDocumentViewPrivate::Get(m_pView)->disconnect(this);
         m_pView->GetModel()->GetDocument()->disconnect(this);
     }
 
@@ -107,6 +115,14 @@ void StatusReadout::SetView(ZKDocumentView* view)
         LXDocumentInterface* document = view->GetModel()->GetDocument();
         connect(view, &ZKDocumentView::CursorMoved, this, &StatusReadout::MovePointer);
         connect(view, &ZKDocumentView::CursorLeft, this, &StatusReadout::LosePointer);
+        // Later, because the view is in the middle of its painting.
+        connect(
+            ZKDocumentViewPrivate::Get(view), &ZKDocumentViewPrivate::CouldNotPaint, this,
+            [this] {
+                showMessage(tr("The picture cannot be shown: memory, or room on the disk, has run out."),
+                            FailureDuration);
+            },
+            Qt::QueuedConnection);
         connect(view, &ZKDocumentView::ScaleChanged, this, &StatusReadout::UpdateZoom);
         connect(document, &LXDocumentInterface::DocumentSizeChanged, this, &StatusReadout::UpdateSize);
         connect(document, &LXDocumentInterface::CompositionChanged, m_pPointerTimer,

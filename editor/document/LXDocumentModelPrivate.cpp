@@ -1,6 +1,20 @@
 #include "document/LXDocumentModel_p.h"
 #include "document/Thumbnail.h"
 
+namespace {
+/// A list that is painted can neither be refused nor hear of it: pixels that can't be read now are looked at
+/// again when the row is painted the next time.
+template <class Make>
+QImage OrNull(const Make& make)
+{
+    try {
+        return make();
+    } catch (...) {
+        return QImage();
+    }
+}
+} // namespace
+
 LXDocumentModelPrivate::LXDocumentModelPrivate(LXDocumentModel* owner, LXDocumentInterface* ofDocument)
     : model(owner), document(ofDocument)
 {}
@@ -62,8 +76,10 @@ QVariant LXDocumentModelPrivate::LayerThumbnail(int row)
     const std::shared_ptr<Layer> layer = Document()->layers.Find(static_cast<unsigned int>(row) + 1);
     if (layer->thumbnail.isNull()) {
         const PixelReadScope scope(*Document()->locks, layer->key);
-        layer->thumbnail =
-            Thumbnail::OfLayer(layer->image, Properties(row).rect.topLeft(), document->GetDocumentSize());
+        layer->thumbnail = OrNull([&] {
+            return Thumbnail::OfLayer(layer->image, Properties(row).rect.topLeft(),
+                                      document->GetDocumentSize());
+        });
     }
     return layer->thumbnail;
 }
@@ -76,8 +92,10 @@ QVariant LXDocumentModelPrivate::MaskThumbnail(int row)
     const std::shared_ptr<Layer> layer = Document()->layers.Find(static_cast<unsigned int>(row) + 1);
     if (layer->maskThumbnail.isNull()) {
         const PixelReadScope scope(*Document()->locks, layer->key);
-        layer->maskThumbnail = Thumbnail::OfMask(layer->mask, properties.maskRect.topLeft(),
-                                                 properties.maskReveals, document->GetDocumentSize());
+        layer->maskThumbnail = OrNull([&] {
+            return Thumbnail::OfMask(layer->mask, properties.maskRect.topLeft(), properties.maskReveals,
+                                     document->GetDocumentSize());
+        });
     }
     return layer->maskThumbnail;
 }

@@ -4,6 +4,7 @@
 #include "image/TileThreads.h"
 
 #include <QPainter>
+#include <QScopeGuard>
 #include <QtMath>
 
 namespace {
@@ -142,6 +143,7 @@ void PaintCanvas(QPainter& painter, const QRect& exposed, const CanvasPlace& pla
 {
     const QRect canvas = place.Rect();
     painter.save();
+    const auto restore = qScopeGuard([&painter] { painter.restore(); });
     painter.setClipRect(exposed, Qt::IntersectClip);
     for (const QRect& rect : QRegion(exposed) - QRegion(canvas))
         painter.fillRect(rect, look.surround);
@@ -159,5 +161,4 @@ void PaintCanvas(QPainter& painter, const QRect& exposed, const CanvasPlace& pla
             PaintGrid(painter, shown, place);
         }
     }
-    painter.restore();
 }

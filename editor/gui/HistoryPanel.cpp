@@ -8,11 +8,13 @@
 #include "gui/HistoryModel.h"
 #include "gui/LaterUpdate.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoUndoStack.h"
 
 #include <QItemSelectionModel>
 #include <QLocale>
 #include <QScopedValueRollback>
+#include <QTimer>
 
 HistoryPanel::HistoryPanel(QWidget* parent)
     : QWidget(parent),
@@ -77,9 +79,14 @@ void HistoryPanel::GoTo(const QModelIndex& index)
 
     // The list learns later than the model which row the history is at.
     const bool isThere = index.row() == m_pModel->GetCurrentRow();
-    if (!isThere && MayWork()) m_pModel->GetHistory()->setIndex(index.row());
+    QString failure;
+    if (!isThere && MayWork())
+        failure = GuardedStep::Try([&] { m_pModel->GetHistory()->setIndex(index.row()); });
     // The history may have gone elsewhere, or nowhere.
     ShowState();
+    // The list is in the middle of a press, so a box waits until it is through with it.
+    if (!failure.isEmpty())
+        QTimer::singleShot(0, this, [this, failure] { GuardedStep::Tell(this, failure); });
 }
 
 void HistoryPanel::ShowState()

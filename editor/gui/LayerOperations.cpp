@@ -8,6 +8,7 @@
 #include "gui/AdjustmentNames.h"
 #include "gui/ThumbnailRoles.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LayerCommands.h"
 #include "history/LayerCreateCommand.h"
 #include "history/LayerCreateCommandData.h"
@@ -127,8 +128,11 @@ bool LayerOperations::CanMove(int by) const
 
 void LayerOperations::Add()
 {
-    if (!CanAdd()) return;
+    if (CanAdd()) Try([this] { AddLayer(); });
+}
 
+void LayerOperations::AddLayer()
+{
     const QList<int> rows = SelectedRows(m_pView);
     auto* data = new LayerCreateCommandData(m_pView->GetLayerSelection(), LayerCreateCommandData::Raster,
                                             rows.isEmpty() ? 0 : rows.first());
@@ -144,14 +148,20 @@ void LayerOperations::AddAdjustment(const LXAdjustment& adjustment)
 {
     if (!CanAdd()) return;
     const QList<int> rows = SelectedRows(m_pView);
-    Push(LayerCommands::AddAdjustment(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
-                                      rows.isEmpty() ? 0 : rows.first(), AdjustmentNames::Of(adjustment.kind),
-                                      adjustment));
+    Try([&] {
+        Push(LayerCommands::AddAdjustment(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
+                                          rows.isEmpty() ? 0 : rows.first(),
+                                          AdjustmentNames::Of(adjustment.kind), adjustment));
+    });
 }
 
 void LayerOperations::PreviewAdjustment(const LXAdjustment& adjustment)
 {
-    if (!CanChange()) return;
+    if (CanChange()) Try([&] { ShowAdjustment(adjustment); });
+}
+
+void LayerOperations::ShowAdjustment(const LXAdjustment& adjustment)
+{
     LXDocumentInterface* document = GetModel()->GetDocument();
     const unsigned int id = IdOf(GetRow());
     LexoUndoStack* history = m_pView->GetHistory();
@@ -169,54 +179,56 @@ void LayerOperations::PreviewAdjustment(const LXAdjustment& adjustment)
 void LayerOperations::FinishAdjustment()
 {
     if (std::exchange(m_AdjustedId, 0) == 0 || !m_pView) return;
-    if (LexoUndoStack* history = m_pView->GetHistory()) history->commit();
+    if (LexoUndoStack* history = m_pView->GetHistory()) Try([history] { history->commit(); });
 }
 
 void LayerOperations::Delete()
 {
     if (!CanDelete()) return;
-    if (IsDeletingMask()) {
-        Push(LayerCommands::RemoveMask(GetModel()->GetDocument(), IdOf(GetRow())));
-    } else {
-        DeleteLayers();
-    }
+    Try([this] {
+        if (IsDeletingMask()) {
+            Push(LayerCommands::RemoveMask(GetModel()->GetDocument(), IdOf(GetRow())));
+        } else {
+            DeleteLayers();
+        }
+    });
 }
 
 void LayerOperations::DeleteLayers()
 {
     // From the bottom, so that the ids of those above stay.
-    LexoUndoStack* const history = m_pView->GetHistory();
     QList<int> rows = SelectedRows(m_pView);
     const bool several = rows.size() > 1;
-    if (several && history) history->beginMacro(tr("Delete layers"));
-    while (!rows.isEmpty()) {
-        Push(LayerCommands::Remove(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
-                                   IdOf(rows.takeLast())));
-    }
-    if (several && history) history->endMacro();
+    PushAsOneStep(several ? m_pView->GetHistory() : nullptr, tr("Delete layers"), [&] {
+        while (!rows.isEmpty()) {
+            Push(LayerCommands::Remove(GetModel()->GetDocument(), m_pView->GetLayerSelection(),
+                                       IdOf(rows.takeLast())));
+        }
+    });
 }
 
 void LayerOperations::AddMask(bool reveals)
 {
-    if (CanAddMask()) Push(LayerCommands::AddMask(GetModel()->GetDocument(), IdOf(GetRow()), reveals));
+    if (!CanAddMask()) return;
+    Try([&] { Push(LayerCommands::AddMask(GetModel()->GetDocument(), IdOf(GetRow()), reveals)); });
 }
 
 void LayerOperations::Move(int by)
 {
-    if (CanMove(by))
-        Push(LayerCommands::Move(GetModel()->GetDocument(), IdOf(GetRow()), IdOf(GetRow() + by)));
+    if (!CanMove(by)) return;
+    Try([&] { Push(LayerCommands::Move(GetModel()->GetDocument(), IdOf(GetRow()), IdOf(GetRow() + by))); });
 }
 
 void LayerOperations::SetBlendMode(unsigned int mode)
 {
     if (!CanChange() || mode == GetModel()->GetBlendMode(GetRow())) return;
-    Push(LayerCommands::SetBlendMode(GetModel()->GetDocument(), IdOf(GetRow()), mode));
+    Try([&] { Push(LayerCommands::SetBlendMode(GetModel()->GetDocument(), IdOf(GetRow()), mode)); });
 }
 
 void LayerOperations::SetOpacity(double opacity)
 {
     if (!CanChange() || qFuzzyCompare(1 + opacity, 1 + GetModel()->GetOpacity(GetRow()))) return;
-    Push(LayerCommands::SetOpacity(GetModel()->GetDocument(), IdOf(GetRow()), opacity));
+    Try([&] { Push(LayerCommands::SetOpacity(GetModel()->GetDocument(), IdOf(GetRow()), opacity)); });
 }
 
 void LayerOperations::SetLocks(unsigned int locks, bool locked)
@@ -226,20 +238,20 @@ void LayerOperations::SetLocks(unsigned int locks, bool locked)
     const unsigned int flags = GetModel()->GetLockFlags(GetRow());
     const unsigned int wanted = locked ? flags | locks : flags & ~locks;
     if (wanted == flags) return;
-    Push(LayerCommands::SetLocks(GetModel()->GetDocument(), IdOf(GetRow()), wanted));
+    Try([&] { Push(LayerCommands::SetLocks(GetModel()->GetDocument(), IdOf(GetRow()), wanted)); });
 }
 
 void LayerOperations::SetVisible(int row, bool visible)
 {
     if (!MayWork() || visible == GetModel()->GetVisible(row)) return;
-    Push(LayerCommands::SetVisible(GetModel()->GetDocument(), IdOf(row), visible));
+    Try([&] { Push(LayerCommands::SetVisible(GetModel()->GetDocument(), IdOf(row), visible)); });
 }
 
 void LayerOperations::Rename(int row, const QString& name)
 {
     const QString wanted = name.trimmed();
     if (!MayWork() || wanted.isEmpty() || wanted == GetModel()->GetName(row)) return;
-    Push(LayerCommands::Rename(GetModel()->GetDocument(), IdOf(row), wanted));
+    Try([&] { Push(LayerCommands::Rename(GetModel()->GetDocument(), IdOf(row), wanted)); });
 }
 
 bool LayerOperations::DeleteSelection(const QString& text)
@@ -247,6 +259,13 @@ bool LayerOperations::DeleteSelection(const QString& text)
     const int row = GetRow();
     if (!MayWork() || row < 0 || !MayPaint(row)) return false;
 
+    bool isDone = false;
+    Try([&] { isDone = DeletePixels(row, text); });
+    return isDone;
+}
+
+bool LayerOperations::DeletePixels(int row, const QString& text)
+{
     LXDocumentInterface* document = GetModel()->GetDocument();
     // A piece that floats lands before its pixels are read.
     if (LexoUndoStack* history = m_pView->GetHistory()) history->commit();
@@ -280,6 +299,11 @@ bool LayerOperations::MayReorder() const
 bool LayerOperations::IsLocked(int row) const
 {
     return (GetModel()->GetLockFlags(row) & LayerLocks::All) != 0;
+}
+
+void LayerOperations::Try(const std::function<void()>& step)
+{
+    GuardedStep::Run(m_pView, step);
 }
 
 void LayerOperations::Push(LexoCommand* command)

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class LexoCommand;
 class LXDocumentModel;
 class ZKDocumentView;
@@ -74,8 +76,13 @@ private:
     bool MayReorder() const;
     bool IsLocked(int row) const;
     bool MayPaint(int row) const;
+    /// Runs a step; the person is told when it can't be done.
+    void Try(const std::function<void()>& step);
     void Push(LexoCommand* command);
+    void AddLayer();
+    void ShowAdjustment(const LXAdjustment& adjustment);
     void DeleteLayers();
+    bool DeletePixels(int row, const QString& text);
 
     QPointer<ZKDocumentView> m_pView;
     unsigned int m_AdjustedId = 0; ///< of the layer whose step is open; 0 for none

@@ -6,10 +6,18 @@
 #include "document/LXPathsListModel.h"
 #include "gui/ThumbnailRoles.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/PathCommands.h"
 #include "history/PushOrRun.h"
+
+namespace {
+std::unique_ptr<LexoCommand> Owned(LexoCommand* command)
+{
+    return std::unique_ptr<LexoCommand>(command);
+}
+} // namespace
 
 void PathOperations::SetView(ZKDocumentView* view)
 {
@@ -84,7 +92,7 @@ void PathOperations::Add()
 {
     if (!CanAdd()) return;
     const int row = GetModel()->rowCount();
-    Push(PathCommands::Add(GetModel()->GetDocument(), row, NewName()));
+    if (!Push([&] { return PathCommands::Add(GetModel()->GetDocument(), row, NewName()); })) return;
     GetSelection()->setCurrentIndex(GetModel()->index(row), QItemSelectionModel::ClearAndSelect);
 }
 
@@ -94,31 +102,33 @@ void PathOperations::Delete()
     // From the bottom, so that the rows of those above stay.
     QList<int> rows = SelectedRows();
     LexoUndoStack* const history = m_pView->GetHistory();
-    const bool isMacro = rows.size() > 1 && history;
-    if (isMacro) history->beginMacro(tr("Delete paths"));
-    while (!rows.isEmpty())
-        Push(PathCommands::Remove(GetModel()->GetDocument(), rows.takeLast()));
-    if (isMacro) history->endMacro();
+    const auto removeAll = [&] {
+        while (!rows.isEmpty())
+            PushOrRun(history, Owned(PathCommands::Remove(GetModel()->GetDocument(), rows.takeLast())));
+    };
+    const bool several = rows.size() > 1;
+    GuardedStep::Run(m_pView,
+                     [&] { PushAsOneStep(several ? history : nullptr, tr("Delete paths"), removeAll); });
 }
 
 void PathOperations::Move(int by)
 {
     if (!CanMove(by)) return;
     const int row = SelectedRows().first();
-    Push(PathCommands::Move(GetModel()->GetDocument(), row, row + by));
+    Push([&] { return PathCommands::Move(GetModel()->GetDocument(), row, row + by); });
 }
 
 void PathOperations::SetVisible(int row, bool visible)
 {
     if (!MayWork() || visible == GetModel()->GetPathVisible(row)) return;
-    Push(PathCommands::SetVisible(GetModel()->GetDocument(), row, visible));
+    Push([&] { return PathCommands::SetVisible(GetModel()->GetDocument(), row, visible); });
 }
 
 void PathOperations::Rename(int row, const QString& name)
 {
     const QString wanted = name.trimmed();
     if (!MayWork() || wanted.isEmpty() || wanted == GetModel()->GetPathName(row)) return;
-    Push(PathCommands::Rename(GetModel()->GetDocument(), row, wanted));
+    Push([&] { return PathCommands::Rename(GetModel()->GetDocument(), row, wanted); });
 }
 
 bool PathOperations::MayWork() const
@@ -141,9 +151,9 @@ QList<int> PathOperations::SelectedRows() const
     return rows;
 }
 
-void PathOperations::Push(LexoCommand* command) const
+bool PathOperations::Push(const std::function<LexoCommand*()>& make) const
 {
-    PushOrRun(m_pView->GetHistory(), std::unique_ptr<LexoCommand>(command));
+    return GuardedStep::Run(m_pView, [&] { PushOrRun(m_pView->GetHistory(), Owned(make())); });
 }
 
 QString PathOperations::NewName() const

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <functional>
+
 class LexoCommand;
 class LXPathSelectionModel;
 class LXPathsListModel;
@@ -50,7 +52,8 @@ private:
     bool MayWork() const;
     bool MayReorder() const;
     QList<int> SelectedRows() const;
-    void Push(LexoCommand* command) const;
+    /// False when it can't be done, of which the person has been told.
+    bool Push(const std::function<LexoCommand*()>& make) const;
     QString NewName() const;
 
     QPointer<ZKDocumentView> m_pView;

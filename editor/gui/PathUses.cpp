@@ -13,6 +13,7 @@
 #include "gui/StrokeOptionsDialog.h"
 #include "gui/StrokeTarget.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoUndoStack.h"
 #include "history/PushOrRun.h"
 #include "history/SelectionCommand.h"
@@ -148,10 +149,10 @@ void PathUses::MakeSelection(ZKDocumentView* view)
     const auto dialog = Accepted<MakeSelectionOptDialog>(view);
     if (!dialog || document->GetLockState()) return;
 
-    LexoUndoStack* history = view->GetHistory();
-    // A floating piece lands before the selection is read.
-    if (history) history->commit();
-    std::unique_ptr<LexoCommand> command =
-        MakeCommand(document, shape, OperationOf(dialog->GetSelectionOption()));
-    PushOrRun(history, std::move(command));
+    GuardedStep::Run(view, [&] {
+        LexoUndoStack* history = view->GetHistory();
+        // A floating piece lands before the selection is read.
+        if (history) history->commit();
+        PushOrRun(history, MakeCommand(document, shape, OperationOf(dialog->GetSelectionOption())));
+    });
 }

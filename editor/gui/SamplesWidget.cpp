@@ -8,6 +8,7 @@
 #include "gui/LaterUpdate.h"
 #include "gui/SampleDelegate.h"
 #include "gui/ZKDocumentView.h"
+#include "guicore/GuardedStep.h"
 #include "history/LexoCommand.h"
 #include "history/LexoUndoStack.h"
 #include "history/PathCommands.h"
@@ -127,16 +128,20 @@ void SamplesWidgetPrivate::Delete()
     if (!MayWork()) return;
     const QList<int> rows = SelectedRows();
     LexoUndoStack* const history = m_pView->GetHistory();
-    const bool isMacro = rows.size() > 1 && history;
-    if (isMacro) history->beginMacro(SamplesWidget::tr("Remove sample points"));
-    for (const int row : rows)
-        Push(PathCommands::RemoveSample(Document(), row));
-    if (isMacro) history->endMacro();
+    const auto removeAll = [&] {
+        for (const int row : rows)
+            Push(PathCommands::RemoveSample(Document(), row));
+    };
+    GuardedStep::Run(m_pView, [&] {
+        PushAsOneStep(rows.size() > 1 ? history : nullptr, SamplesWidget::tr("Remove sample points"),
+                      removeAll);
+    });
 }
 
 void SamplesWidgetPrivate::Clear()
 {
-    if (MayWork() && Samples()->rowCount() > 0) Push(PathCommands::ClearSamples(Document()));
+    if (!MayWork() || Samples()->rowCount() == 0) return;
+    GuardedStep::Run(m_pView, [this] { Push(PathCommands::ClearSamples(Document())); });
 }
 
 void SamplesWidgetPrivate::Push(LexoCommand* command) const

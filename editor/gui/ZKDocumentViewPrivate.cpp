@@ -6,11 +6,13 @@
 #include "document/MergedPartReader.h"
 #include "gui/ZKDocumentView.h"
 #include "gui/ZKDocumentView_p.h"
+#include "guicore/GuardedStep.h"
 
 #include <QGraphicsSceneMouseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -112,24 +114,36 @@ CanvasPlace ZKDocumentViewPrivate::Place() const
 
 void ZKDocumentViewPrivate::Paint(QPainter* painter)
 {
+    painter->save();
+    const auto restore = qScopeGuard([painter] { painter->restore(); });
+    painter->resetTransform();
+    const bool isPainted = GuardedStep::Try([&] { PaintDocument(*painter); }).isEmpty();
+    if (!isPainted) {
+        for (const QRect& rect : m_Exposed)
+            painter->fillRect(rect, m_Look.surround);
+    }
+    // Without memory the next event fails like this one, and telling it over and over helps nobody.
+    const bool couldNotBefore = std::exchange(m_bCouldNotPaint, !isPainted);
+    if (!isPainted && !couldNotBefore) emit CouldNotPaint();
+}
+
+void ZKDocumentViewPrivate::PaintDocument(QPainter& painter)
+{
     const CanvasPlace place = Place();
     const MergedPartReader reader(m_pDocument, PictureBehind(m_Exposed.boundingRect(), place));
     const LXImage32* picture = m_pDocument->GetLayerImage(0);
     if (!picture) return;
 
-    painter->save();
-    painter->resetTransform();
     for (const QRect& rect : m_Exposed) {
-        PaintCanvas(*painter, rect, place, m_Look, *picture, m_Tiles);
-        m_Tint.Paint(*painter, rect, place);
-        m_Grid.Paint(*painter, rect, place);
-        m_Guides.Paint(*painter, rect, place);
-        m_Ants.Paint(*painter, rect, place);
-        m_Outlines.Paint(*painter, rect, place);
-        m_Marks.Paint(*painter, rect, place);
-        m_Caret.Paint(*painter, rect, place);
+        PaintCanvas(painter, rect, place, m_Look, *picture, m_Tiles);
+        m_Tint.Paint(painter, rect, place);
+        m_Grid.Paint(painter, rect, place);
+        m_Guides.Paint(painter, rect, place);
+        m_Ants.Paint(painter, rect, place);
+        m_Outlines.Paint(painter, rect, place);
+        m_Marks.Paint(painter, rect, place);
+        m_Caret.Paint(painter, rect, place);
     }
-    painter->restore();
 }
 
 void ZKDocumentViewPrivate::ShowGrid(int step)

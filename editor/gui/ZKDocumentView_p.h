@@ -73,11 +73,17 @@ public:
     /// The step of the grid; 0 while none is shown.
     int ShownGrid() const { return m_Grid.Step(); }
 
+signals:
+    /// The picture can't be shown: memory, or the disk for temporary files, has come to an end. Comes again
+    /// only after it could be shown in between. Sent while the view is painted.
+    void CouldNotPaint();
+
 private:
     friend class ZKDocumentView;
 
     CanvasPlace Place() const;
     void Paint(QPainter* painter);
+    void PaintDocument(QPainter& painter);
 
     /// An absolute scale within the limits; the document point under the anchor stays there.
     void SetScale(double scale, const QPointF& anchor);
@@ -133,4 +139,5 @@ private:
     bool m_bPathOrderBlocked = false;
     bool m_bStylizationBlocked = false;
     bool m_bDestroyAnnounced = false;
+    bool m_bCouldNotPaint = false; ///< the last time
 };

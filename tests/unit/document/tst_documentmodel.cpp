@@ -2,11 +2,15 @@
 #include "document/LXDocumentModel.h"
 #include "document/LayerLocks.h"
 #include "document/Thumbnail.h"
+#include "image/LXImage.h"
+#include "image/LXTileManager.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
 
 #include <QAbstractItemModelTester>
 #include <QImage>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -29,6 +33,7 @@ private slots:
     void thumbnailsAreMeansOfPoints();
     void thumbnailsFollowChanges();
     void maskThumbnailsAreGray();
+    void thumbnailsOfPixelsThatCannotBeReadComeLater();
     void selectionsFollowALayerThatMoves();
 };
 
@@ -232,6 +237,32 @@ void TestDocumentModel::selectionsFollowALayerThatMoves()
     document->GetModel()->MoveLayer(0, 2);
     QCOMPARE(top.row(), 2);
     QCOMPARE(top.data().toString(), QString("a"));
+}
+
+void TestDocumentModel::thumbnailsOfPixelsThatCannotBeReadComeLater()
+{
+    const auto restore = qScopeGuard([budget = LXTileManager::Instance().MemoryBudget()] {
+        FaultSeams::Reset();
+        LXTileManager::Instance().SetMemoryBudget(budget);
+    });
+    const OwnedDocument document = Make(QSize(128, 128));
+    LXImage32 pixels = Filled(QSize(128, 128), 0xFFFF0000);
+    pixels.SetColor(0, 0, LXRGBA32i(0xFF00FF00));
+    document->AddLayer("layer", pixels, QPoint());
+    document->AddMask(1, true);
+    document->SetMaskImage(1, Filled(QSize(128, 128), 0x40000000), QPoint());
+    for (const int role : {int(Qt::DecorationRole), int(LXDocumentModel::MaskThumbnailRole)}) {
+        document->GetModel()->UpdateLayerThumbnail(0);
+        document->GetModel()->UpdateMaskThumbnail(0);
+        // All that is not pinned goes to the disk.
+        LXTileManager::Instance().SetMemoryBudget(0);
+        LXImage32 other(128, 128);
+        other.SetColor(0, 0, LXRGBA32i(0xFF000000));
+        FaultSeams::FailNth(FaultSeams::Seam::SwapRead, 1);
+        const QModelIndex index = document->GetModel()->index(0);
+        QVERIFY(index.data(role).value<QImage>().isNull());
+        QCOMPARE(index.data(role).value<QImage>().size(), QSize(64, 64));
+    }
 }
 
 ZK_REGISTER_TEST(tst_documentmodel, TestDocumentModel)

@@ -4,8 +4,11 @@
 #include "document/LXDocumentModel.h"
 #include "gui/ZKDocumentView_p.h"
 #include "image/LXImage.h"
+#include "support/Settle.h"
 #include "support/TestRegistry.h"
+#include "utils/FaultSeams.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace ViewFixture;
@@ -30,6 +33,7 @@ private slots:
     void outlineMarchesInItsPlaceOnly();
     void anotherSelectionRepaintsNoMoreThanBothOutlines();
     void outlineGoesWithTheSelection();
+    void aPictureThatCannotBeComposedLeavesTheSurround();
 };
 
 namespace {
@@ -250,6 +254,38 @@ void TestViewPainting::outlineGoesWithTheSelection()
     QCoreApplication::processEvents();
     QCOMPARE(Shown(*view), without);
     QVERIFY(!ZKDocumentViewPrivate::Get(view.get())->Ants().IsMarching());
+}
+
+/// Told once, and not painted over and over.
+void TestViewPainting::aPictureThatCannotBeComposedLeavesTheSurround()
+{
+    const auto document = MakeDocument({64, 48}, Quadrant);
+    const auto view = ShowView(document);
+    const QColor surround = view->palette().color(QPalette::Dark);
+    COMPARE_COLORS(ShownAt(*view, 1, 1), QColor(Qt::red));
+    QSignalSpy told(ZKDocumentViewPrivate::Get(view.get()), &ZKDocumentViewPrivate::CouldNotPaint);
+    // What is shared can't be written without a tile of its own.
+    const LXImage32 shared = *document->GetLayerImage(0);
+    document->GetLayerImage(1)->SetColor(5, 5, LXRGBA32i(0x80FFFFFF));
+    SettleEvents();
+    document->LayerImageChanged(1, QRect());
+    for (int i = 0; i < 2; ++i) {
+        FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+        const QImage shown = Shown(*view);
+        FaultSeams::Reset();
+        COMPARE_COLORS(shown.pixelColor(view->mapFromScene(QPointF(1.5, 1.5))), surround);
+        COMPARE_COLORS(shown.pixelColor(0, 0), surround);
+        QCOMPARE(told.count(), 1);
+    }
+    // The repaint that the change asked for fails like those, and asks for no other, which would succeed.
+    const qint64 made = ZKDocumentViewPrivate::Get(view.get())->MadePixels();
+    FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 1);
+    SettleEvents();
+    QVERIFY(!FaultSeams::Pass(FaultSeams::Seam::TileAllocation));
+    QCOMPARE(ZKDocumentViewPrivate::Get(view.get())->MadePixels(), made);
+
+    COMPARE_COLORS(ShownAt(*view, 1, 1), QColor(Qt::red));
+    QCOMPARE(told.count(), 1);
 }
 
 ZK_REGISTER_TEST(tst_viewpainting, TestViewPainting)
