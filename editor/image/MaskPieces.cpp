@@ -48,9 +48,10 @@ void WriteSolid(LXImage32& target, const QRect& part, const LXTilePointer& solid
         }
         const LXRGBA32i color = LXTileReader<LXRGBA32i>(*solid).Pixels()[0];
         const auto tile = target.WriteTile(column, row);
-        for (int y = inTile.top(); y <= inTile.bottom(); ++y)
+        for (int y = inTile.top(); y <= inTile.bottom(); ++y) {
             std::fill_n(tile.Pixels() + TileWalk::IndexInTile(QPoint(inTile.left(), y)), inTile.width(),
                         color);
+        }
     });
 }
 
