@@ -112,6 +112,7 @@ private slots:
     void failuresAreReportedAndSetTheFlag();
     void aFailureThroughASelectionHasItsOwnWords();
     void thePixelsThatOthersShareStay();
+    void onlyTilesThatTheSelectionTouchesAreDetached();
 
     void readingCutsTheWorkingRectangle();
     void readingAMissingMaskThrows();
@@ -457,6 +458,35 @@ void TestFillOperations::thePixelsThatOthersShareStay()
     solid();
     cleaning();
     Compare(scene.pixels.image, scene.image);
+}
+
+void TestFillOperations::onlyTilesThatTheSelectionTouchesAreDetached()
+{
+    constexpr QSize hundredTiles(1280, 1280);
+    Scene scene(hundredTiles);
+    scene.Select();
+    // In the second tile of the second row.
+    scene.pixels.workRect.moveTopLeft({140, 150});
+    FillSolidOperation solid{scene.pixels, Qt::red};
+    FillSolidOperation locked{scene.pixels, Qt::red};
+    locked.keepAlpha = true;
+    CleanupAlphaOperation cleaning{scene.pixels};
+    const auto run = [](auto& operation) {
+        FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 20);
+        operation();
+        FaultSeams::Reset();
+    };
+    run(solid);
+    run(locked);
+    run(cleaning);
+    QVERIFY(!solid.error && !locked.error && !cleaning.error);
+
+    const QRect work = scene.pixels.workRect;
+    const PlainImage before = TestImages::ToPlain(CopyPart(scene.pixels.image, work));
+    for (const FillPixels* pixels : {&solid.pixels, &locked.pixels, &cleaning.pixels}) {
+        const PlainImage after = TestImages::ToPlain(CopyPart(pixels->image, work));
+        QVERIFY(!TestImages::Difference(after, before).isEmpty());
+    }
 }
 
 void TestFillOperations::readingCutsTheWorkingRectangle()
