@@ -286,8 +286,9 @@ void TestColorRangeSelect::theListHolds256Colors()
     Start();
     auto* tool = m_pTool->findChild<ColorRangeSelectPrivate*>();
     for (int i = 0; i < 300; ++i) {
+        const QPoint pixel(i % 40, i / 40);
         QVERIFY(QMetaObject::invokeMethod(tool, "OnProcessPointSlot",
-                                          Q_ARG(QPointF, QPointF(i % 40 + 0.5, i / 40 + 0.5))));
+                                          Q_ARG(QPointF, QPointF(pixel) + QPointF(0.5, 0.5))));
         WaitForJobs();
     }
     QCOMPARE(Dialog()->findChildren<ColorSwatch*>().size(), 256);
