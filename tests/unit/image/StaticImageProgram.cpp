@@ -34,7 +34,11 @@ LateImage s_Late;
 
 int main()
 {
-    s_Late.Make();
-    s_Late.Get().SetColor(1, 1, LXRGBA32i(0xFF102030));
-    return s_Late.Get().GetColor(1, 1).value == 0xFF102030 ? 0 : 1;
+    try {
+        s_Late.Make();
+        s_Late.Get().SetColor(1, 1, LXRGBA32i(0xFF102030));
+        return s_Late.Get().GetColor(1, 1).value == 0xFF102030 ? 0 : 1;
+    } catch (...) {
+        return 2;
+    }
 }
