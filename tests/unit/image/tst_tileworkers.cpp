@@ -1,18 +1,69 @@
 #include "image/LXBlend.h"
 #include "image/LXImage.h"
+#include "image/LXImageConvoluteAlpha.h"
+#include "image/LXTransform.h"
 #include "image/TileThreads.h"
 #include "support/TestImages.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
+#include <QBrush>
+#include <QPainterPath>
 #include <QTest>
 #include <QThreadPool>
+#include <QTransform>
 
 #include <atomic>
+#include <functional>
 #include <new>
+#include <random>
 #include <stdexcept>
 #include <thread>
 #include <vector>
+
+namespace {
+using Work = std::function<void(const LXImage32& source, LXImage32& target)>;
+
+void Turn(const LXImage32& source, LXImage32& target)
+{
+    TransformImage(source, QTransform().translate(200, -100).rotate(20), target, QRect());
+}
+
+void Shrink(const LXImage32& source, LXImage32& target)
+{
+    BicubicTransformImage(source, QTransform::fromScale(0.9, 0.8), target, QRect());
+}
+
+void Pick(const LXImage32& source, LXImage32& target)
+{
+    NearestNeighbourTransformImage(source, QTransform::fromScale(0.9, 0.8), target, QRect());
+}
+
+void Mix(const LXImage32& source, LXImage32& target)
+{
+    BlendOn(source, source.Rect(), BlendMode::Normal, target, target.Rect().translated(5, 3), 0.5, false);
+}
+
+void Fill(const LXImage32&, LXImage32& target)
+{
+    QPainterPath path;
+    path.addEllipse(QRectF(target.Rect().adjusted(5, 5, -5, -5)));
+    FillPath(target, static_cast<int>(BlendMode::Source), path, QBrush(Qt::red));
+}
+
+void Soften(const LXImage32&, LXImage32& target)
+{
+    const std::vector<double> kernel(25, 1.0 / 25);
+    LXImageConvoluteAlpha(kernel.data(), QSize(5, 5))(target);
+}
+
+bool AreSame(const LXImage32& a, const LXImage32& b)
+{
+    return TestImages::Difference(TestImages::ToPlain(a), TestImages::ToPlain(b)).isEmpty();
+}
+} // namespace
+
+Q_DECLARE_METATYPE(Work)
 
 /// Work that is cut by tiles and spread over the pool.
 class TestTileWorkers : public QObject
@@ -41,6 +92,8 @@ private slots:
     void manyCallersAtOnce();
     void unwantedWorkEndsBetweenPieces();
     void cancellingEndsWithItsScope();
+    void cancelledWorkEndsInTheMiddle_data();
+    void cancelledWorkEndsInTheMiddle();
     void oneThreadIsEnough();
 
 private:
@@ -161,6 +214,56 @@ void TestTileWorkers::cancellingEndsWithItsScope()
         TileThreads::ForEach(10, [](int) {});
     }
     TileThreads::ForEach(10, [](int) {});
+}
+
+void TestTileWorkers::cancelledWorkEndsInTheMiddle_data()
+{
+    QTest::addColumn<Work>("work");
+    QTest::addColumn<bool>("isWholeTiles");
+    QTest::newRow("turned") << Work(Turn) << true;
+    QTest::newRow("shrunk") << Work(Shrink) << true;
+    QTest::newRow("picked") << Work(Pick) << true;
+    QTest::newRow("blended") << Work(Mix) << true;
+    QTest::newRow("filled") << Work(Fill) << true;
+    QTest::newRow("softened") << Work(Soften) << false; // in several passes
+}
+
+/// What was to be written is written in part, nothing else has changed, and the work can be done again.
+void TestTileWorkers::cancelledWorkEndsInTheMiddle()
+{
+    QFETCH(Work, work);
+    QFETCH(bool, isWholeTiles);
+    std::mt19937 random(1);
+    const LXImage32 source = TestImages::ToTiles(TestImages::Random(500, 1280, random));
+    const LXImage32 before = TestImages::ToTiles(TestImages::Random(500, 1280, random));
+    const PlainImage plain = TestImages::ToPlain(before);
+    LXImage32 after = before;
+    work(source, after);
+    const int live = LXTileManager::Instance().LiveTileCount();
+    for (const int most : {0, 1, 4, 7}) {
+        LXImage32 target = before;
+        {
+            std::atomic<int> asked{0};
+            const TileThreads::CancelScope scope([&] { return asked++ < most; });
+            QVERIFY_EXCEPTION_THROWN(work(source, target), TileThreads::Cancelled);
+        }
+        QCOMPARE(TestImages::Difference(TestImages::ToPlain(before), plain), QString());
+        QVERIFY(!AreSame(target, after));
+        if (isWholeTiles) QCOMPARE(AreSame(target, before), most == 0);
+        for (std::size_t i = 0; isWholeTiles && i < target.m_Tiles.size(); ++i) {
+            const auto bytes = [i](const LXImage32& image) {
+                const LXTileReader<LXRGBA32i> tile(*image.m_Tiles[i]);
+                return QByteArray(reinterpret_cast<const char*>(tile.Pixels()), 128 * 128 * 4);
+            };
+            QVERIFY(bytes(target) == bytes(before) || bytes(target) == bytes(after));
+        }
+        LXImage32 again = before;
+        work(source, again);
+        QVERIFY(AreSame(again, after));
+        again = LXImage32();
+        target = LXImage32();
+        QCOMPARE(LXTileManager::Instance().LiveTileCount(), live);
+    }
 }
 
 void TestTileWorkers::oneThreadIsEnough()
