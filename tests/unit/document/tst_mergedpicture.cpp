@@ -5,11 +5,14 @@
 #include "document/LXDocumentModel.h"
 #include "document/MergedPartReader.h"
 #include "image/LXTileManager.h"
+#include "image/TileThreads.h"
 #include "support/DocumentFixture.h"
 #include "support/TestRegistry.h"
 #include "utils/FaultSeams.h"
 
 #include <QTest>
+
+#include <atomic>
 
 using namespace DocumentFixture;
 
@@ -171,6 +174,7 @@ private slots:
     void aTileIsSharedOnlyWhenItLiesAsTheCanvasDoes();
     void paintingOnASharedTileLeavesTheOldPictureAlone();
     void whatCouldNotBeComposedStaysDirty();
+    void whatWasCancelledStaysDirty();
     void aReaderKeepsItsPictureWhileItLooksAgain();
 };
 
@@ -310,7 +314,16 @@ void TestMergedPicture::theHighestOpaqueTileHidesWhatLiesBelow()
 void TestMergedPicture::aTileIsSharedOnlyWhenItLiesAsTheCanvasDoes()
 {
     const OwnedDocument document = Make(QSize(256, 128));
-    document->AddLayer("shifted", Filled(QSize(300, 200), 0xFF00FF00), QPoint(-1, 0));
+    LXImage32 drawing = Filled(QSize(300, 200), 0xFF00FF00);
+    for (int x = 5; x < 300; x += 20) {
+        drawing.SetColor(x, 50, LXRGBA32i(0xFF0000FF));
+    }
+    document->AddLayer("shifted", drawing, QPoint(-1, 0));
+    QVERIFY(!SharesTile(document.get(), 1, 0, 0));
+    // What is of one color lies everywhere as it does at home.
+    document->SetLayerImage(1, Filled(QSize(300, 200), 0xFF00FF00), QPoint(-1, 0));
+    QVERIFY(SharesTile(document.get(), 1, 0, 0));
+    document->SetLayerImage(1, drawing, QPoint(-1, 0));
     QVERIFY(!SharesTile(document.get(), 1, 0, 0));
     document->SetLayerOffset(1, QPoint(-128, -128));
     document->SetLayerImage(1, Filled(QSize(400, 300), 0xFF00FF00), QPoint(-128, -128));
@@ -339,6 +352,21 @@ void TestMergedPicture::whatCouldNotBeComposedStaysDirty()
     FaultSeams::FailNth(FaultSeams::Seam::TileAllocation, 3);
     QVERIFY_EXCEPTION_THROWN(Merged(document.get()), std::bad_alloc);
     QVERIFY(AreEqual(Merged(document.get()), Twin(document.get())));
+}
+
+void TestMergedPicture::whatWasCancelledStaysDirty()
+{
+    const OwnedDocument document = Make(QSize(640, 640));
+    document->AddLayer("layer", Filled(QSize(630, 620), 0x8000FF00), QPoint(4, 3));
+    for (const int most : {0, 1, 20, 7}) {
+        document->GetModel()->SetVisible(0, most % 2 == 0);
+        {
+            std::atomic<int> asked{0};
+            const TileThreads::CancelScope scope([&] { return asked++ < most; });
+            QVERIFY_EXCEPTION_THROWN(Merged(document.get()), TileThreads::Cancelled);
+        }
+        QVERIFY(AreEqual(Merged(document.get()), Twin(document.get())));
+    }
 }
 
 void TestMergedPicture::aReaderKeepsItsPictureWhileItLooksAgain()
