@@ -82,7 +82,7 @@ QTransform ToMatrix(const QJSValue& value)
     if (n.size() != affine) {
         throw ScriptError(QStringLiteral("A matrix is a list of six numbers: m11, m12, m21, m22, dx, dy."));
     }
-    const QTransform matrix(n[0], n[1], n[2], n[3], n[4], n[5]);
+    QTransform matrix(n[0], n[1], n[2], n[3], n[4], n[5]);
     if (!std::isfinite(1 / matrix.determinant())) {
         throw ScriptError(QStringLiteral("The matrix flattens the text."));
     }
