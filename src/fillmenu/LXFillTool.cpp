@@ -129,32 +129,36 @@ MainMenuEntries LXFillTool::GetMainMenuEntries()
 
 // ---- whether the commands are open
 
-std::optional<LXFillTool::Target> LXFillTool::FindTarget() const
+LXFillTool::Target LXFillTool::FindTarget() const
 {
+    Target target;
     const int id = GetCurrentLayerId();
-    if (!GetDocument() || !GetModel() || id < 0) return {};
+    if (!GetModel() || id < 0) return target;
 
-    const PaintTarget pixels = IsMaskTarget() ? PaintTarget::Mask : PaintTarget::Layer;
-    const Target target{GetDocument(), GetHistory(), static_cast<unsigned int>(id), pixels};
-    return IsOpen(target) ? std::optional<Target>(target) : std::nullopt;
+    target.layerId = static_cast<unsigned int>(id);
+    target.pixels = IsMaskTarget() ? PaintTarget::Mask : PaintTarget::Layer;
+    if (!IsOpen(GetDocument(), target.layerId, target.pixels)) return target;
+
+    target.document = GetDocument();
+    target.history = GetHistory();
+    return target;
 }
 
-bool LXFillTool::IsOpen(const Target& target)
+bool LXFillTool::IsOpen(const LXDocumentInterface* document, unsigned int layerId, PaintTarget pixels)
 {
-    const LXDocumentInterface* document = target.document;
     if (!document || document->GetLockState()) return false;
 
-    const unsigned int locks = document->GetLayerLockFlags(target.layerId);
-    if (target.pixels == PaintTarget::Mask && (locks & LayerLocks::AgainstMaskPaint) == 0) return true;
+    const unsigned int locks = document->GetLayerLockFlags(layerId);
+    if (pixels == PaintTarget::Mask && (locks & LayerLocks::AgainstMaskPaint) == 0) return true;
 
-    const int kind = document->GetLayerKind(target.layerId);
+    const int kind = document->GetLayerKind(layerId);
     return kind != LayerKind::Text && kind != LayerKind::Adjustment &&
            (locks & LayerLocks::AgainstPaint) == 0;
 }
 
 void LXFillTool::UpdateActions()
 {
-    const bool isOpen = FindTarget().has_value();
+    const bool isOpen = !FindTarget().document.isNull();
     for (const MainMenuEntry& entry : m_Entries) {
         if (entry.pAction) entry.pAction->setEnabled(isOpen);
         if (!entry.pMenu) continue;
@@ -239,17 +243,17 @@ void LXFillTool::FillSolid(const QColor& color, const QString& text)
 
 void LXFillTool::RunSolid(FillSolidOperation operation, const QString& text)
 {
-    const std::optional<Target> target = FindTarget();
-    if (!target) return;
+    const Target target = FindTarget();
+    if (!target.document) return;
 
-    LandPieces(*target);
-    const bool isMask = target->pixels == PaintTarget::Mask;
+    LandPieces(target);
+    const bool isMask = target.pixels == PaintTarget::Mask;
     const QString failure = isMask ? tr("Cannot fill mask. Unexpected error occurred.")
                                    : tr("Cannot fill pixels. Unexpected error occurred.");
     Guard(failure, [&] {
-        operation.keepAlpha = KeepsAlpha(*target);
-        operation.pixels = ReadFillPixels(target->document, target->layerId, target->pixels);
-        RunFill(*target, operation, isMask ? tr("Fill mask:") : tr("Fill a layer:"), failure, text);
+        operation.keepAlpha = KeepsAlpha(target);
+        operation.pixels = ReadFillPixels(target.document, target.layerId, target.pixels);
+        RunFill(target, operation, isMask ? tr("Fill mask:") : tr("Fill a layer:"), failure, text);
     });
 }
 
@@ -309,14 +313,14 @@ void LXFillTool::OnBackground()
 
 void LXFillTool::OnTransparent()
 {
-    const std::optional<Target> target = FindTarget();
-    if (!target) return;
+    const Target target = FindTarget();
+    if (!target.document) return;
 
     const QString text = tr("Fill with transparent");
-    const bool isMask = target->pixels == PaintTarget::Mask;
+    const bool isMask = target.pixels == PaintTarget::Mask;
     // The panel would take alpha away in spite of the lock on it.
-    const bool keepsAlpha = !isMask && KeepsAlpha(*target);
-    if (target->document->HasSelection() && !keepsAlpha) {
+    const bool keepsAlpha = !isMask && KeepsAlpha(target);
+    if (target.document->HasSelection() && !keepsAlpha) {
         Guard(tr("Cannot fill pixels. Unexpected error occurred."),
               [&] { LayersWidget::GetInstance()->DeleteSelection(text); });
         return;
@@ -332,16 +336,16 @@ void LXFillTool::OnTransparent()
 
 void LXFillTool::OnCustom()
 {
-    const std::optional<Target> target = FindTarget();
-    if (!target) return;
+    const Target target = FindTarget();
+    if (!target.document) return;
 
     LXFillOptionsDialog dialog(LXMdiArea::MainWindow());
     dialog.SetRenderOptionsVisible(false);
-    if (dialog.Exec() != QDialog::Accepted || !IsOpen(*target)) return;
+    if (dialog.Exec() != QDialog::Accepted || !IsOpen(target.document, target.layerId, target.pixels)) return;
 
     constexpr double percent = 100.0;
-    const bool isMask = target->pixels == PaintTarget::Mask;
-    FillCustom(*target, isMask ? dialog.GetContentsMaskBrush() : dialog.GetContentsBrush(),
+    const bool isMask = target.pixels == PaintTarget::Mask;
+    FillCustom(target, isMask ? dialog.GetContentsMaskBrush() : dialog.GetContentsBrush(),
                static_cast<unsigned int>(dialog.GetCompositionMode()), dialog.GetOpacity() / percent);
 }
 
@@ -352,9 +356,8 @@ void LXFillTool::OnGrey25()
 
 void LXFillTool::OnGrey50()
 {
-    if (const std::optional<Target> target = FindTarget()) {
-        FillCustom(*target, QBrush(Qt::gray), BlendMode::Normal, 1.0);
-    }
+    const Target target = FindTarget();
+    if (target.document) FillCustom(target, QBrush(Qt::gray), BlendMode::Normal, 1.0);
 }
 
 void LXFillTool::OnGrey75()
@@ -425,12 +428,12 @@ bool LXFillTool::MayCleanUp(const Target& target)
 
 void LXFillTool::OnCleanupAlpha()
 {
-    const std::optional<Target> target = FindTarget();
-    if (!target) return;
+    const Target target = FindTarget();
+    if (!target.document) return;
 
-    LandPieces(*target);
-    if (!MayCleanUp(*target)) return;
-    Guard(tr("Cannot cleans up alpha. Unexpected error occurred."), [&] { CleanUp(*target); });
+    LandPieces(target);
+    if (!MayCleanUp(target)) return;
+    Guard(tr("Cannot cleans up alpha. Unexpected error occurred."), [&] { CleanUp(target); });
 }
 
 void LXFillTool::CleanUp(const Target& target)

@@ -12,7 +12,6 @@
 #include <QPointer>
 
 #include <memory>
-#include <optional>
 
 class LexoCommand;
 class LexoUndoStack;
@@ -91,17 +90,17 @@ private:
     {
         QPointer<LXDocumentInterface> document;
         QPointer<LexoUndoStack> history;
-        unsigned int layerId;
-        PaintTarget pixels;
+        unsigned int layerId = 0;
+        PaintTarget pixels = PaintTarget::Layer;
     };
 
     void AddFillMenu();
     QAction* AddFillAction(const QString& text, Slot slot, const QKeySequence& key = {});
     void AddCleanupEntry();
 
-    /// What a command would fill now; nothing when the commands are closed.
-    std::optional<Target> FindTarget() const;
-    static bool IsOpen(const Target& target);
+    /// What a command would fill now; without a document when the commands are closed.
+    Target FindTarget() const;
+    static bool IsOpen(const LXDocumentInterface* document, unsigned int layerId, PaintTarget pixels);
     void UpdateActions();
     void FollowLayerSelection(QItemSelectionModel* selection);
 

@@ -70,9 +70,10 @@ void MoveTargets::MoveBy(LXDocumentInterface* document, const QPoint& delta) con
         } else {
             document->SetLayerOffset(id, offset);
         }
-        if (document->GetLayerKind(id) == LayerKind::Text)
+        if (document->GetLayerKind(id) == LayerKind::Text) {
             document->SetTextLayerTransformation(
                 id, QMatrix4x4(layer->text * QTransform::fromTranslate(delta.x(), delta.y())));
+        }
     }
     for (auto mask = m_Masks.begin(); mask != m_Masks.end(); ++mask) {
         if (!m_Layers.contains(mask.key())) document->SetMaskOffset(mask.key() + 1, mask.value() + delta);

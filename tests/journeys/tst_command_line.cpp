@@ -43,10 +43,11 @@ Outcome Run(const QString& file, const QStringList& arguments, const QString& pl
 {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    if (platform.isEmpty())
+    if (platform.isEmpty()) {
         environment.remove("QT_QPA_PLATFORM");
-    else
+    } else {
         environment.insert("QT_QPA_PLATFORM", platform);
+    }
     environment.insert("QT_SCALE_FACTOR", scale);
     program.setProcessEnvironment(environment);
     program.start(file, arguments);

@@ -51,7 +51,7 @@ int CountWorkers()
 /// Whether the view's own scrolling has a timer running.
 bool IsScrolling(const ZKDocumentView* view)
 {
-    const QObjectList children = view->children();
+    const QObjectList& children = view->children();
     return std::any_of(children.begin(), children.end(), [](QObject* child) {
         return child->inherits("ViewAutoscroll") &&
                !QAbstractEventDispatcher::instance()->registeredTimers(child).isEmpty();
