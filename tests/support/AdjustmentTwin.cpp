@@ -41,12 +41,13 @@ LXRGBA32i Turned(const LXAdjustment& a, double red, double green, double blue)
     double hue = 0;
     if (most > least) {
         saturation = (most - least) / (1 - std::fabs(2 * lightness - 1));
-        if (most == red)
+        if (most == red) {
             hue = 60 * (green - blue) / (most - least);
-        else if (most == green)
+        } else if (most == green) {
             hue = 60 * (blue - red) / (most - least) + 120;
-        else
+        } else {
             hue = 60 * (red - green) / (most - least) + 240;
+        }
     }
     hue = std::fmod(hue + a.hue + 720, 360);
     saturation = std::min(1.0, saturation * (1 + a.saturation / 100.0));
@@ -60,10 +61,11 @@ LXRGBA32i Turned(const LXAdjustment& a, double red, double green, double blue)
     int result[3];
     for (int i = 0; i < 3; ++i) {
         double c = ground + part[i];
-        if (a.lightness > 0)
+        if (a.lightness > 0) {
             c += (1 - c) * a.lightness / 100.0;
-        else
+        } else {
             c += c * a.lightness / 100.0;
+        }
         result[i] = Rounded(c * 255);
     }
     return Pixel(result[0], result[1], result[2]);

@@ -38,10 +38,11 @@ void TestScreenScale::init()
 
 void TestScreenScale::cleanup()
 {
-    if (m_Before.isEmpty())
+    if (m_Before.isEmpty()) {
         qunsetenv(Variable);
-    else
+    } else {
         qputenv(Variable, m_Before);
+    }
     ZKApplicationPrivate::Get().SetFolders(ApplicationFolders::Default());
 }
 
