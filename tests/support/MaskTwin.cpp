@@ -37,11 +37,12 @@ PlainImage Made(const QRect& area, ValueOf valueOf)
 /// How often a mean over 2 * radius + 1 values, taken three times, counts the value at each distance.
 std::vector<quint64> BellWeights(int radius)
 {
+    const auto diameter = 2 * static_cast<std::size_t>(radius);
     std::vector<quint64> weights{1};
     for (int pass = 0; pass < 3; ++pass) {
-        std::vector<quint64> wider(weights.size() + static_cast<std::size_t>(2 * radius));
+        std::vector<quint64> wider(weights.size() + diameter);
         for (std::size_t i = 0; i < weights.size(); ++i) {
-            for (std::size_t k = 0; k <= static_cast<std::size_t>(2 * radius); ++k)
+            for (std::size_t k = 0; k <= diameter; ++k)
                 wider[i + k] += weights[i];
         }
         weights = wider;
@@ -71,16 +72,16 @@ PlainImage MaskTwin::Border(const PlainImage& mask, const QRect& area, int radiu
 PlainImage MaskTwin::Feathered(const PlainImage& mask, const QRect& area, int radius)
 {
     const std::vector<quint64> weights = BellWeights(radius);
+    const quint64 diameter = 2 * static_cast<quint64>(radius) + 1;
+    const quint64 all = diameter * diameter * diameter; // the sum of the weights
+    const quint64 total = all * all;
     const int reach = 3 * radius;
     return Made(area, [&](int x, int y) {
         quint64 sum = 0;
-        quint64 total = 0;
-        for (int dy = -reach; dy <= reach; ++dy) {
-            for (int dx = -reach; dx <= reach; ++dx) {
-                const quint64 weight = weights[static_cast<std::size_t>(dx + reach)] *
-                                       weights[static_cast<std::size_t>(dy + reach)];
-                total += weight;
-                sum += weight * static_cast<quint64>(ValueAt(mask, x + dx, y + dy));
+        for (int dy = 0; dy <= 2 * reach; ++dy) {
+            for (int dx = 0; dx <= 2 * reach; ++dx) {
+                const quint64 weight = weights[std::size_t(dx)] * weights[std::size_t(dy)];
+                sum += weight * static_cast<quint64>(ValueAt(mask, x + dx - reach, y + dy - reach));
             }
         }
         return sum / total + (2 * (sum % total) >= total ? 1 : 0);
