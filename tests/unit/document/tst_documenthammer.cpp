@@ -207,6 +207,7 @@ void TestDocumentHammer::eightWorkersBesideComposition()
     }
     const Clock::time_point end = Clock::now() + Duration();
     std::vector<std::thread> threads;
+    threads.reserve(workers.size());
     for (Worker& worker : workers) {
         threads.emplace_back([&worker, end] { worker.RunUntil(end); });
     }

@@ -111,7 +111,8 @@ void TestDocumentHelpers::allSizes()
     LXImage32 image = Filled(QSize(20, 20), 0xFF000000);
     DrawImage(image, BlendMode::Source, QPoint(), Filled(QSize(11, 20), 0xFFFFFFFF), 1.0, false);
     document->AddLayer("layer", image, QPoint());
-    const int white = qRound(255.0 * ((side + 1) / 2) / side);
+    const int whiteColumns = (side + 1) / 2;
+    const int white = qRound(255.0 * whiteColumns / side);
     QCOMPARE(LXColorInfoHelper::AverageColor(document.get(), 1, QPoint(10, 10), radius),
              QColor(white, white, white));
 }
