@@ -53,6 +53,7 @@ void TestPathThreads::everyReadIsOfOneMoment()
     std::atomic<int> torn{0};
     std::atomic<int> running{Workers};
     std::vector<std::thread> workers;
+    workers.reserve(Workers);
     for (int number = 0; number < Workers; ++number) {
         workers.emplace_back([&, number] {
             for (int round = 0; round < Rounds; ++round) {

@@ -285,6 +285,7 @@ void TestFillPath::texturesOfPixmapsAreReadByManyAtOnce()
             if (pixel.Alpha() != 0x80) ++wrong;
         };
         std::vector<std::thread> threads;
+        threads.reserve(threadCount);
         for (int i = 0; i < threadCount; ++i) {
             threads.emplace_back(read);
         }

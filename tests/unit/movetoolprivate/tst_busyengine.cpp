@@ -60,8 +60,10 @@ void TestBusyEngine::manyCallersMoveOneAtATime()
         --inside;
     };
     const Clock::time_point end = End();
+    constexpr unsigned int callerCount = 4;
     std::vector<std::thread> callers;
-    for (unsigned int seed = 0; seed < 4; ++seed) {
+    callers.reserve(callerCount);
+    for (unsigned int seed = 0; seed < callerCount; ++seed) {
         callers.emplace_back([&engine, seed, end] {
             std::mt19937 random(seed);
             while (Clock::now() < end) {
