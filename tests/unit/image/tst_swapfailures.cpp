@@ -126,6 +126,7 @@ void TestSwapFailures::aFailedReadIsReportedAndTheTileComesLater()
     }
     store.SetMemoryBudget(Plenty);
     const qint64 before = store.SwapBytes();
+    QVERIFY(before > 0);
     FaultSeams::FailNth(Seam::SwapRead, 1);
     QVERIFY_EXCEPTION_THROWN(store.GetMemory(tiles[0], false), LXTMSwapError);
     QCOMPARE(store.SwapBytes(), before);
@@ -308,12 +309,12 @@ void TestSwapFailures::blendingTellsOfTheDiskAndHoldsNothing()
     TileStore& store = TileStore::Main();
     const auto putBack =
         qScopeGuard([&store, budget = store.MemoryBudget()] { store.SetMemoryBudget(budget); });
-    constexpr int Side = 1024; // 64 tiles
-    LXImage32 source(Side, Side);
-    LXImage32 target(Side, Side);
+    constexpr int side = 1024; // 64 tiles
+    LXImage32 source(side, side);
+    LXImage32 target(side, side);
     source.Fill(LXRGBA32i(0x80FF0000));
-    for (int y = 0; y < Side; y += 128) {
-        for (int x = 0; x < Side; x += 128) {
+    for (int y = 0; y < side; y += 128) {
+        for (int x = 0; x < side; x += 128) {
             source.SetColor(x, y, LXRGBA32i(0xFF00FF00));
             target.SetColor(x, y, LXRGBA32i(0xFF0000FF));
         }

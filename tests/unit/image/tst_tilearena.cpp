@@ -82,9 +82,9 @@ void TestTileArena::aBlockIsGivenBackWithoutMemory()
 {
     if (!ZK_HAS_OWN_NEW) QSKIP("a sanitizer has its own heap");
     TileArena arena;
-    std::vector<uchar*> blocks;
-    for (int i = 0; i < 64 * 3; ++i) {
-        blocks.push_back(arena.Allocate());
+    std::vector<uchar*> blocks(64 * 3);
+    for (uchar*& block : blocks) {
+        block = arena.Allocate();
     }
     s_isHeapEmpty = true;
     for (uchar* const block : blocks) {

@@ -240,6 +240,7 @@ void TestTileWorkers::cancelledWorkEndsInTheMiddle()
     LXImage32 after = before;
     work(source, after);
     const int live = LXTileManager::Instance().LiveTileCount();
+    QVERIFY(live > 0);
     for (const int most : {0, 1, 4, 7}) {
         LXImage32 target = before;
         {
